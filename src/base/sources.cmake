@@ -1,0 +1,10 @@
+set(SOURCES
+  display_text.cpp
+  display_text.h
+  errors.h
+  memory_budget.cpp
+  memory_budget.h
+  message_host.cpp
+  message_host.h
+  recording_message_host.h
+  text.h)

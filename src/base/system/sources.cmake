@@ -1,0 +1,6 @@
+set(SOURCES file_io.cpp file_io.h virtual_memory.h)
+if(WIN32)
+  list(APPEND SOURCES file_io_windows.cpp virtual_memory_windows.cpp)
+else()
+  list(APPEND SOURCES file_io_posix.cpp virtual_memory_posix.cpp)
+endif()
