@@ -1,0 +1,67 @@
+#include "app/load_sequence.h"
+
+#include <new>
+#include <optional>
+#include <vector>
+
+#include "app/midi_functions.h"
+#include "app/texts.h"
+#include "base/errors.h"
+#include "base/system/file_io.h"
+
+namespace tracksmith::app {
+namespace {
+
+// Decodes and runs the later steps of the load sequence in their order.
+void LoadSong(Workspace& workspace, std::span<const std::uint8_t> bytes, MessageHost& host) {
+    TMidiFunctions functions(workspace, host);
+    const song::DecodeResult decoded = functions.DecodeMidiData(bytes);
+    workspace.loadReport = decoded.report;
+    functions.CheckEventCounter();
+    functions.RemoveCountIns();
+    functions.SetTimesAfterDecoding(decoded);
+    functions.SetFirstValues();
+    functions.CheckForNoteOnsNoteOffs();
+    functions.CheckForZeroLength();
+}
+
+} // namespace
+
+void ClearMidiMemory(Workspace& workspace) {
+    song::ClearSong(workspace.song);
+    workspace.fileName.clear();
+    workspace.hasSong = false;
+    workspace.modified = false;
+    workspace.loadReport = {};
+}
+
+void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
+                  const std::filesystem::path& name, MessageHost& host) {
+    if (bytes.size() < song::kSmallestFile) {
+        RaiseMidiError(host, texts::kTooShort);
+    }
+    ClearMidiMemory(workspace);
+    try {
+        LoadSong(workspace, bytes, host);
+    } catch (const EMidiError&) {
+        ClearMidiMemory(workspace);
+        throw;
+    }
+    workspace.fileName = name;
+    workspace.hasSong = true;
+}
+
+void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, MessageHost& host) {
+    std::optional<std::vector<std::uint8_t>> bytes;
+    try {
+        bytes = system::ReadRegularFile(file);
+    } catch (const std::bad_alloc&) {
+        RaiseMidiError(host, texts::kBufferMemory);
+    }
+    if (!bytes) {
+        RaiseMidiError(host, texts::OpenFailed(host.CurrentLanguage(), system::PathText(file)));
+    }
+    OpenMidiData(workspace, *bytes, file, host);
+}
+
+} // namespace tracksmith::app

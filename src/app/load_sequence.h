@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "app/workspace.h"
+#include "base/message_host.h"
+
+namespace tracksmith::app {
+
+/// Empties the song in memory: no tracks, no file name, not modified. Keeps options and memory.
+void ClearMidiMemory(Workspace& workspace);
+
+/// The whole load sequence: reads `file` into memory, clears the song, decodes, builds the time map
+/// and runs the later steps. Faults are shown through `host` and raised as EMidiError; when the
+/// file cannot be read or is too short the song in memory stays, after any other fault it is empty
+/// and without a file name, so that saving cannot overwrite the file.
+void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, MessageHost& host);
+
+/// OpenMidiFile for bytes that are already in memory; `name` becomes the file name.
+void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
+                  const std::filesystem::path& name, MessageHost& host);
+
+} // namespace tracksmith::app

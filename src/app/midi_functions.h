@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "app/workspace.h"
+#include "base/message_host.h"
+#include "song/midi_file_reader.h"
+#include "song/time_map.h"
+
+namespace tracksmith::app {
+
+/// The song-wide operations under their names, for windows and commands: each forwards to the
+/// function of the folder that owns the work. No logic here beyond sequences that cross folders.
+/// Used from the thread that owns the workspace.
+class TMidiFunctions {
+public:
+    /// Both must outlive this object.
+    TMidiFunctions(Workspace& workspace, MessageHost& host) : workspace_(workspace), host_(host) {}
+
+    /// Decodes a Standard MIDI File into the emptied song and then runs the instrument's check.
+    /// Raises EMidiError.
+    song::DecodeResult DecodeMidiData(std::span<const std::uint8_t> file);
+
+    /// Takes no action; called where the load sequence names it.
+    void CheckEventCounter() {}
+
+    /// The instrument's system-exclusive check: empty until instruments are known to the program.
+    void CheckSysexs() {}
+
+    /// Removal of count-ins by metre: empty until that tool is built.
+    void RemoveCountIns() {}
+
+    /// First program and controller values of every channel: empty until there is a mixer.
+    void SetFirstValues() {}
+
+    /// Balance of note-ons and note-offs: empty until the clean-up checks are built.
+    void CheckForNoteOnsNoteOffs() {}
+
+    /// Minimum length of notes: empty until the clean-up checks are built.
+    void CheckForZeroLength() {}
+
+    /// Tempo and metre: see song/time_map.h.
+    void ReloadTempoTimeSign() { song::ReloadTempoTimeSign(workspace_.song); }
+    void SetTimeZones() { song::SetTimeZones(workspace_.song); }
+    void UpdateTimeZones() { song::UpdateTimeZones(workspace_.song); }
+    void SetTimePositions() { song::SetTimePositions(workspace_.song); }
+    void UpdateTimeZoneData() { song::UpdateTimeZoneData(workspace_.song); }
+
+    /// ReloadTempoTimeSign, SetTimeZones and SetTimePositions after decoding, without the walks
+    /// whose results the decoder already has.
+    void SetTimesAfterDecoding(const song::DecodeResult& decoded);
+
+private:
+    Workspace& workspace_;
+    MessageHost& host_;
+};
+
+} // namespace tracksmith::app

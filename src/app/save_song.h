@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "app/workspace.h"
+#include "base/message_host.h"
+
+namespace tracksmith::app {
+
+/// In which format a song is saved.
+enum class SaveFormat { AsSong, Format0, Format1 };
+
+/// Writes the song to `file`, whole or not at all. A fault is shown through `host` and raised as
+/// EMidiError; the file keeps its old bytes then. Asks nothing: see ConfirmOverwrite. On success
+/// the song counts as unmodified and `file` becomes its file name.
+void SaveMidiFile(Workspace& workspace, const std::filesystem::path& file, SaveFormat format,
+                  MessageHost& host);
+
+/// The song as the bytes of a file, coded with the workspace's options. Raises EMidiError.
+std::vector<std::uint8_t> EncodeSong(const Workspace& workspace, SaveFormat format,
+                                     MessageHost& host);
+
+/// Writes `bytes` to `file` with the program's messages for what can go wrong: shown through
+/// `host` and raised as EMidiError.
+void WriteMidiFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes,
+                   MessageHost& host);
+
+/// True when `file` does not exist yet or the user agrees to overwrite it.
+bool ConfirmOverwrite(const std::filesystem::path& file, MessageHost& host);
+
+} // namespace tracksmith::app

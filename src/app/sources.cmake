@@ -1,0 +1,12 @@
+set(SOURCES
+  load_sequence.cpp
+  load_sequence.h
+  midi_functions.cpp
+  midi_functions.h
+  save_song.cpp
+  save_song.h
+  song_description.cpp
+  song_description.h
+  texts.cpp
+  texts.h
+  workspace.h)

@@ -1,0 +1,50 @@
+#include "app/texts.h"
+
+#include "base/display_text.h"
+
+namespace tracksmith::app::texts {
+namespace {
+
+constexpr Text kCreateFailed{De{"Fehler: Schreibvorgang der Datei \""},
+                             En{"Error rewriting the midi file \""}};
+constexpr std::string_view kCreateFailedEnd = "\" konnnte nicht eingeleitet werden!";
+constexpr Text kIncomplete{De{"Beim Speichern der Datei \""}, En{"Error saving the midi file \""}};
+constexpr Text kIncompleteWritten{De{"\" sind nur "}, En{"\"\nThere were only "}};
+constexpr Text kIncompleteOf{De{" aus "}, En{" from "}};
+constexpr Text kIncompleteEnd{De{" Bytes gespeichert"}, En{" bytes saved"}};
+constexpr Text kOverwrite{De{"Wollen Sie die Datei \""},
+                          En{"Do you really want to overwrite the midifile \""}};
+constexpr std::string_view kOverwriteEnd = "\" überschreiben?";
+
+std::string In(const Text& text, Language language) {
+    return std::string(text.In(language));
+}
+
+} // namespace
+
+std::string OpenFailed(Language language, std::string_view name) {
+    return In(kOpenFailed, language) + ": \"" + DisplayPath(name) + "\"";
+}
+
+std::string CreateFailed(Language language, std::string_view name) {
+    std::string text = In(kCreateFailed, language) + DisplayPath(name);
+    return language == Language::German ? text.append(kCreateFailedEnd) : text;
+}
+
+std::string SavedIncompletely(Language language, std::string_view name, std::size_t written,
+                              std::size_t size) {
+    return In(kIncomplete, language) + DisplayPath(name) + In(kIncompleteWritten, language) +
+           std::to_string(written) + In(kIncompleteOf, language) + std::to_string(size) +
+           In(kIncompleteEnd, language);
+}
+
+std::string SaveFailed(Language language, std::string_view name) {
+    return In(kSaveFailed, language) + "\"" + DisplayPath(name);
+}
+
+std::string OverwriteQuestion(Language language, std::string_view name) {
+    std::string text = In(kOverwrite, language) + DisplayPath(name);
+    return language == Language::German ? text.append(kOverwriteEnd) : text;
+}
+
+} // namespace tracksmith::app::texts

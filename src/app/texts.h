@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+/// Texts of opening and saving files. The wordings are fixed, misspellings included.
+namespace tracksmith::app::texts {
+
+inline constexpr Text kBufferMemory{De{"Speicherzuordnungsfehler: Bitte mehr Speicher!"},
+                                    En{"Error allocating memory!"}};
+inline constexpr Text kOpenFailed{De{"Fehler beim Zugriff auf der Datei"},
+                                  En{"Error opening the midi file"}};
+inline constexpr Text kTooShort{De{"Fehler in der Mididatei: Datei zu kurz!"},
+                                En{"Error in midifile: file too short!"}};
+inline constexpr Text kSaveFailed{De{"Fehler beim Schreiben der Datei "},
+                                  En{"Error writing the midi file "}};
+
+/// The open error, naming the file.
+std::string OpenFailed(Language language, std::string_view name);
+
+/// No file could be created for writing.
+std::string CreateFailed(Language language, std::string_view name);
+
+/// Only `written` of `size` bytes could be saved.
+std::string SavedIncompletely(Language language, std::string_view name, std::size_t written,
+                              std::size_t size);
+
+/// Writing failed.
+std::string SaveFailed(Language language, std::string_view name);
+
+/// The question before a file is overwritten.
+std::string OverwriteQuestion(Language language, std::string_view name);
+
+} // namespace tracksmith::app::texts

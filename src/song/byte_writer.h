@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <span>
+#include <vector>
+
+namespace tracksmith::song {
+
+/// Collects the bytes of a file. Small pieces go into a block first, because growing a vector byte
+/// by byte would cost more than everything else about an event.
+class ByteWriter {
+public:
+    /// `expected` bytes are made room for at once.
+    explicit ByteWriter(std::size_t expected) { bytes_.reserve(expected); }
+
+    /// Room for one event without its payload: call before Byte and Quantity.
+    void BeginEvent() {
+        if (block_.size() - used_ < kMostPerEvent) [[unlikely]] {
+            Flush();
+        }
+    }
+
+    void Byte(std::uint8_t value) { block_[used_++] = value; }
+
+    /// A variable-length quantity (RP-001): 7 bits per byte, most significant group first.
+    void Quantity(std::uint32_t value) {
+        if (value < 0x80) [[likely]] {
+            Byte(static_cast<std::uint8_t>(value));
+        } else {
+            LongQuantity(value);
+        }
+    }
+
+    /// A byte block of any size.
+    void Block(std::span<const std::uint8_t> bytes) {
+        Flush();
+        bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    }
+
+    /// Bytes written so far.
+    std::size_t Size() {
+        Flush();
+        return bytes_.size();
+    }
+
+    /// Puts `value`, big-endian, over the four bytes at `offset`.
+    void PatchWord(std::size_t offset, std::uint32_t value) {
+        Flush();
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes_[offset + i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
+        }
+    }
+
+    /// The finished bytes; the writer is empty then.
+    std::vector<std::uint8_t> Take() {
+        Flush();
+        return std::move(bytes_);
+    }
+
+private:
+    // Two quantities of five bytes, a status, a type and two data bytes.
+    static constexpr std::size_t kMostPerEvent = 16;
+
+    void LongQuantity(std::uint32_t value) {
+        int shift = 28;
+        while ((value >> shift) == 0) {
+            shift -= 7;
+        }
+        for (; shift > 0; shift -= 7) {
+            Byte(static_cast<std::uint8_t>(0x80U | ((value >> shift) & 0x7FU)));
+        }
+        Byte(static_cast<std::uint8_t>(value & 0x7FU));
+    }
+
+    void Flush() {
+        bytes_.insert(bytes_.end(), block_.begin(),
+                      block_.begin() + static_cast<std::ptrdiff_t>(used_));
+        used_ = 0;
+    }
+
+    std::vector<std::uint8_t> bytes_;
+    std::array<std::uint8_t, 4096> block_;
+    std::size_t used_ = 0;
+};
+
+} // namespace tracksmith::song

@@ -1,0 +1,61 @@
+#include "song/event_arena.h"
+
+#include <algorithm>
+#include <bit>
+#include <new>
+
+#include "base/system/virtual_memory.h"
+
+namespace tracksmith::song {
+namespace {
+
+constexpr std::size_t kMostBytes = std::size_t{64} << 30;
+constexpr std::size_t kFewestBytes = std::size_t{1} << 30;
+constexpr std::size_t kSmallestChunk = std::size_t{1} << 16;
+
+} // namespace
+
+EventArena& EventArena::Instance() {
+    static EventArena arena;
+    return arena;
+}
+
+EventArena::EventArena() {
+    for (capacity_ = kMostBytes; capacity_ >= kFewestBytes; capacity_ /= 2) {
+        base_ = static_cast<std::byte*>(system::ReserveAddressRange(capacity_));
+        if (base_ != nullptr) {
+            used_ = kSmallestChunk; // link 0 must never be an event
+            return;
+        }
+    }
+    capacity_ = 0;
+}
+
+EventArena::Chunk EventArena::Take(std::size_t bytes) {
+    const std::size_t rounded = std::bit_ceil(std::max(bytes, kSmallestChunk));
+    const std::scoped_lock lock(mutex_);
+    std::vector<std::byte*>& reusable = free_[rounded];
+    if (!reusable.empty()) {
+        std::byte* begin = reusable.back();
+        if (!system::CommitMemory(begin, rounded)) {
+            throw std::bad_alloc();
+        }
+        reusable.pop_back();
+        return {begin, rounded};
+    }
+    if (rounded > capacity_ - std::min(used_, capacity_) ||
+        !system::CommitMemory(base_ + used_, rounded)) {
+        throw std::bad_alloc();
+    }
+    std::byte* begin = base_ + used_;
+    used_ += rounded;
+    return {begin, rounded};
+}
+
+void EventArena::GiveBack(Chunk chunk) {
+    const std::scoped_lock lock(mutex_);
+    system::DecommitMemory(chunk.begin, chunk.bytes);
+    free_[chunk.bytes].push_back(chunk.begin);
+}
+
+} // namespace tracksmith::song
