@@ -4,10 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "app/midi_functions.h"
-#include "app/texts.h"
 #include "base/errors.h"
 #include "base/system/file_io.h"
+
+#include "app/midi_functions.h"
+#include "app/texts.h"
 
 namespace tracksmith::app {
 namespace {

@@ -3,8 +3,9 @@
 #include <cstdint>
 #include <span>
 
-#include "app/workspace.h"
 #include "base/message_host.h"
+
+#include "app/workspace.h"
 #include "song/midi_file_reader.h"
 #include "song/time_map.h"
 

@@ -2,8 +2,9 @@
 
 #include <system_error>
 
-#include "app/texts.h"
 #include "base/system/file_io.h"
+
+#include "app/texts.h"
 
 namespace tracksmith::app {
 namespace {
@@ -11,12 +12,12 @@ namespace {
 std::string FailureText(const system::WriteResult& result, const std::string& name,
                         std::size_t size, Language language) {
     switch (result.outcome) {
-    case system::WriteOutcome::CreateFailed:
-        return texts::CreateFailed(language, name);
-    case system::WriteOutcome::Incomplete:
-        return texts::SavedIncompletely(language, name, result.written, size);
-    default:
-        return texts::SaveFailed(language, name);
+        case system::WriteOutcome::CreateFailed:
+            return texts::CreateFailed(language, name);
+        case system::WriteOutcome::Incomplete:
+            return texts::SavedIncompletely(language, name, result.written, size);
+        default:
+            return texts::SaveFailed(language, name);
     }
 }
 
@@ -49,8 +50,7 @@ void SaveMidiFile(Workspace& workspace, const std::filesystem::path& file, SaveF
 bool ConfirmOverwrite(const std::filesystem::path& file, MessageHost& host) {
     std::error_code error;
     return !std::filesystem::exists(file, error) ||
-           host.AskYesNo(
-               texts::OverwriteQuestion(host.CurrentLanguage(), system::PathText(file)));
+           host.AskYesNo(texts::OverwriteQuestion(host.CurrentLanguage(), system::PathText(file)));
 }
 
 } // namespace tracksmith::app

@@ -4,8 +4,9 @@
 #include <filesystem>
 #include <span>
 
-#include "app/workspace.h"
 #include "base/message_host.h"
+
+#include "app/workspace.h"
 
 namespace tracksmith::app {
 

@@ -2,6 +2,7 @@
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
+
 #include "song/song_position.h"
 
 namespace tracksmith::app {

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace tracksmith::song {
@@ -16,22 +16,31 @@ public:
     /// `expected` bytes are made room for at once.
     explicit ByteWriter(std::size_t expected) { bytes_.reserve(expected); }
 
-    /// Room for one event without its payload: call before Byte and Quantity.
-    void BeginEvent() {
+    /// Room for one event without its payload; write there and give the new end to EndEvent.
+    std::uint8_t* BeginEvent() {
         if (block_.size() - used_ < kMostPerEvent) [[unlikely]] {
             Flush();
         }
+        return block_.data() + used_;
+    }
+    /// The last place in the block at which an event may still start.
+    const std::uint8_t* LastStart() const {
+        return block_.data() + (block_.size() - kMostPerEvent);
     }
 
-    void Byte(std::uint8_t value) { block_[used_++] = value; }
+    /// Takes over what was written behind BeginEvent, up to `end`.
+    void EndEvent(const std::uint8_t* end) {
+        used_ = static_cast<std::size_t>(end - block_.data());
+    }
 
-    /// A variable-length quantity (RP-001): 7 bits per byte, most significant group first.
-    void Quantity(std::uint32_t value) {
+    /// Puts a variable-length quantity (RP-001: 7 bits per byte, most significant group first) at
+    /// `to` and returns the place behind it.
+    static std::uint8_t* PutQuantity(std::uint8_t* to, std::uint32_t value) {
         if (value < 0x80) [[likely]] {
-            Byte(static_cast<std::uint8_t>(value));
-        } else {
-            LongQuantity(value);
+            *to = static_cast<std::uint8_t>(value);
+            return to + 1;
         }
+        return PutLongQuantity(to, value);
     }
 
     /// A byte block of any size.
@@ -64,15 +73,16 @@ private:
     // Two quantities of five bytes, a status, a type and two data bytes.
     static constexpr std::size_t kMostPerEvent = 16;
 
-    void LongQuantity(std::uint32_t value) {
+    static std::uint8_t* PutLongQuantity(std::uint8_t* to, std::uint32_t value) {
         int shift = 28;
         while ((value >> shift) == 0) {
             shift -= 7;
         }
         for (; shift > 0; shift -= 7) {
-            Byte(static_cast<std::uint8_t>(0x80U | ((value >> shift) & 0x7FU)));
+            *to++ = static_cast<std::uint8_t>(0x80U | ((value >> shift) & 0x7FU));
         }
-        Byte(static_cast<std::uint8_t>(value & 0x7FU));
+        *to = static_cast<std::uint8_t>(value & 0x7FU);
+        return to + 1;
     }
 
     void Flush() {

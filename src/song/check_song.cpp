@@ -57,7 +57,8 @@ std::string CheckChain(const Track& track, std::size_t index, std::int32_t& coun
         }
         previous = event;
     }
-    return previous == track.last ? std::string() : At(index, "chain does not reach its last event");
+    return previous == track.last ? std::string()
+                                  : At(index, "chain does not reach its last event");
 }
 
 // Whether an event counts towards the song's length.

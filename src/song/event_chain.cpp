@@ -32,8 +32,8 @@ EventLink NewLongEvent(EventPool& pool, std::int32_t tick, std::uint8_t status,
 
 } // namespace
 
-EventLink NewShortEvent(EventPool& pool, std::int32_t tick, std::uint8_t status,
-                        std::uint8_t data1, std::uint8_t data2) {
+EventLink NewShortEvent(EventPool& pool, std::int32_t tick, std::uint8_t status, std::uint8_t data1,
+                        std::uint8_t data2) {
     MidiEvent values{};
     values.status = status;
     values.length = ShortLength(status);

@@ -9,8 +9,8 @@ namespace tracksmith::song {
 
 /// A new short message (0x80-0xFC) of the pool at `tick`, not yet in a chain; `length` follows from
 /// the status. Throws std::bad_alloc.
-EventLink NewShortEvent(EventPool& pool, std::int32_t tick, std::uint8_t status,
-                        std::uint8_t data1, std::uint8_t data2);
+EventLink NewShortEvent(EventPool& pool, std::int32_t tick, std::uint8_t status, std::uint8_t data1,
+                        std::uint8_t data2);
 
 /// A new meta event of the pool at `tick` with a copy of `bytes`. Throws std::bad_alloc.
 EventLink NewMetaEvent(EventPool& pool, std::int32_t tick, std::uint8_t type,

@@ -18,15 +18,13 @@ public:
     constexpr EventLink() = default;
     constexpr explicit EventLink(std::uint32_t unit) : unit_(unit) {}
 
-    MidiEvent* operator->() const { return Get(); }
-    MidiEvent& operator*() const { return *Get(); }
+    MidiEvent* operator->() const { return static_cast<MidiEvent*>(Address()); }
+    MidiEvent& operator*() const { return *operator->(); }
     constexpr explicit operator bool() const { return unit_ != 0; }
     friend constexpr bool operator==(EventLink, EventLink) = default;
 
     /// The event's address, null for the null link.
-    MidiEvent* Get() const {
-        return unit_ == 0 ? nullptr : static_cast<MidiEvent*>(Address());
-    }
+    MidiEvent* Get() const { return unit_ == 0 ? nullptr : static_cast<MidiEvent*>(Address()); }
     /// The place in units of 16 bytes; 0 is null.
     constexpr std::uint32_t Unit() const { return unit_; }
 

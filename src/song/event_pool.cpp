@@ -81,9 +81,9 @@ void EventPool::OpenChunk(std::size_t bytes) {
         ++next;
     }
     if (next == chunks_.size()) {
-        const std::size_t usual =
-            chunks_.empty() ? kFirstChunk
-                            : std::min(chunks_.back().memory.bytes * 2, kLargestChunk);
+        const std::size_t usual = chunks_.empty()
+                                      ? kFirstChunk
+                                      : std::min(chunks_.back().memory.bytes * 2, kLargestChunk);
         chunks_.reserve(chunks_.size() + 1);
         const EventArena::Chunk memory = EventArena::Instance().Take(std::max(bytes, usual));
         Poison(memory.begin, memory.bytes);

@@ -11,6 +11,7 @@
 #include "song/event_arena.h"
 #include "song/midi_event.h"
 #include "song/poison.h"
+#include "song/prefetch.h"
 
 namespace tracksmith::song {
 
@@ -89,9 +90,10 @@ private:
     std::uint32_t BumpUnits(std::size_t units) {
         std::byte* place = cursor_;
         cursor_ = place + units * kLinkUnit;
+        PrefetchForWriting(place);
         Unpoison(place, units * kLinkUnit);
-        return static_cast<std::uint32_t>(
-            static_cast<std::size_t>(place - EventArena::Base()) / kLinkUnit);
+        return static_cast<std::uint32_t>(static_cast<std::size_t>(place - EventArena::Base()) /
+                                          kLinkUnit);
     }
     std::uint32_t NewUnitsSlow(std::size_t units);
     std::uint32_t ReuseUnits(std::size_t units);

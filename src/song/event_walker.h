@@ -174,27 +174,27 @@ private:
 
     [[gnu::noinline]] bool WalkLong(Byte status, const Byte* stop) {
         switch (status) {
-        case 0xF0:
-            sink_.Sysex(ReadBytes(ReadQuantity()), tick_);
-            break;
-        case 0xF7:
-            ReadBytes(ReadQuantity());
-            sink_.Escape();
-            break;
-        case 0xF8:
-        case 0xF9:
-        case 0xFA:
-        case 0xFB:
-        case 0xFC:
-            sink_.System();
-            break;
-        case 0xFD:
-        case 0xFE:
-            FailAt(FaultKind::CommandFE, Offset() - 1, status);
-        case 0xFF:
-            return WalkMeta(stop);
-        default:
-            FailAt(FaultKind::CommandF1ToF6, Offset() - 1, status);
+            case 0xF0:
+                sink_.Sysex(ReadBytes(ReadQuantity()), tick_);
+                break;
+            case 0xF7:
+                ReadBytes(ReadQuantity());
+                sink_.Escape();
+                break;
+            case 0xF8:
+            case 0xF9:
+            case 0xFA:
+            case 0xFB:
+            case 0xFC:
+                sink_.System();
+                break;
+            case 0xFD:
+            case 0xFE:
+                FailAt(FaultKind::CommandFE, Offset() - 1, status);
+            case 0xFF:
+                return WalkMeta(stop);
+            default:
+                FailAt(FaultKind::CommandF1ToF6, Offset() - 1, status);
         }
         CancelRunningStatus();
         countedTick_ = tick_;

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "base/memory_budget.h"
+
 #include "song/event_walker.h"
 #include "song/song_builder.h"
 
@@ -41,8 +42,8 @@ private:
     }
     void CountLong(std::span<const std::uint8_t> bytes, std::uint32_t tick) {
         Count(tick);
-        result.payloadBytes += (sizeof(std::uint32_t) + bytes.size() + kLinkUnit - 1) / kLinkUnit *
-                               kLinkUnit;
+        result.payloadBytes +=
+            (sizeof(std::uint32_t) + bytes.size() + kLinkUnit - 1) / kLinkUnit * kLinkUnit;
     }
 };
 

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "base/message_host.h"
+
 #include "song/load_report.h"
 #include "song/song.h"
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/message_host.h"
+
 #include "song/song.h"
 
 namespace tracksmith::song {

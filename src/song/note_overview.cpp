@@ -20,8 +20,8 @@ std::vector<std::int32_t> ColumnTicks(const Song& song, std::int64_t measuresPer
             // A change of metre inside a measure begins a new one.
             const std::size_t behind = ZoneOfTick(song, next - 1);
             const TimeZoneEntry& last = song.timeZones[behind];
-            const bool newMetre = last.numerator != zone.numerator ||
-                                  last.denominator != zone.denominator;
+            const bool newMetre =
+                last.numerator != zone.numerator || last.denominator != zone.denominator;
             next = newMetre && last.tick > tick ? last.tick : next;
         }
         tick = next;

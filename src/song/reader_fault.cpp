@@ -48,24 +48,24 @@ std::string RunningStatusTooHighText(const ReaderFault& fault, ReaderPass pass, 
 const Text& PlainText(FaultKind kind, ReaderPass pass) {
     const bool measure = pass == ReaderPass::Measure;
     switch (kind) {
-    case FaultKind::Header1:
-        return texts::kHeader1;
-    case FaultKind::Header2:
-        return texts::kHeader2;
-    case FaultKind::CommandF1ToF6:
-        return measure ? texts::kCommandF1ToF6 : texts::kErrorB;
-    case FaultKind::CommandFE:
-        return measure ? texts::kCommandFE : texts::kErrorC;
-    case FaultKind::EndOfTrackLength:
-        return measure ? texts::kEndOfTrackLength : texts::kErrorD;
-    case FaultKind::StatusTooLow:
-        return texts::kErrorE;
-    case FaultKind::OutOfMemory:
-        return texts::kOutOfMemory;
-    case FaultKind::TrackHeader:
-        return texts::kTrackHeader1;
-    default:
-        return texts::kMidiFile;
+        case FaultKind::Header1:
+            return texts::kHeader1;
+        case FaultKind::Header2:
+            return texts::kHeader2;
+        case FaultKind::CommandF1ToF6:
+            return measure ? texts::kCommandF1ToF6 : texts::kErrorB;
+        case FaultKind::CommandFE:
+            return measure ? texts::kCommandFE : texts::kErrorC;
+        case FaultKind::EndOfTrackLength:
+            return measure ? texts::kEndOfTrackLength : texts::kErrorD;
+        case FaultKind::StatusTooLow:
+            return texts::kErrorE;
+        case FaultKind::OutOfMemory:
+            return texts::kOutOfMemory;
+        case FaultKind::TrackHeader:
+            return texts::kTrackHeader1;
+        default:
+            return texts::kMidiFile;
     }
 }
 
@@ -73,19 +73,19 @@ const Text& PlainText(FaultKind kind, ReaderPass pass) {
 
 std::string FaultText(const ReaderFault& fault, ReaderPass pass, Language language) {
     switch (fault.kind) {
-    case FaultKind::TrackHeader:
-        return pass == ReaderPass::Measure ? TrackHeaderText(fault, language)
-                                           : std::string(texts::kTrackHeader1.In(language));
-    case FaultKind::InvalidOffset:
-        return InvalidOffsetText(fault, language);
-    case FaultKind::NoRunningStatus:
-        return NoRunningStatusText(fault, language);
-    case FaultKind::RunningStatusTooHigh:
-        return RunningStatusTooHighText(fault, pass, language);
-    case FaultKind::DataTooLarge:
-        return DataTooLargeText(fault, language);
-    default:
-        return std::string(PlainText(fault.kind, pass).In(language));
+        case FaultKind::TrackHeader:
+            return pass == ReaderPass::Measure ? TrackHeaderText(fault, language)
+                                               : std::string(texts::kTrackHeader1.In(language));
+        case FaultKind::InvalidOffset:
+            return InvalidOffsetText(fault, language);
+        case FaultKind::NoRunningStatus:
+            return NoRunningStatusText(fault, language);
+        case FaultKind::RunningStatusTooHigh:
+            return RunningStatusTooHighText(fault, pass, language);
+        case FaultKind::DataTooLarge:
+            return DataTooLargeText(fault, language);
+        default:
+            return std::string(PlainText(fault.kind, pass).In(language));
     }
 }
 

@@ -95,60 +95,59 @@ void SongBuilder::Sysex(std::span<const std::uint8_t> bytes, std::uint32_t tick)
 bool SongBuilder::DropMeta(std::uint8_t type, std::size_t size) {
     LoadChange change = LoadChange::UnknownMetaDropped;
     switch (type) {
-    case kMetaSequenceNumber:
-        if (size == 2) {
+        case kMetaSequenceNumber:
+            if (size == 2) {
+                return false;
+            }
+            change = LoadChange::SequenceNumberDropped;
+            break;
+        case kMetaChannelPrefix:
+            change = LoadChange::ChannelPrefixDropped;
+            break;
+        case kMetaPort:
+            change = LoadChange::PortEventDropped;
+            break;
+        case 0x4B:
+            if (size > 0) {
+                return false;
+            }
+            break;
+        case kMetaTempo:
+        case kMetaSmpteOffset:
+        case kMetaTimeSignature:
+        case kMetaKeySignature:
+        case kMetaSequencerSpecific:
             return false;
-        }
-        change = LoadChange::SequenceNumberDropped;
-        break;
-    case kMetaChannelPrefix:
-        change = LoadChange::ChannelPrefixDropped;
-        break;
-    case kMetaPort:
-        change = LoadChange::PortEventDropped;
-        break;
-    case 0x4B:
-        if (size > 0) {
-            return false;
-        }
-        break;
-    case kMetaTempo:
-    case kMetaSmpteOffset:
-    case kMetaTimeSignature:
-    case kMetaKeySignature:
-    case kMetaSequencerSpecific:
-        return false;
-    default:
-        if (type <= 0x09) {
-            return false;
-        }
+        default:
+            if (type <= 0x09) {
+                return false;
+            }
     }
     result_.report.Add(change);
     return true;
 }
 
-void SongBuilder::Meta(std::uint8_t type, std::span<const std::uint8_t> bytes,
-                       std::uint32_t tick) {
+void SongBuilder::Meta(std::uint8_t type, std::span<const std::uint8_t> bytes, std::uint32_t tick) {
     if (DropMeta(type, bytes.size())) {
         return;
     }
     AppendLong(*track_, kMeta, type, bytes, tick);
     largestStoredTick_ = std::max(largestStoredTick_, static_cast<std::int32_t>(tick));
     switch (type) {
-    case kMetaTrackName:
-        TakeName(bytes);
-        break;
-    case kMetaTempo:
-        TakeTempo(*track_->last);
-        break;
-    case kMetaTimeSignature:
-        TakeTimeSignature(*track_->last);
-        break;
-    case kMetaKeySignature:
-        TakeKeySignature(*track_->last);
-        break;
-    default:
-        break;
+        case kMetaTrackName:
+            TakeName(bytes);
+            break;
+        case kMetaTempo:
+            TakeTempo(*track_->last);
+            break;
+        case kMetaTimeSignature:
+            TakeTimeSignature(*track_->last);
+            break;
+        case kMetaKeySignature:
+            TakeKeySignature(*track_->last);
+            break;
+        default:
+            break;
     }
 }
 
@@ -211,8 +210,7 @@ void SongBuilder::AddClockChange(std::int32_t tick, std::int32_t tempo) {
 void SongBuilder::EndOfTrack(std::uint32_t tick, std::uint64_t bytesAfter) {
     endTicks_.back() = tick;
     if (bytesAfter > 0) {
-        result_.report.Add(LoadChange::BytesAfterEndOfTrack,
-                           static_cast<std::int64_t>(bytesAfter));
+        result_.report.Add(LoadChange::BytesAfterEndOfTrack, static_cast<std::int64_t>(bytesAfter));
     }
 }
 
@@ -225,8 +223,8 @@ DecodeResult SongBuilder::Finish(std::uint32_t largestTick) {
     if (split_ && chunk_ > 0) {
         MergeChunks();
     }
-    song_.songLength = std::max(static_cast<std::int32_t>(largestTick) + kRoomBehindLastEvent,
-                                kShortestSong);
+    song_.songLength =
+        std::max(static_cast<std::int32_t>(largestTick) + kRoomBehindLastEvent, kShortestSong);
     EndTracks();
     CompleteLists();
     result_.timesAreSet = !split_ && result_.tempoMapInFirstTrack &&

@@ -6,6 +6,7 @@
 #include "song/event_chain.h"
 #include "song/event_walker.h"
 #include "song/midi_file_reader.h"
+#include "song/short_record.h"
 #include "song/streaming_clock.h"
 
 namespace tracksmith::song {
@@ -23,33 +24,23 @@ public:
         if (data1 > 127) [[unlikely]] {
             throw ReaderFault{FaultKind::DataTooLarge, offset, tick, data1};
         }
-        if (data2 == 0 && (status & 0xF0) == kNoteOn) {
-            status = static_cast<std::uint8_t>(status ^ 0x10);
-            data2 = kReleaseVelocity;
-            ++velocityZero_;
-        } else if (data2 > 127) [[unlikely]] {
+        if (data2 > 127) [[unlikely]] {
             result_.report.Add(LoadChange::DataByteTooLarge);
         }
+        // Without a branch: whether a note ends by velocity 0 cannot be predicted.
+        const std::uint32_t ends = static_cast<std::uint32_t>(data2 == 0) &
+                                   static_cast<std::uint32_t>((status >> 4) == (kNoteOn >> 4));
+        velocityZero_ += ends;
+        status = static_cast<std::uint8_t>(status ^ (ends << 4));
+        data2 = static_cast<std::uint8_t>(data2 | ((0U - ends) & kReleaseVelocity));
         Track& track = split_ ? song_.tracks[(status & 0x0FU) + 1U] : *track_;
         if (track.channel == 0xFF) [[unlikely]] {
             track.channel = static_cast<std::uint8_t>(status & 0x0F);
         }
-        const auto length = (status & 0xE0) == 0xC0 ? 2 : 3;
-        Append(track, MidiEvent{.status = status,
-                                .length = length,
-                                .kind = kShortMessage,
-                                .data = {},
-                                .metaType = kNoMeta,
-                                .next = {},
-                                .pairLink = {},
-                                .noteOnLink = {},
-                                .prev = track.last,
-                                .tick = static_cast<std::int32_t>(tick),
-                                .data1 = data1,
-                                .data2 = data2,
-                                .origData1 = data1,
-                                .origData2 = data2,
-                                .timeMs = MsAt(tick)});
+        const EventLink event = song_.pool.NewEvent();
+        WriteShortRecord(event, {status, data1, data2}, track.last.Unit(),
+                         static_cast<std::int32_t>(tick), MsAt(tick));
+        Link(track, event);
     }
 
     void Sysex(std::span<const std::uint8_t> bytes, std::uint32_t tick);
@@ -73,6 +64,9 @@ private:
     void Append(Track& track, const MidiEvent& values) {
         const EventLink event = song_.pool.NewEvent();
         *event = values;
+        Link(track, event);
+    }
+    static void Link(Track& track, EventLink event) {
         track.last->next = event;
         track.last = event;
         ++track.eventCount;

@@ -134,9 +134,8 @@ std::int32_t MTCToSongPosition(const SongRecord& song, std::int32_t measure, std
         }
         const std::int64_t beats =
             (std::int64_t{measure} - zone.measure) * zone.numerator + beat - zone.beat;
-        const std::int64_t result =
-            beats * EffectiveDivision(song) * 4 / zone.denominator + zone.tick + tick -
-            zone.beatTick;
+        const std::int64_t result = beats * EffectiveDivision(song) * 4 / zone.denominator +
+                                    zone.tick + tick - zone.beatTick;
         return result >= 0 && result < song.songLength ? static_cast<std::int32_t>(result) : -1;
     }
     return -1;
@@ -152,8 +151,8 @@ std::string ClockText(std::int64_t ms, bool withMs) {
     const std::int64_t seconds = total / 1000;
     const std::int64_t hours = seconds / 3600;
     const std::int64_t minutes = seconds / 60 % 60;
-    std::string text = hours > 0 ? std::to_string(hours) + ":" + two(minutes)
-                                 : std::to_string(minutes);
+    std::string text =
+        hours > 0 ? std::to_string(hours) + ":" + two(minutes) : std::to_string(minutes);
     text += ":" + two(seconds % 60);
     if (withMs) {
         std::string rest = std::to_string(total % 1000);

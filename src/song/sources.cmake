@@ -22,8 +22,10 @@ set(SOURCES
   note_overview.cpp
   note_overview.h
   poison.h
+  prefetch.h
   reader_fault.cpp
   reader_fault.h
+  short_record.h
   song.cpp
   song.h
   song_builder.cpp

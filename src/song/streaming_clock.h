@@ -25,9 +25,10 @@ public:
 
     /// Clock time of `tick` in milliseconds; ticks never fall within a track.
     std::int32_t MsAt(std::int32_t tick) {
-        while (tick >= nextTick_) [[unlikely]] {
-            Enter(current_ + 1);
-        }
+        while (tick >= nextTick_)
+            [[unlikely]] {
+                Enter(current_ + 1);
+            }
         return MsBehind(startMs_, msPerTick_, tick - tick_);
     }
 

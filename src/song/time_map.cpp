@@ -6,6 +6,7 @@
 #include <string>
 
 #include "song/clock.h"
+#include "song/prefetch.h"
 #include "song/song_position.h"
 
 namespace tracksmith::song {
@@ -147,8 +148,8 @@ void PlaceFirstZone(TimeZoneEntry& zone) {
 // The place of a zone behind the one before it; `sumMs` is its exact start in milliseconds.
 void PlaceZone(const SongRecord& song, const TimeZoneEntry& before, TimeZoneEntry& zone,
                double sumMs) {
-    const MeasureBeatTick place = PositionInZone(
-        song, before, std::int64_t{zone.tick} - before.tick, zone.denominator);
+    const MeasureBeatTick place =
+        PositionInZone(song, before, std::int64_t{zone.tick} - before.tick, zone.denominator);
     zone.measure = Clamped<std::int32_t>(place.measure);
     zone.beat = Clamped<std::uint8_t>(place.beat);
     zone.beatTick = Clamped<std::uint16_t>(place.tick);
@@ -164,8 +165,8 @@ void PlaceZones(SongRecord& song) {
     for (std::size_t k = 1; k < static_cast<std::size_t>(song.timeZoneCount); ++k) {
         const TimeZoneEntry& before = song.timeZones[k - 1];
         TimeZoneEntry& zone = song.timeZones[k];
-        sumMs += (static_cast<double>(zone.tick) - before.tick) *
-                 static_cast<double>(before.msPerTick);
+        sumMs +=
+            (static_cast<double>(zone.tick) - before.tick) * static_cast<double>(before.msPerTick);
         PlaceZone(song, before, zone, sumMs);
     }
 }
@@ -216,6 +217,7 @@ void SetTrackTimes(const SongRecord& song, const Track& track) {
     const TimeZoneEntry* zone = song.timeZones.data();
     const TimeZoneEntry* const last = zone + song.timeZoneCount - 1;
     for (MidiEvent* event = track.first.Get(); event != nullptr; event = event->next.Get()) {
+        PrefetchForWriting(event);
         // Meta events behind the song's length are followed by an End of Track at the length.
         if (event->tick < zone->tick) [[unlikely]] {
             zone = song.timeZones.data();

@@ -1,11 +1,10 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <atomic>
 #include <cerrno>
+#include <fcntl.h>
 #include <limits>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "base/system/file_io.h"
 
@@ -134,8 +133,7 @@ WriteResult WriteFileAtomically(const std::filesystem::path& path,
         return {WriteOutcome::CreateFailed, 0};
     }
     WriteResult result = WriteTemporary(handle.Get(), bytes, target);
-    if (result.outcome == WriteOutcome::Written &&
-        rename(temporary.c_str(), target.c_str()) != 0) {
+    if (result.outcome == WriteOutcome::Written && rename(temporary.c_str(), target.c_str()) != 0) {
         result.outcome = WriteOutcome::Failed;
     }
     if (result.outcome != WriteOutcome::Written) {

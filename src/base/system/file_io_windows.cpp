@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <limits>
 #include <system_error>
+#include <windows.h>
 
 #include "base/system/file_io.h"
 
