@@ -1,0 +1,6 @@
+set(SOURCES settings_store.cpp settings_store.h my_registry.cpp my_registry.h)
+if(WIN32)
+  list(APPEND SOURCES my_registry_windows.cpp)
+else()
+  list(APPEND SOURCES my_registry_file.cpp)
+endif()

@@ -1,0 +1,1 @@
+set(SOURCES settings_store_test.cpp)
