@@ -41,6 +41,8 @@ void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
     if (bytes.size() < song::kSmallestFile) {
         RaiseMidiError(host, texts::kTooShort);
     }
+    // The name may be the workspace's own, which clearing empties.
+    const std::filesystem::path fileName = name;
     ClearMidiMemory(workspace);
     try {
         LoadSong(workspace, bytes, host);
@@ -48,7 +50,7 @@ void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
         ClearMidiMemory(workspace);
         throw;
     }
-    workspace.fileName = name;
+    workspace.fileName = fileName;
     workspace.hasSong = true;
 }
 

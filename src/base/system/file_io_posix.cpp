@@ -57,13 +57,18 @@ std::size_t WriteAll(int handle, std::span<const std::uint8_t> bytes) {
     return done;
 }
 
-std::filesystem::path LinkTarget(const std::filesystem::path& path) {
+// Follows links by hand, since the last one may point to a file that is still to be made.
+std::filesystem::path LinkTarget(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
     std::error_code error;
-    if (!std::filesystem::is_symlink(path, error)) {
-        return path;
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i) {
+        const std::filesystem::path next = std::filesystem::read_symlink(path, error);
+        if (error) {
+            break;
+        }
+        path = path.parent_path() / next;
     }
-    std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
-    return error ? path : target;
+    return path;
 }
 
 std::string TemporaryBeside(const std::filesystem::path& target) {
