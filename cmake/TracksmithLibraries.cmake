@@ -1,10 +1,16 @@
-# Libraries from outside. A cross build finds the header-only ones in the folder that
-# TRACKSMITH_HEADER_LIBRARIES names (CLI/, nlohmann/), since the host's include folder must not
-# be searched as a whole.
+# Libraries from outside. A cross build takes the header-only ones (CLI/, nlohmann/) from the folder
+# that TRACKSMITH_HEADER_LIBRARIES names, copied aside, since the host's include folder must not be
+# searched as a whole.
 if(TRACKSMITH_HEADER_LIBRARIES)
+  foreach(folder IN ITEMS CLI nlohmann)
+    if(NOT IS_DIRECTORY ${TRACKSMITH_HEADER_LIBRARIES}/${folder})
+      message(FATAL_ERROR "${TRACKSMITH_HEADER_LIBRARIES} has no folder ${folder}")
+    endif()
+    file(COPY ${TRACKSMITH_HEADER_LIBRARIES}/${folder} DESTINATION ${CMAKE_BINARY_DIR}/headers)
+  endforeach()
   foreach(name IN ITEMS CLI11::CLI11 nlohmann_json::nlohmann_json)
     add_library(${name} INTERFACE IMPORTED)
-    target_include_directories(${name} SYSTEM INTERFACE ${TRACKSMITH_HEADER_LIBRARIES})
+    target_include_directories(${name} SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/headers)
   endforeach()
 else()
   find_package(CLI11 REQUIRED)
@@ -24,9 +30,8 @@ endif()
 if(BUILD_TESTING)
   if(TRACKSMITH_GOOGLETEST_SOURCE)
     set(INSTALL_GTEST OFF)
+    set(BUILD_GMOCK OFF)
     add_subdirectory(${TRACKSMITH_GOOGLETEST_SOURCE} googletest EXCLUDE_FROM_ALL)
-    add_library(GTest::gtest ALIAS gtest)
-    add_library(GTest::gtest_main ALIAS gtest_main)
   else()
     find_package(GTest REQUIRED)
   endif()
