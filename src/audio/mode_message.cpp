@@ -1,0 +1,84 @@
+#include "audio/mode_message.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace tracksmith::audio {
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+
+template <std::size_t Size>
+bool StartsWith(Bytes bytes, const std::array<std::uint8_t, Size>& start) {
+    return bytes.size() >= Size && std::equal(start.begin(), start.end(), bytes.begin());
+}
+
+constexpr std::array<std::uint8_t, 3> kGsReset{0x40, 0x00, 0x7F};
+constexpr std::array<std::uint8_t, 3> kGsSystemMode{0x00, 0x00, 0x7F};
+constexpr std::array<std::uint8_t, 3> kXgSystemOn{0x00, 0x00, 0x7E};
+constexpr std::array<std::uint8_t, 3> kXgAllReset{0x00, 0x00, 0x7F};
+
+/// Address and data of a Roland GS "data set" message, empty for anything else. The checksum makes
+/// the sum of address and data divisible by 128.
+Bytes GsBody(Bytes sysex) {
+    if (sysex.size() < 9 || sysex[0] != 0x41 || sysex[2] != 0x42 || sysex[3] != 0x12) {
+        return {};
+    }
+    const Bytes checked = sysex.subspan(4);
+    unsigned sum = 0;
+    for (const std::uint8_t byte : checked) {
+        sum += byte;
+    }
+    return sum % 128 == 0 ? checked.first(checked.size() - 1) : Bytes{};
+}
+
+/// Address and data of a Yamaha XG parameter change, empty for anything else.
+Bytes XgBody(Bytes sysex) {
+    const bool isXg =
+        sysex.size() >= 7 && sysex[0] == 0x43 && (sysex[1] & 0xF0) == 0x10 && sysex[2] == 0x4C;
+    return isXg ? sysex.subspan(3) : Bytes{};
+}
+
+// GS counts its parts 10, 1-9, 11-16.
+std::uint8_t ChannelOfGsPart(std::uint8_t part) {
+    if (part == 0) {
+        return 9;
+    }
+    return part <= 9 ? static_cast<std::uint8_t>(part - 1) : part;
+}
+
+} // namespace
+
+std::optional<SynthMode> ModeOfReset(Bytes sysex) {
+    if (sysex.size() >= 4 && sysex[0] == 0x7E && sysex[2] == 0x09) {
+        if (sysex[3] == 0x01) {
+            return SynthMode::Gm;
+        }
+        return sysex[3] == 0x03 ? std::optional(SynthMode::Gm2) : std::nullopt;
+    }
+    const Bytes gs = GsBody(sysex);
+    if (StartsWith(gs, kGsReset) || StartsWith(gs, kGsSystemMode)) {
+        return SynthMode::Gs;
+    }
+    const Bytes xg = XgBody(sysex);
+    if (StartsWith(xg, kXgSystemOn) || StartsWith(xg, kXgAllReset)) {
+        return SynthMode::Xg;
+    }
+    return std::nullopt;
+}
+
+std::optional<RhythmPart> RhythmPartOf(Bytes sysex) {
+    const Bytes gs = GsBody(sysex);
+    if (gs.size() == 4 && gs[0] == 0x40 && (gs[1] & 0xF0) == 0x10 && gs[2] == 0x15) {
+        const auto part = static_cast<std::uint8_t>(gs[1] & 0x0F);
+        return RhythmPart{ChannelOfGsPart(part), gs[3] != 0};
+    }
+    const Bytes xg = XgBody(sysex);
+    if (xg.size() == 4 && xg[0] == 0x08 && xg[1] < 16 && xg[2] == 0x07) {
+        return RhythmPart{xg[1], xg[3] != 0};
+    }
+    return std::nullopt;
+}
+
+} // namespace tracksmith::audio
