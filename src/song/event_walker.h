@@ -17,6 +17,9 @@ struct FileHeader {
     std::uint16_t division = 0;
 };
 
+/// The last tick that is read: leaves room below 2^31 for what is added to ticks later.
+inline constexpr std::uint32_t kMostTick = (1U << 31) - 65'536;
+
 /// Where the first track chunk starts, in bytes.
 inline constexpr std::size_t kHeaderBytes = 14;
 
@@ -53,9 +56,6 @@ public:
 
 private:
     using Byte = std::uint8_t;
-
-    // Room below 2^31 for what is added to a tick later.
-    static constexpr std::uint32_t kMostTick = (1U << 31) - 65'536;
 
     std::uint64_t Offset() const { return static_cast<std::uint64_t>(p_ - begin_); }
 

@@ -11,8 +11,8 @@ namespace {
 constexpr std::size_t kSplitTracks = 17;
 constexpr std::size_t kMetaTrackOfSplit = 1;
 constexpr std::size_t kSysexTrackOfSplit = 10;
-constexpr std::int32_t kShortestSong = 999;
-constexpr std::int32_t kRoomBehindLastEvent = 10;
+constexpr std::uint32_t kShortestSong = 999;
+constexpr std::uint32_t kRoomBehindLastEvent = 10;
 
 // Orders a chain whose tail continues from an earlier tick, keeping the order of equal ticks.
 void SortByTick(Track& track) {

@@ -1,0 +1,142 @@
+#include "app/load_sequence.h"
+
+#include <gtest/gtest.h>
+
+#include "base/system/file_io.h"
+#include "support/song_assert.h"
+#include "support/temporary_folder.h"
+
+#include "app/save_song.h"
+
+namespace tracksmith::app {
+namespace {
+
+using namespace test;
+
+Bytes SmallSong() {
+    return MidiFileBuilder()
+        .Track(TrackBuilder().Tempo(0, 400'000).Tempo(960, 500'000).End())
+        .Track(TrackBuilder().Text(0, 3, "Piano").Note(480, 0, 60, 1).Note(1440, 0, 60, 0).End())
+        .Build();
+}
+
+/// A workspace with a song that has been loaded and edited.
+class LoadSequenceTest : public testing::Test {
+protected:
+    void SetUp() override {
+        PutFile(folder_ / "old.mid", SmallSong());
+        OpenMidiFile(workspace_, folder_ / "old.mid", host_);
+        workspace_.modified = true;
+    }
+    /// Runs `load` and returns its error, which must have been shown.
+    template <typename Load>
+    std::string ErrorOf(Language language, Load&& load) {
+        RecordingMessageHost host(language);
+        try {
+            load(host);
+        } catch (const EMidiError& error) {
+            EXPECT_EQ(host.messages, std::vector<std::string>{error.what()});
+            return error.what();
+        }
+        ADD_FAILURE() << "no error";
+        return {};
+    }
+    std::string OpenError(const std::filesystem::path& file, Language language) {
+        return ErrorOf(language, [&](MessageHost& host) { OpenMidiFile(workspace_, file, host); });
+    }
+    void ExpectOldSong() {
+        EXPECT_TRUE(workspace_.hasSong);
+        EXPECT_TRUE(workspace_.modified);
+        EXPECT_EQ(workspace_.fileName, folder_ / "old.mid");
+        EXPECT_EQ(song::CheckSong(workspace_.song), "");
+        EXPECT_EQ(workspace_.song.trackCount, 2);
+    }
+
+    TemporaryFolder folder_;
+    Workspace workspace_;
+    RecordingMessageHost host_;
+};
+
+TEST_F(LoadSequenceTest, BuildsEverything) {
+    const song::Song& song = workspace_.song;
+    EXPECT_TRUE(host_.messages.empty());
+    EXPECT_EQ(song::CheckSong(song), "");
+    EXPECT_EQ(song.timeZoneCount, 3);
+    EXPECT_EQ(song.lengthText, "201010");
+    EXPECT_EQ(song.tracks[1].last->prev->timeMs, 800 + 1000);
+    EXPECT_EQ(song.tracks[1].name, "Piano");
+    EXPECT_EQ(workspace_.loadReport[song::LoadChange::NoteOnVelocityZero], 1);
+    OpenMidiFile(workspace_, folder_ / "old.mid", host_);
+    EXPECT_FALSE(workspace_.modified);
+    EXPECT_EQ(workspace_.loadReport[song::LoadChange::NoteOnVelocityZero], 1);
+}
+
+TEST_F(LoadSequenceTest, TheSameFileCanBeLoadedAgainByItsOwnName) {
+    OpenMidiFile(workspace_, workspace_.fileName, host_);
+    EXPECT_EQ(workspace_.fileName, folder_ / "old.mid");
+    EXPECT_TRUE(workspace_.hasSong);
+}
+
+TEST_F(LoadSequenceTest, AFileThatCannotBeReadLeavesTheOldSong) {
+    for (const char* name : {"missing.mid", ""}) {
+        const std::string text = system::PathText(folder_ / name);
+        EXPECT_EQ(OpenError(folder_ / name, Language::German),
+                  "Fehler beim Zugriff auf der Datei: \"" + text + "\"");
+        EXPECT_EQ(OpenError(folder_ / name, Language::English),
+                  "Error opening the midi file: \"" + text + "\"");
+        ExpectOldSong();
+    }
+}
+
+TEST_F(LoadSequenceTest, ATooShortFileLeavesTheOldSong) {
+    for (const std::size_t size : {0, 23}) {
+        PutFile(folder_ / "short.mid", Bytes(size, 'M'));
+        EXPECT_EQ(OpenError(folder_ / "short.mid", Language::German),
+                  "Fehler in der Mididatei: Datei zu kurz!");
+        EXPECT_EQ(OpenError(folder_ / "short.mid", Language::English),
+                  "Error in midifile: file too short!");
+        ExpectOldSong();
+    }
+    PutFile(folder_ / "short.mid", Bytes(24, 'M'));
+    EXPECT_EQ(OpenError(folder_ / "short.mid", Language::English),
+              "Error in midi file header - 1!");
+}
+
+TEST_F(LoadSequenceTest, AFaultInTheFileLeavesNoSongAndNoNameToSaveOver) {
+    Bytes broken = SmallSong();
+    broken.resize(broken.size() - 3);
+    PutFile(folder_ / "broken.mid", broken);
+    EXPECT_NE(OpenError(folder_ / "broken.mid", Language::English), "");
+    EXPECT_FALSE(workspace_.hasSong);
+    EXPECT_FALSE(workspace_.modified);
+    EXPECT_TRUE(workspace_.fileName.empty());
+    EXPECT_TRUE(workspace_.song.tracks.empty());
+    EXPECT_EQ(workspace_.song.timeZoneCount, 0);
+    OpenMidiFile(workspace_, folder_ / "old.mid", host_);
+    EXPECT_TRUE(workspace_.hasSong);
+    EXPECT_EQ(song::CheckSong(workspace_.song), "");
+}
+
+TEST_F(LoadSequenceTest, OptionsOutliveClearing) {
+    workspace_.decodeOptions.splitFormat0 = true;
+    workspace_.song.runningStatusAcrossSysex = 1;
+    const Bytes file = MidiFileBuilder(0)
+                           .Track(TrackBuilder().Note(0, 2, 60, 1).Raw(0, {0xF8}).Raw(0, {61, 1}))
+                           .Build();
+    OpenMidiData(workspace_, file, "memory.mid", host_);
+    EXPECT_EQ(workspace_.song.trackCount, 17);
+    EXPECT_EQ(Listing(workspace_.song.tracks[3]), "0 923C01; 0 923D01");
+    EXPECT_EQ(workspace_.fileName, "memory.mid");
+}
+
+TEST_F(LoadSequenceTest, TemposOfOtherTracksCountAtOnce) {
+    const Bytes file = MidiFileBuilder()
+                           .Track(TrackBuilder().Note(960, 0, 60, 1).End())
+                           .Track(TrackBuilder().Tempo(480, 250'000).End())
+                           .Build();
+    OpenMidiData(workspace_, file, "x.mid", host_);
+    EXPECT_EQ(workspace_.song.tracks[0].last->prev->timeMs, 750);
+}
+
+} // namespace
+} // namespace tracksmith::app

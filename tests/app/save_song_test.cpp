@@ -1,0 +1,136 @@
+#include "app/save_song.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+#include "base/system/file_io.h"
+#include "support/song_assert.h"
+#include "support/temporary_folder.h"
+
+#include "app/load_sequence.h"
+
+namespace tracksmith::app {
+namespace {
+
+using namespace test;
+
+class SaveSongTest : public testing::Test {
+protected:
+    void SetUp() override {
+        OpenMidiData(workspace_, RandomFile(7, 1), "start.mid", host_);
+        workspace_.modified = true;
+    }
+    std::string SaveError(const std::filesystem::path& file, Language language) {
+        RecordingMessageHost host(language);
+        try {
+            SaveMidiFile(workspace_, file, SaveFormat::AsSong, host);
+        } catch (const EMidiError& error) {
+            EXPECT_EQ(host.messages, std::vector<std::string>{error.what()});
+            EXPECT_TRUE(workspace_.modified);
+            EXPECT_EQ(workspace_.fileName, "start.mid");
+            return error.what();
+        }
+        ADD_FAILURE() << "no error";
+        return {};
+    }
+
+    TemporaryFolder folder_;
+    Workspace workspace_;
+    RecordingMessageHost host_;
+};
+
+TEST_F(SaveSongTest, EveryFormatLoadsAgainAndCountsAsSaved) {
+    const std::vector<std::pair<SaveFormat, int>> rows = {
+        {SaveFormat::AsSong, 1}, {SaveFormat::Format0, 0}, {SaveFormat::Format1, 1}};
+    for (const auto& [format, expected] : rows) {
+        workspace_.modified = true;
+        SaveMidiFile(workspace_, folder_ / "saved.mid", format, host_);
+        EXPECT_FALSE(workspace_.modified);
+        EXPECT_EQ(workspace_.fileName, folder_ / "saved.mid");
+        EXPECT_EQ(FileBytes(folder_ / "saved.mid"), EncodeSong(workspace_, format, host_));
+        Workspace again;
+        OpenMidiFile(again, folder_ / "saved.mid", host_);
+        EXPECT_EQ(again.song.format, expected);
+        EXPECT_EQ(again.song.songLength, workspace_.song.songLength);
+    }
+    Workspace single;
+    OpenMidiData(single, RandomFile(8, 0), "x.mid", host_);
+    EXPECT_EQ(EncodeSong(single, SaveFormat::AsSong, host_),
+              EncodeSong(single, SaveFormat::Format0, host_));
+    EXPECT_NE(EncodeSong(single, SaveFormat::AsSong, host_),
+              EncodeSong(single, SaveFormat::Format1, host_));
+}
+
+TEST_F(SaveSongTest, OptionsOfTheWorkspaceHold) {
+    const std::size_t size = EncodeSong(workspace_, SaveFormat::Format1, host_).size();
+    workspace_.encodeOptions.omitPortEvents = true;
+    const auto tracks = static_cast<std::size_t>(workspace_.song.trackCount);
+    EXPECT_EQ(EncodeSong(workspace_, SaveFormat::Format1, host_).size(), size - 5 * tracks);
+    workspace_.encodeOptions.useRunningStatus = true;
+    EXPECT_LT(EncodeSong(workspace_, SaveFormat::Format1, host_).size(), size - 5 * tracks);
+}
+
+TEST_F(SaveSongTest, AFileThatCannotBeCreatedIsNamed) {
+    const std::filesystem::path file = folder_ / "missing" / "song.mid";
+    const std::string name = system::PathText(file);
+    EXPECT_EQ(SaveError(file, Language::German), "Fehler: Schreibvorgang der Datei \"" + name +
+                                                     "\" konnnte nicht eingeleitet werden!");
+    EXPECT_EQ(SaveError(file, Language::English), "Error rewriting the midi file \"" + name);
+}
+
+TEST_F(SaveSongTest, ASongThatCannotBeCodedLeavesTheFileAlone) {
+    PutFile(folder_ / "song.mid", Bytes(9, 1));
+    workspace_.song.tracks[0].first->next->kind = 7;
+    EXPECT_EQ(SaveError(folder_ / "song.mid", Language::German),
+              "Fehler bei der Kodierung der MidiDatei!");
+    EXPECT_EQ(SaveError(folder_ / "song.mid", Language::English), "Error coding the midi file!");
+    EXPECT_EQ(FileBytes(folder_ / "song.mid"), Bytes(9, 1));
+}
+
+#ifndef _WIN32
+
+TEST_F(SaveSongTest, AFullDiskIsToldAndTheOldBytesStay) {
+    const std::filesystem::path file = folder_ / "song.mid";
+    PutFile(file, Bytes(9, 1));
+    const std::string name = system::PathText(file);
+    const std::string size =
+        std::to_string(EncodeSong(workspace_, SaveFormat::AsSong, host_).size());
+    {
+        const FileSizeLimit full(50);
+        EXPECT_EQ(SaveError(file, Language::German), "Beim Speichern der Datei \"" + name +
+                                                         "\" sind nur 50 aus " + size +
+                                                         " Bytes gespeichert");
+        EXPECT_EQ(SaveError(file, Language::English), "Error saving the midi file \"" + name +
+                                                          "\"\nThere were only 50 from " + size +
+                                                          " bytes saved");
+    }
+    {
+        const FileSizeLimit full(0);
+        EXPECT_EQ(SaveError(file, Language::German), "Fehler beim Schreiben der Datei \"" + name);
+        EXPECT_EQ(SaveError(file, Language::English), "Error writing the midi file \"" + name);
+    }
+    EXPECT_EQ(FileBytes(file), Bytes(9, 1));
+    EXPECT_EQ(folder_.Count(), 1);
+}
+
+#endif
+
+TEST_F(SaveSongTest, OverwritingIsAskedForExistingFilesOnly) {
+    const std::filesystem::path file = folder_ / "song.mid";
+    RecordingMessageHost german(Language::German);
+    RecordingMessageHost english;
+    EXPECT_TRUE(ConfirmOverwrite(file, german));
+    EXPECT_TRUE(german.questions.empty());
+    PutFile(file, Bytes(1));
+    const std::string name = system::PathText(file);
+    EXPECT_FALSE(ConfirmOverwrite(file, german));
+    english.answer = true;
+    EXPECT_TRUE(ConfirmOverwrite(file, english));
+    EXPECT_EQ(german.questions,
+              std::vector<std::string>{"Wollen Sie die Datei \"" + name + "\" überschreiben?"});
+    EXPECT_EQ(english.questions,
+              std::vector<std::string>{"Do you really want to overwrite the midifile \"" + name});
+}
+
+} // namespace
+} // namespace tracksmith::app

@@ -1,0 +1,152 @@
+#include "base/system/file_io.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+#include "support/midi_file_builder.h"
+#include "support/temporary_folder.h"
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace tracksmith::system {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace test;
+
+TEST(FileIo, WritesAndReadsBackAndLeavesNothingElse) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / fs::path(u8"Größe 𝄞.mid");
+    for (const std::size_t size : {0, 1, 100'000, 5}) {
+        const Bytes bytes(size, 0xA5);
+        const WriteResult result = WriteFileAtomically(file, bytes);
+        EXPECT_EQ(result.outcome, WriteOutcome::Written);
+        EXPECT_EQ(result.written, size);
+        EXPECT_EQ(ReadRegularFile(file), bytes);
+        EXPECT_EQ(folder.Count(), 1);
+    }
+    EXPECT_EQ(PathText(file.filename()), "Größe 𝄞.mid");
+}
+
+TEST(FileIo, MissingFilesAndFoldersAreNotRead) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(ReadRegularFile(folder / "missing.mid"), std::nullopt);
+    EXPECT_EQ(ReadRegularFile(folder.Path()), std::nullopt);
+    EXPECT_EQ(ReadRegularFile(fs::path()), std::nullopt);
+}
+
+TEST(FileIo, NoFileCanBeMadeInAMissingFolderOrOverAFolder) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "target.mid");
+    const Bytes bytes(10);
+    EXPECT_EQ(WriteFileAtomically(folder / "missing" / "x.mid", bytes).outcome,
+              WriteOutcome::CreateFailed);
+    EXPECT_EQ(WriteFileAtomically(folder / "target.mid", bytes).outcome,
+              WriteOutcome::CreateFailed);
+    EXPECT_TRUE(fs::is_directory(folder / "target.mid"));
+    EXPECT_EQ(folder.Count(), 1);
+}
+
+TEST(FileIo, AReaderNeverSeesHalfOfAWrite) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "song.mid";
+    PutFile(file, Bytes(200'000, 0));
+    std::jthread writer([&](const std::stop_token& stop) {
+        for (std::uint8_t value = 1; !stop.stop_requested(); ++value) {
+            WriteFileAtomically(file, Bytes(200'000, value));
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        const auto bytes = ReadRegularFile(file);
+        if (bytes) { // Windows may refuse to open a file that is just being replaced
+            ASSERT_EQ(bytes->size(), 200'000U);
+            ASSERT_EQ(*bytes, Bytes(200'000, bytes->front()));
+        }
+    }
+}
+
+#ifndef _WIN32
+
+TEST(FileIo, KeepsPermissions) {
+    const TemporaryFolder folder;
+    for (const mode_t mode : {0640U, 0600U, 0664U}) {
+        const fs::path file = folder / "song.mid";
+        PutFile(file, Bytes(3));
+        ASSERT_EQ(chmod(file.c_str(), mode), 0);
+        EXPECT_EQ(WriteFileAtomically(file, Bytes(4)).outcome, WriteOutcome::Written);
+        struct stat status {};
+        ASSERT_EQ(stat(file.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, mode);
+    }
+}
+
+TEST(FileIo, ALinkStaysALinkAndItsTargetIsReplaced) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "real");
+    const fs::path target = folder / "real" / "song.mid";
+    PutFile(target, Bytes(3));
+    fs::create_symlink(fs::path("real") / "song.mid", folder / "link.mid");
+    fs::create_symlink("link.mid", folder / "second.mid");
+    EXPECT_EQ(WriteFileAtomically(folder / "second.mid", Bytes(7)).outcome, WriteOutcome::Written);
+    EXPECT_TRUE(fs::is_symlink(folder / "link.mid"));
+    EXPECT_TRUE(fs::is_symlink(folder / "second.mid"));
+    EXPECT_EQ(FileBytes(target), Bytes(7));
+    EXPECT_EQ(folder.Count(), 3);
+    fs::create_symlink(fs::path("real") / "new.mid", folder / "dangling.mid");
+    EXPECT_EQ(WriteFileAtomically(folder / "dangling.mid", Bytes(2)).outcome,
+              WriteOutcome::Written);
+    EXPECT_EQ(FileBytes(folder / "real" / "new.mid"), Bytes(2));
+}
+
+TEST(FileIo, APipeOrDeviceNeitherBlocksNorIsTouched) {
+    const TemporaryFolder folder;
+    const fs::path pipe = folder / "pipe.mid";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(ReadRegularFile(pipe), std::nullopt);
+    EXPECT_EQ(ReadRegularFile("/dev/zero"), std::nullopt);
+    EXPECT_EQ(WriteFileAtomically(pipe, Bytes(5)).outcome, WriteOutcome::CreateFailed);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_EQ(folder.Count(), 1);
+}
+
+TEST(FileIo, AFileOver2GiBIsNotRead) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "large.mid";
+    PutFile(file, Bytes(1));
+    ASSERT_EQ(truncate(file.c_str(), (1LL << 31)), 0);
+    EXPECT_EQ(ReadRegularFile(file), std::nullopt);
+}
+
+struct FullDisk {
+    rlim_t room;
+    WriteOutcome outcome;
+};
+
+class FullDiskTest : public testing::TestWithParam<FullDisk> {};
+
+TEST_P(FullDiskTest, KeepsTheOldBytesAndLeavesNoTemporaryFile) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "song.mid";
+    PutFile(file, Bytes(9, 1));
+    WriteResult result;
+    {
+        const FileSizeLimit full(GetParam().room);
+        result = WriteFileAtomically(file, Bytes(10'000, 2));
+    }
+    EXPECT_EQ(result.outcome, GetParam().outcome);
+    EXPECT_EQ(result.written, GetParam().room);
+    EXPECT_EQ(FileBytes(file), Bytes(9, 1));
+    EXPECT_EQ(folder.Count(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rooms, FullDiskTest,
+                         testing::Values(FullDisk{4096, WriteOutcome::Incomplete},
+                                         FullDisk{0, WriteOutcome::Failed}));
+
+#endif
+
+} // namespace
+} // namespace tracksmith::system

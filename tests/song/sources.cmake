@@ -1,0 +1,9 @@
+set(SOURCES
+  event_chain_test.cpp
+  note_overview_test.cpp
+  reader_errors_test.cpp
+  reader_events_test.cpp
+  reader_split_test.cpp
+  song_position_test.cpp
+  time_map_test.cpp
+  writer_test.cpp)
