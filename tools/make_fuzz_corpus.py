@@ -1,0 +1,129 @@
+#!/usr/bin/env python3
+"""Write the seed corpus of the fuzz targets: small MIDI files, each with one option byte in front.
+
+Usage: make_fuzz_corpus.py [FOLDER]      (default: fuzz/corpus beside this folder)
+
+The same script always writes the same bytes. Inputs that once broke a target are kept beside the
+seeds under names of their own; this script does not touch them.
+"""
+
+import sys
+from pathlib import Path
+
+SPLIT, IGNORE, KEEP_STATUS, GERMAN, RUNNING, OMIT_PORTS, FORMAT0 = (1 << bit for bit in range(7))
+END = bytes([0, 0xFF, 0x2F, 0])
+
+
+def quantity(value):
+    out = [value & 0x7F]
+    while value := value >> 7:
+        out.insert(0, 0x80 | value & 0x7F)
+    return bytes(out)
+
+
+def event(delta, *data):
+    return quantity(delta) + bytes(data)
+
+
+def meta(delta, kind, payload=b""):
+    return event(delta, 0xFF, kind) + quantity(len(payload)) + payload
+
+
+def sysex(delta, payload):
+    return event(delta, 0xF0) + quantity(len(payload)) + payload
+
+
+def tempo(delta, microseconds):
+    return meta(delta, 0x51, microseconds.to_bytes(3, "big"))
+
+
+def metre(delta, numerator, exponent):
+    return meta(delta, 0x58, bytes([numerator, exponent, 24, 8]))
+
+
+def chunk(*events, length=None):
+    data = b"".join(events)
+    return b"MTrk" + (len(data) if length is None else length).to_bytes(4, "big") + data
+
+
+def midi_file(*chunks, kind=1, division=480, tracks=None):
+    count = len(chunks) if tracks is None else tracks
+    head = b"MThd" + bytes([0, 0, 0, 6]) + b"".join(
+        number.to_bytes(2, "big") for number in (kind, count, division))
+    return head + b"".join(chunks)
+
+
+NOTE = event(0, 0x90, 60, 100) + event(480, 0x80, 60, 64)
+CHORD = event(0, 0x90, 60, 99) + event(0, 64, 99) + event(240, 60, 0) + event(0, 64, 0)
+EMPTY = chunk(END)
+
+
+def seeds():
+    """Name, options and bytes of every seed."""
+    yield "one_note", 0, midi_file(chunk(NOTE, END))
+    yield "format0_split", SPLIT | FORMAT0, midi_file(
+        chunk(tempo(0, 400_000), NOTE, event(0, 0x95, 1, 2), sysex(5, b"\x7e\xf7"), END), kind=0)
+    yield "format0_two_chunks_split", SPLIT, midi_file(
+        chunk(NOTE, NOTE, END), chunk(event(7, 0x91, 61, 1), NOTE, END), kind=0)
+    yield "format2", GERMAN, midi_file(chunk(NOTE, END), chunk(CHORD, END), kind=2)
+    yield "running_status", RUNNING, midi_file(chunk(CHORD, event(0, 0xC1, 5), event(9, 6), END))
+    yield "running_status_kept", KEEP_STATUS | RUNNING, midi_file(
+        chunk(CHORD, meta(0, 1, b"x"), event(3, 62, 9), sysex(0, b"\xf7"), event(0, 62, 0), END))
+    yield "tempo_metre", 0, midi_file(
+        chunk(tempo(0, 500_000), metre(0, 6, 3), tempo(700, 333_333), metre(20, 2, 1),
+              metre(400, 3, 4), END), chunk(NOTE, event(5000, 0x90, 1, 1), END))
+    yield "tempo_in_other_track", 0, midi_file(
+        chunk(tempo(480, 400_000), END), chunk(tempo(0, 0), metre(960, 3, 2), NOTE, NOTE, END))
+    yield "tempo_behind_the_end", FORMAT0, midi_file(
+        chunk(NOTE, tempo(90_000, 1), metre(0, 7, 3), END), EMPTY)
+    yield "many_tempos", 0, midi_file(
+        chunk(*(tempo(11, 200_000 + 7919 * i) for i in range(60)), END), chunk(NOTE, END))
+    yield "short_meta_payloads", 0, midi_file(
+        chunk(meta(0, 0x51, b"\x07"), meta(0, 0x58, b"\x03"), meta(0, 0x59), NOTE, END))
+    yield "odd_metres", 0, midi_file(
+        chunk(metre(0, 0, 2), metre(100, 200, 1), metre(100, 1, 7), metre(100, 1, 255), NOTE, END))
+    yield "names", IGNORE, midi_file(
+        chunk(meta(0, 3, b"Song"), meta(1, 3, b"later"), END),
+        chunk(meta(0, 3, b"a zel_ignore b"), NOTE, END))
+    yield "all_metas", OMIT_PORTS, midi_file(
+        chunk(*(meta(1, kind, b"ab") for kind in range(0x80) if kind != 0x2F), END), EMPTY)
+    yield "system_messages", 0, midi_file(
+        chunk(*(event(1, status) for status in range(0xF8, 0xFD)), event(0, 0xF7, 1, 9), NOTE, END))
+    yield "sysex_long", 0, midi_file(chunk(sysex(0, b"\x43" * 300 + b"\xf7"), sysex(4, b""), END))
+    yield "lyrics", RUNNING | FORMAT0, midi_file(
+        chunk(*(meta(48, 5, word) for word in (b"la", b"\xfc", b"\r", b"")), END), chunk(CHORD, END))
+    yield "second_byte_over_127", 0, midi_file(chunk(event(0, 0xB0, 7, 200), END))
+    yield "no_end_of_track", 0, midi_file(chunk(NOTE), chunk(CHORD))
+    yield "bytes_behind_end", 0, midi_file(chunk(NOTE, END, b"\xfe\xfe"), chunk(CHORD, END), EMPTY)
+    yield "division0", 0, midi_file(chunk(metre(0, 6, 3), NOTE, END), EMPTY, division=0)
+    yield "smpte_division", 0, midi_file(chunk(NOTE, END), EMPTY, division=0xE728)
+    yield "latest_tick", 0, midi_file(
+        chunk(tempo(0, 0xFFFFFF), event(0x7FFEFFF0, 0x90, 60, 1), END), division=1)
+    yield "padded_quantity", 0, midi_file(chunk(b"\x80\x80\x80\x05\x90\x3c\x01", END))
+    yield "two_ports", OMIT_PORTS | FORMAT0, midi_file(
+        chunk(meta(0, 0x21, b"\x01"), NOTE, END), chunk(meta(0, 0x20, b"\x05"), CHORD, END))
+    yield "fault_header", GERMAN, midi_file(chunk(NOTE, END))[1:]
+    yield "fault_promise", GERMAN, midi_file(chunk(NOTE, END), tracks=65_535)
+    yield "fault_no_tracks", 0, midi_file(tracks=0) + bytes(12)
+    yield "fault_no_status", GERMAN, midi_file(chunk(event(0, 60, 60), END))
+    yield "fault_data", GERMAN, midi_file(chunk(event(0, 0x90, 200, 1), END), EMPTY)
+    yield "fault_command", 0, midi_file(chunk(event(0, 0xF1), END))
+    yield "fault_end_of_track", 0, midi_file(chunk(meta(0, 0x2F, b"x")))
+    yield "fault_sysex_length", 0, midi_file(chunk(event(0, 0xF0, 0x87, 0xFF, 0xFF, 0x7F)))
+    yield "fault_chunk_length", 0, midi_file(chunk(NOTE, length=0xFFFFFFFF))
+
+
+def main():
+    here = Path(__file__).resolve().parent.parent / "fuzz" / "corpus"
+    root = Path(sys.argv[1]) if len(sys.argv) > 1 else here
+    for target in ("reader", "load_save_load"):
+        folder = root / target
+        folder.mkdir(parents=True, exist_ok=True)
+        for name, options, data in seeds():
+            # A file that is refused teaches the second target nothing.
+            if target == "reader" or not name.startswith("fault_"):
+                (folder / f"{name}.bin").write_bytes(bytes([options]) + data)
+
+
+if __name__ == "__main__":
+    main()
