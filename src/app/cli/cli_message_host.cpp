@@ -1,0 +1,27 @@
+#include "app/cli/cli_message_host.h"
+
+#include <ostream>
+
+#include "base/display_text.h"
+
+#include "app/cli/texts.h"
+
+namespace tracksmith::cli {
+
+void CliMessageHost::ShowMessage(std::string_view text) {
+    // One line for each message, whatever breaks its text has.
+    const std::string line = DisplayPath(text);
+    if (!file_.empty() && line.find(file_) == std::string::npos) {
+        context_.log << file_ << ": ";
+    }
+    context_.log << line << std::endl;
+}
+
+bool CliMessageHost::AskYesNo(std::string_view question) {
+    if (!context_.yes) {
+        ShowMessage(std::string(question).append(" ").append(context_.Say(texts::kAnsweredNo)));
+    }
+    return context_.yes;
+}
+
+} // namespace tracksmith::cli

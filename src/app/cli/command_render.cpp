@@ -1,0 +1,132 @@
+#include <cmath>
+#include <memory>
+#include <ostream>
+
+#include "audio/audio_error.h"
+#include "audio/render_song.h"
+#include "base/display_text.h"
+#include "base/system/file_io.h"
+
+#include "app/cli/commands.h"
+#include "app/cli/console.h"
+#include "app/cli/output_names.h"
+#include "app/cli/song_input.h"
+#include "app/cli/texts.h"
+#include "app/save_song.h"
+
+namespace tracksmith::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct RenderArguments {
+    std::string file;
+    std::string out;
+    std::string soundfont;
+};
+
+fs::path PathOf(const std::string& utf8) {
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
+
+/// Percentages on one line of the terminal, removed at the end.
+class ProgressLine {
+public:
+    explicit ProgressLine(const CliContext& context)
+        : log_(context.log), shown_(context.logIsTerminal && !context.quiet) {}
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+    ~ProgressLine() {
+        if (percent_ >= 0) {
+            log_ << "\r     \r" << std::flush;
+        }
+    }
+
+    void Show(std::int64_t done, std::int64_t total) {
+        const std::int64_t percent = total > 0 ? done * 100 / total : 100;
+        if (shown_ && percent != percent_) {
+            percent_ = percent;
+            log_ << "\r" << percent << " %" << std::flush;
+        }
+    }
+
+private:
+    std::ostream& log_;
+    bool shown_;
+    std::int64_t percent_ = -1;
+};
+
+audio::RenderResult Render(const CliContext& context, const RenderArguments& arguments,
+                           const app::Workspace& workspace) {
+    const InterruptWatch watch;
+    ProgressLine progress(context);
+    audio::RenderOptions options;
+    options.soundfont = PathOf(arguments.soundfont);
+    return audio::RenderSong(workspace.song, PathOf(arguments.out), options,
+                             [&](std::int64_t done, std::int64_t total) {
+                                 progress.Show(done, total);
+                                 return !InterruptWatch::Requested();
+                             });
+}
+
+int RenderInput(CliContext& context, const RenderArguments& arguments, const InputFile& input,
+                const app::Workspace& workspace, MessageHost& host) {
+    LogChanges(context, input, workspace);
+    if (!app::ConfirmOverwrite(PathOf(arguments.out), host)) {
+        return kWriteFailed;
+    }
+    try {
+        const audio::RenderResult result = Render(context, arguments, workspace);
+        if (result.cancelled) {
+            host.ShowMessage(context.Say(texts::kCancelled));
+            return kWriteFailed;
+        }
+        const double peakDb = result.peak > 0 ? 20 * std::log10(double{result.peak}) : -INFINITY;
+        context.out << input.Name() << " -> "
+                    << texts::Rendered(context.language, DisplayPath(arguments.out),
+                                       result.lengthMs, peakDb, result.limitedSamples)
+                    << "\n";
+        return kOk;
+    } catch (const audio::EAudioError& error) {
+        host.ShowMessage(error.In(context.language));
+        return error.Fault() == audio::AudioFault::NoInstrument ? kPortOrAudioMissing
+                                                                : kWriteFailed;
+    }
+}
+
+int RunRender(CliContext& context, const RenderArguments& arguments) {
+    SongBatch batch(context);
+    const std::vector<InputFile>& inputs = batch.Expand({arguments.file});
+    if (inputs.size() > 1) {
+        context.log << context.Say(texts::kOneToRender) << "\n";
+        return kUsage;
+    }
+    if (OutputNames({}, inputs).IsInput(PathOf(arguments.out))) {
+        context.log << context.Say(texts::kWouldOverwriteInput) << DisplayPath(arguments.out)
+                    << "\n";
+        return kWriteFailed;
+    }
+    return batch.Run([&](const InputFile& input, app::Workspace& workspace, MessageHost& host) {
+        return RenderInput(context, arguments, input, workspace, host);
+    });
+}
+
+} // namespace
+
+void AddRenderCommand(CLI::App& app, CliContext& context) {
+    const auto arguments = std::make_shared<RenderArguments>();
+    CLI::App* command = app.add_subcommand("render", context.Say(texts::kHelpRender));
+    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
+        ->required()
+        ->type_name("");
+    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutWav))
+        ->type_name("WAV")
+        ->required();
+    command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
+        ->type_name("SF2");
+    command->callback([&context, arguments] {
+        context.run = [&context, arguments] { return RunRender(context, *arguments); };
+    });
+}
+
+} // namespace tracksmith::cli

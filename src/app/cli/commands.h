@@ -1,0 +1,20 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "app/cli/cli_context.h"
+
+/// One function for each command: declares its arguments and sets `context.run` when the user chose
+/// it. `context` must outlive `app`.
+namespace tracksmith::cli {
+
+/// `info`: describes songs as text or JSON.
+void AddInfoCommand(CLI::App& app, CliContext& context);
+
+/// `convert`: saves songs in another format.
+void AddConvertCommand(CLI::App& app, CliContext& context);
+
+/// `render`: plays a song on the built-in instrument into an audio file.
+void AddRenderCommand(CLI::App& app, CliContext& context);
+
+} // namespace tracksmith::cli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+
+/// What the command line needs from the system it runs on.
+namespace tracksmith::cli {
+
+/// Prepares the standard streams: UTF-8 text, unchanged bytes, and a closed pipe that shows as a
+/// failed write instead of ending the program. Call once at the start of the program.
+void SetUpConsole();
+
+/// The arguments behind the program's name as UTF-8.
+std::vector<std::string> ProgramArguments(int count, const char* const* values);
+
+/// The language that the user's system is set to; English for all but German.
+Language SystemLanguage();
+
+/// True when a person reads the standard error at a terminal.
+bool ErrorIsTerminal();
+
+/// While it lives, Ctrl+C does not end the program but shows in Requested. One at a time.
+class InterruptWatch {
+public:
+    InterruptWatch();
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+    ~InterruptWatch();
+
+    static bool Requested();
+
+private:
+    void (*previous_)(int);
+};
+
+} // namespace tracksmith::cli

@@ -1,0 +1,90 @@
+#include "app/cli/info_json.h"
+
+#include <nlohmann/json.hpp>
+
+#include "song/song_position.h"
+
+namespace tracksmith::cli {
+namespace {
+
+// Keeps the fields in the order in which they are written here.
+using Json = nlohmann::ordered_json;
+
+constexpr int kSchema = 1;
+constexpr int kChannels = 16;
+
+// File names need not be valid UTF-8.
+std::string Line(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+Json OrNull(const std::optional<std::uint8_t>& value) {
+    return value ? Json(int{*value}) : Json();
+}
+
+Json TracksJson(const app::SongDescription& song) {
+    Json tracks = Json::array();
+    for (const auto& track : song.tracks) {
+        tracks.push_back({{"name", track.name},
+                          {"channel", track.channel < kChannels ? Json(track.channel + 1) : Json()},
+                          {"events", track.events},
+                          {"notes", track.notes}});
+    }
+    return tracks;
+}
+
+Json ChannelsJson(const app::SongDescription& song) {
+    Json channels = Json::array();
+    for (const auto& line : song.channels) {
+        channels.push_back({{"channel", line.channel + 1},
+                            {"notes", line.notes},
+                            {"bankMsb", OrNull(line.bankMsb)},
+                            {"bankLsb", OrNull(line.bankLsb)},
+                            {"program", OrNull(line.program)},
+                            {"voice", nullptr}});
+    }
+    return channels;
+}
+
+Json ChangesJson(const song::LoadReport& report) {
+    Json changes = Json::object();
+    for (std::size_t i = 0; i < song::kLoadChangeCount; ++i) {
+        const auto change = static_cast<song::LoadChange>(i);
+        if (report[change] != 0) {
+            changes[song::LoadChangeName(change)] = report[change];
+        }
+    }
+    return changes;
+}
+
+} // namespace
+
+std::string InfoJson(const std::string& file, const app::SongDescription& song) {
+    return Line({{"schema", kSchema},
+                 {"file", file},
+                 {"ok", true},
+                 {"error", nullptr},
+                 {"format", int{song.format}},
+                 {"fileFormat", int{song.fileFormat}},
+                 {"division", song.division},
+                 {"trackCount", song.tracks.size()},
+                 {"events", song.events},
+                 {"notes", song.notes},
+                 {"tempos", song.tempos.size()},
+                 {"timeSignatures", song.metres.size()},
+                 {"keySignatures", song.keySignatures},
+                 {"sysex", song.sysex},
+                 {"lyrics", song.lyrics},
+                 {"songLength", song.songLength},
+                 {"lengthMs", song.lengthMs},
+                 {"lengthText", song.lengthText},
+                 {"tracks", TracksJson(song)},
+                 {"channels", ChannelsJson(song)},
+                 {"changes", ChangesJson(song.changes)}});
+}
+
+std::string InfoFailureJson(const std::string& file, const std::string& error) {
+    return Line({{"schema", kSchema}, {"file", file}, {"ok", false}, {"error", error}});
+}
+
+} // namespace tracksmith::cli

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "base/text.h"
+
+#include "app/song_description.h"
+
+namespace tracksmith::cli {
+
+/// How many lines of tempo and metre changes are shown unless all are wanted.
+inline constexpr std::size_t kShownChanges = 8;
+
+/// Writes a description for people: aligned columns, channels from 1, programs from 1. `all` shows
+/// every change of tempo and metre.
+void WriteInfo(std::ostream& out, const std::string& file, const app::SongDescription& song,
+               Language language, bool all);
+
+} // namespace tracksmith::cli

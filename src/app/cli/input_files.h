@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tracksmith::cli {
+
+/// One song that a command is to work on.
+struct InputFile {
+    std::filesystem::path path;
+    /// Where it lies below the folder that was given; the bare file name for a file that was given
+    /// itself.
+    std::filesystem::path relative;
+    /// Its bytes come from the standard input.
+    bool standardInput = false;
+
+    /// The name as given, for messages and results (UTF-8; `-` for the standard input).
+    std::string Name() const;
+};
+
+/// Songs for the arguments `names` (UTF-8), in their order. `-` is the standard input. A folder
+/// stands for the songs in it and in its subfolders (.mid, .midi, .kar, .smf in any case), sorted
+/// by path. A file is taken whatever its name, also when it does not exist: reading it reports
+/// that. Folders without any song, or that cannot be read, go to `emptyFolders`.
+std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
+                                    std::vector<std::string>& emptyFolders);
+
+} // namespace tracksmith::cli

@@ -1,0 +1,14 @@
+#include <iostream>
+
+#include "app/cli/cli_app.h"
+#include "app/cli/console.h"
+
+int main(int argc, char** argv) {
+    using namespace tracksmith::cli;
+    SetUpConsole();
+    std::ios::sync_with_stdio(false);
+    std::cin.tie(nullptr);
+    const std::vector<std::string> arguments = ProgramArguments(argc, argv);
+    return RunCli(arguments, {std::cin, std::cout, std::cerr, TRACKSMITH_VERSION, SystemLanguage(),
+                              ErrorIsTerminal()});
+}

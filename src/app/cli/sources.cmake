@@ -1,0 +1,14 @@
+set(SOURCES cli_app.cpp cli_app.h cli_context.h cli_message_host.cpp cli_message_host.h
+    command_convert.cpp command_info.cpp commands.h console.h info_json.cpp info_json.h
+    info_text.cpp info_text.h input_files.cpp input_files.h output_names.cpp output_names.h
+    song_input.cpp song_input.h texts.cpp texts.h)
+if(TRACKSMITH_AUDIO)
+  list(APPEND SOURCES command_render.cpp)
+else()
+  list(APPEND SOURCES command_render_none.cpp)
+endif()
+if(WIN32)
+  list(APPEND SOURCES console_windows.cpp)
+else()
+  list(APPEND SOURCES console_posix.cpp)
+endif()

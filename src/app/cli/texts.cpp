@@ -1,0 +1,60 @@
+#include "app/cli/texts.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "song/song_position.h"
+
+namespace tracksmith::cli::texts {
+namespace {
+
+constexpr Text kInFile{De{" (Datei: "}, En{" (file: "}};
+constexpr Text kTicks{De{" Ticks je Viertelnote"}, En{" ticks per quarter note"}};
+constexpr Text kAndBefore{De{"… und "}, En{"… and "}};
+constexpr Text kAndBehind{De{" weitere (--all zeigt alle)"}, En{" more (--all shows them)"}};
+constexpr Text kFiles{De{" Dateien: "}, En{" files: "}};
+constexpr Text kDone{De{" erledigt, "}, En{" done, "}};
+constexpr Text kFailed{De{" fehlgeschlagen"}, En{" failed"}};
+constexpr Text kPeak{De{", Spitze "}, En{", peak "}};
+constexpr Text kLimited{De{" Samples begrenzt"}, En{" samples limited"}};
+
+} // namespace
+
+std::string InFile(Language language, int fileFormat) {
+    return std::string(kInFile.In(language)) + std::to_string(fileFormat) + ")";
+}
+
+std::string TicksPerQuarter(Language language, int division) {
+    return std::to_string(division).append(kTicks.In(language));
+}
+
+std::string AndMore(Language language, std::size_t number) {
+    return std::string(kAndBefore.In(language))
+        .append(std::to_string(number))
+        .append(kAndBehind.In(language));
+}
+
+std::string Summary(Language language, std::size_t total, std::size_t failed) {
+    std::ostringstream text;
+    text << total << kFiles.In(language) << total - failed << kDone.In(language) << failed
+         << kFailed.In(language);
+    return text.str();
+}
+
+std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,
+                     std::int64_t limitedSamples) {
+    std::ostringstream text;
+    text << file << " (" << song::ClockText(lengthMs);
+    if (std::isfinite(peakDb)) {
+        text.setf(std::ios::fixed);
+        text.precision(1);
+        text << kPeak.In(language) << peakDb << " dBFS";
+    }
+    if (limitedSamples > 0) {
+        text << ", " << limitedSamples << kLimited.In(language);
+    }
+    text << ")";
+    return text.str();
+}
+
+} // namespace tracksmith::cli::texts

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+/// Every text of the command line.
+namespace tracksmith::cli::texts {
+
+// Help.
+inline constexpr Text kHelpProgram{
+    De{"Song-Dateien (Standard MIDI Files) untersuchen, umwandeln und als Audio ausgeben."},
+    En{"Examine song files (Standard MIDI Files), convert them and render them to audio."}};
+inline constexpr Text kHelpCommands{De{"Befehle"}, En{"Commands"}};
+inline constexpr Text kHelpHelp{De{"Zeigt diese Hilfe"}, En{"Shows this help"}};
+inline constexpr Text kHelpVersion{De{"Zeigt die Version"}, En{"Shows the version"}};
+inline constexpr Text kHelpLang{De{"Sprache der Meldungen"}, En{"Language of the messages"}};
+inline constexpr Text kHelpQuiet{De{"Nur Fehler melden"}, En{"Report failures only"}};
+inline constexpr Text kHelpYes{De{"Alle Fragen mit Ja beantworten"},
+                               En{"Answer all questions with Yes"}};
+inline constexpr Text kHelpFile{De{"Song-Datei, - für die Standardeingabe"},
+                                En{"Song file, - for the standard input"}};
+inline constexpr Text kHelpFiles{De{"Song-Dateien, Ordner, - für die Standardeingabe"},
+                                 En{"Song files, folders, - for the standard input"}};
+inline constexpr Text kHelpInfo{De{"Beschreibt Songs"}, En{"Describes songs"}};
+inline constexpr Text kHelpJson{De{"Ein JSON-Objekt je Datei und Zeile"},
+                                En{"One JSON object per file and line"}};
+inline constexpr Text kHelpAll{De{"Alle Tempo- und Taktwechsel zeigen"},
+                               En{"Show all changes of tempo and metre"}};
+inline constexpr Text kHelpConvert{De{"Speichert Songs in anderer Form"},
+                                   En{"Saves songs in another form"}};
+inline constexpr Text kHelpFormat{De{"Format der Dateien; sonst wie im Song"},
+                                  En{"Format of the files; else as in the song"}};
+inline constexpr Text kHelpOutFolder{De{"Ordner für die Ergebnisse, - für die Standardausgabe"},
+                                     En{"Folder for the results, - for the standard output"}};
+inline constexpr Text kHelpInPlace{De{"Die Originale ersetzen"}, En{"Replace the originals"}};
+inline constexpr Text kHelpRunningStatus{De{"Wiederholte Statusbytes weglassen"},
+                                         En{"Leave out repeated status bytes"}};
+inline constexpr Text kHelpOmitPorts{De{"Port-Ereignisse weglassen"}, En{"Leave out port events"}};
+inline constexpr Text kHelpSplit{De{"Format 0 auf Kanalspuren verteilen"},
+                                 En{"Split format 0 into channel tracks"}};
+inline constexpr Text kHelpDryRun{De{"Nichts schreiben, nur zeigen, was geschähe"},
+                                  En{"Write nothing, only show what would be done"}};
+inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
+                                  En{"Plays a song on the built-in instrument into a WAV file"}};
+inline constexpr Text kHelpRenderNone{De{"In dieser Fassung nicht enthalten"},
+                                      En{"Not contained in this build"}};
+inline constexpr Text kHelpOutWav{De{"Die Audiodatei"}, En{"The audio file"}};
+inline constexpr Text kHelpSoundfont{De{"SoundFont (*.sf2, *.sf3) für die Klänge"},
+                                     En{"SoundFont (*.sf2, *.sf3) for the sounds"}};
+
+// Usage.
+inline constexpr Text kUsageError{De{"Fehler im Aufruf: "}, En{"Usage error: "}};
+inline constexpr Text kUsageHint{De{"Hilfe: tracksmith-cli --help"},
+                                 En{"Help: tracksmith-cli --help"}};
+inline constexpr Text kOutAndInPlace{De{"--out und --in-place schließen sich aus."},
+                                     En{"--out and --in-place exclude each other."}};
+inline constexpr Text kNoOutput{De{"Wohin? Bitte --out ORDNER oder --in-place angeben."},
+                                En{"Where to? Please give --out DIR or --in-place."}};
+inline constexpr Text kOneToStandardOutput{De{"In die Standardausgabe passt nur ein Song."},
+                                           En{"Only one song fits into the standard output."}};
+inline constexpr Text kStandardInputInPlace{De{"Die Standardeingabe kann nicht ersetzt werden."},
+                                            En{"The standard input cannot be replaced."}};
+inline constexpr Text kOneToRender{De{"Bitte nur einen Song angeben."},
+                                   En{"Please give one song only."}};
+
+// Work.
+inline constexpr Text kUnexpected{De{"Unerwarteter Fehler: "}, En{"Unexpected error: "}};
+inline constexpr Text kOutputLost{De{"Die Standardausgabe konnte nicht geschrieben werden."},
+                                  En{"The standard output could not be written."}};
+inline constexpr Text kNoSongs{De{"Der Ordner enthält keine Song-Dateien."},
+                               En{"The folder contains no song files."}};
+inline constexpr Text kStandardInputTooLong{De{"Die Standardeingabe ist zu lang."},
+                                            En{"The standard input is too long."}};
+inline constexpr Text kAnsweredNo{De{"Nein (--yes für Ja)"}, En{"No (--yes for Yes)"}};
+inline constexpr Text kWouldOverwriteInput{De{"Originale werden nicht überschrieben: "},
+                                           En{"Originals are not overwritten: "}};
+inline constexpr Text kCancelled{De{"Abgebrochen; es wurde nichts geschrieben."},
+                                 En{"Cancelled; nothing was written."}};
+inline constexpr Text kNoInstrument{
+    De{"Diese Fassung des Programms hat kein eingebautes Instrument."},
+    En{"This build of the program has no built-in instrument."}};
+
+// Labels of `info`.
+inline constexpr Text kName{Both{"Name"}};
+inline constexpr Text kFormat{Both{"Format"}};
+inline constexpr Text kDivision{De{"Auflösung"}, En{"Division"}};
+inline constexpr Text kLength{De{"Länge"}, En{"Length"}};
+inline constexpr Text kEvents{De{"Ereignisse"}, En{"Events"}};
+inline constexpr Text kNotes{De{"Noten"}, En{"Notes"}};
+inline constexpr Text kSysex{De{"SysEx"}, En{"SysEx"}};
+inline constexpr Text kLyrics{De{"Liedtext"}, En{"Lyrics"}};
+inline constexpr Text kKeySignatures{De{"Tonarten"}, En{"Key signatures"}};
+inline constexpr Text kTempo{Both{"Tempo"}};
+inline constexpr Text kMetre{De{"Taktart"}, En{"Metre"}};
+inline constexpr Text kTracks{De{"Spuren"}, En{"Tracks"}};
+inline constexpr Text kChannel{De{"Kanal"}, En{"Channel"}};
+inline constexpr Text kChannels{De{"Kanäle"}, En{"Channels"}};
+inline constexpr Text kProgram{De{"Programm"}, En{"Program"}};
+inline constexpr Text kBank{Both{"Bank"}};
+inline constexpr Text kIgnored{De{" (übergangen)"}, En{" (ignored)"}};
+inline constexpr Text kChanges{De{"Geändert"}, En{"Changed"}};
+inline constexpr Text kNone{De{"nichts"}, En{"nothing"}};
+
+/// The format that the file has, when the song is held in another one.
+std::string InFile(Language language, int fileFormat);
+
+/// The unit behind a song's division.
+std::string TicksPerQuarter(Language language, int division);
+
+/// The line behind a list that is not shown whole.
+std::string AndMore(Language language, std::size_t number);
+
+/// The line at the end of a batch.
+std::string Summary(Language language, std::size_t total, std::size_t failed);
+
+/// What was rendered: the file, its length in milliseconds, its peak in decibels of full scale.
+std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,
+                     std::int64_t limitedSamples);
+
+} // namespace tracksmith::cli::texts

@@ -1,0 +1,64 @@
+#include "cli_fixture.h"
+
+namespace tracksmith::cli {
+namespace {
+
+struct UsageCase {
+    std::vector<std::string> arguments;
+    const char* complaint;
+};
+
+class UsageTest : public CliTest, public testing::WithParamInterface<UsageCase> {};
+
+TEST_P(UsageTest, WrongArgumentsEndWithTwo) {
+    EXPECT_EQ(Run(GetParam().arguments), 2);
+    EXPECT_EQ(out_, "");
+    EXPECT_TRUE(Says(GetParam().complaint)) << log_;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Wrong, UsageTest,
+    testing::Values(UsageCase{{}, "Usage error"}, UsageCase{{"info"}, "FILE"},
+                    UsageCase{{"nonsense"}, "Usage error"},
+                    UsageCase{{"info", "a.mid", "--nonsense"}, "--nonsense"},
+                    UsageCase{{"info", "a.mid", "--lang", "fr"}, "--lang"},
+                    UsageCase{{"convert", "a.mid", "--format", "2", "--out", "x"}, "--format"},
+                    UsageCase{{"convert", "a.mid"}, "--out"},
+                    UsageCase{{"convert", "a.mid", "--out", "x", "--in-place"}, "exclude"},
+                    UsageCase{{"convert", "a.mid", "b.mid", "--out", "-"}, "Only one song"},
+                    UsageCase{{"convert", "-", "--in-place"}, "standard input"}));
+
+TEST_F(CliTest, VersionAndHelp) {
+    EXPECT_EQ(Run({"--version"}), 0);
+    EXPECT_EQ(out_, "tracksmith-cli 1.2.3\n");
+    EXPECT_EQ(Run({"convert", "--help", "--lang", "de"}), 0);
+    EXPECT_NE(out_.find("Die Originale ersetzen"), std::string::npos) << out_;
+    EXPECT_EQ(out_.find("Options"), std::string::npos) << out_;
+    EXPECT_EQ(log_, "");
+}
+
+TEST_F(CliTest, LanguageOfTheSystemAndOfTheOption) {
+    const std::string missing = At("missing.mid");
+    EXPECT_EQ(Run({"info", missing}), 3);
+    EXPECT_TRUE(Says("Error opening the midi file")) << log_;
+    EXPECT_EQ(Run({"--lang=de", "info", missing}), 3);
+    EXPECT_TRUE(Says("Fehler beim Zugriff")) << log_;
+    language_ = Language::German;
+    EXPECT_EQ(Run({"info", missing}), 3);
+    EXPECT_TRUE(Says("Fehler beim Zugriff")) << log_;
+    EXPECT_EQ(Run({"info", missing, "--lang", "en"}), 3);
+    EXPECT_TRUE(Says("Error opening the midi file")) << log_;
+}
+
+TEST_F(CliTest, LostStandardOutputIsReported) {
+    Put("song.mid", Format0Song());
+    std::istringstream in;
+    std::ostringstream log;
+    std::ostream closed(nullptr);
+    const std::vector<std::string> arguments{"info", At("song.mid")};
+    EXPECT_EQ(RunCli(arguments, {in, closed, log, "1", Language::English, false}), 4);
+    EXPECT_NE(log.str().find("standard output"), std::string::npos);
+}
+
+} // namespace
+} // namespace tracksmith::cli
