@@ -1,0 +1,43 @@
+#pragma once
+
+#include <filesystem>
+
+#include "base/text.h"
+#include <QByteArray>
+
+#include "app/forms/theme.h"
+#include "app/settings/settings_store.h"
+
+namespace tracksmith::forms {
+
+/// What the window remembers from one start to the next, each as one value of the user's settings.
+/// A missing or broken value reads as the default. User-interface thread only.
+class FormSettings {
+public:
+    explicit FormSettings(settings::SettingsStore& store) : store_(store) {}
+
+    /// The language chosen, else the system's when that is German, else English.
+    Language ReadLanguage();
+    void WriteLanguage(Language language);
+
+    /// The theme chosen, dark at first.
+    Theme ReadTheme();
+    void WriteTheme(Theme theme);
+
+    /// Place and size of the window as QWidget::saveGeometry gives it; empty at first.
+    QByteArray ReadGeometry();
+    void WriteGeometry(const QByteArray& geometry);
+
+    /// The folder in which a file was last opened or saved, else the user's home.
+    std::filesystem::path ReadLastFolder();
+    void WriteLastFolder(const std::filesystem::path& folder);
+
+    /// A switch, off at first.
+    bool ReadSwitch(const char* name) { return store_.ReadBoolFromUserRegistry(name, false); }
+    void WriteSwitch(const char* name, bool on) { store_.WriteBoolToUserRegistry(name, on); }
+
+private:
+    settings::SettingsStore& store_;
+};
+
+} // namespace tracksmith::forms

@@ -1,0 +1,51 @@
+#include "app/forms/labels.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include "app/forms/theme.h"
+
+namespace tracksmith::forms {
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::SetFullText(const QString& text) {
+    setText(text);
+    setAccessibleName(text);
+    updateGeometry();
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+    return {fontMetrics().averageCharWidth() * 4, fontMetrics().height()};
+}
+
+QSize ElidedLabel::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(text()) + fontMetrics().averageCharWidth(),
+            fontMetrics().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
+}
+
+QLabel* NewLabel(const char* objectName, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(QLatin1String(objectName));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel* NewCaption(const char* objectName, QWidget* parent) {
+    QLabel* label = NewLabel(objectName, parent);
+    label->setFont(ScaledFont(label->font(), 0.85));
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
+} // namespace tracksmith::forms

@@ -1,0 +1,58 @@
+#include <chrono>
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+#include "app/forms/main_form.h"
+#include "app/forms/qt_text.h"
+#include "app/settings/settings_store.h"
+
+using namespace tracksmith;
+
+namespace {
+
+// Paints the window into a picture file, for documents, and ends the program.
+void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
+    constexpr std::chrono::milliseconds kSettled{300}; // the song is loaded and laid out by then
+    QTimer::singleShot(kSettled, &form,
+                       [&form, picture] { QApplication::exit(form.grab().save(picture) ? 0 : 1); });
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tracksmith"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TRACKSMITH_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tracksmith"));
+    QCommandLineParser arguments;
+    arguments.addHelpOption();
+    arguments.addVersionOption();
+    arguments.addPositionalArgument(QStringLiteral("song.mid"),
+                                    QStringLiteral("Standard MIDI File to open."),
+                                    QStringLiteral("[song.mid]"));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Paint the window into the picture <file> and quit."),
+        QStringLiteral("file"));
+    arguments.addOption(screenshot);
+    arguments.process(application);
+
+    settings::SettingsStore store;
+    forms::TMainForm form(store);
+    form.show();
+    const QStringList files = arguments.positionalArguments();
+    if (!files.isEmpty()) {
+        // The window is seen before the song is read.
+        QTimer::singleShot(0, &form, [&form, &files] {
+            form.OpenMidiFile(forms::PathFromQString(files.constFirst()));
+        });
+    }
+    if (arguments.isSet(screenshot)) {
+        TakeScreenshot(form, arguments.value(screenshot));
+    }
+    return QApplication::exec();
+}

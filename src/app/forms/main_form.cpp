@@ -1,0 +1,201 @@
+#include "app/forms/main_form.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLibraryInfo>
+#include <QStackedWidget>
+#include <QTranslator>
+#include <QVBoxLayout>
+
+#include "app/forms/dialogs.h"
+#include "app/forms/empty_page.h"
+#include "app/forms/notice_bar.h"
+#include "app/forms/qt_text.h"
+#include "app/forms/recent_files_menu.h"
+#include "app/forms/song_options.h"
+#include "app/forms/song_view.h"
+#include "app/forms/status_line.h"
+#include "app/forms/texts.h"
+#include "song/song_position.h"
+
+namespace tracksmith::forms {
+namespace {
+
+constexpr QSize kFirstSize{1280, 720};
+
+} // namespace
+
+TMainForm::TMainForm(settings::SettingsStore& store)
+    : settings_(store),
+      recentFiles_(store),
+      host_(*this),
+      chooser_(std::make_unique<FileChooser>()) {
+    setObjectName(QStringLiteral("MainForm"));
+    setAcceptDrops(true);
+    ApplyTheme(settings_.ReadTheme());
+    BuildAreas();
+    ConnectMenu();
+    ConnectAreas();
+    ConnectOptions();
+    menu_->SetTheme(settings_.ReadTheme());
+    ApplyLanguage(settings_.ReadLanguage());
+    RestoreGeometry();
+    ShowRecentFiles();
+    ShowWorkspace();
+}
+
+TMainForm::~TMainForm() = default;
+
+void TMainForm::BuildAreas() {
+    menu_ = new MainMenu(this);
+    setMenuBar(menu_);
+    status_ = new StatusLine(this);
+    setStatusBar(status_);
+    emptyPage_ = new EmptyPage;
+    songView_ = new SongView(workspace_);
+    pages_ = new QStackedWidget;
+    pages_->addWidget(emptyPage_);
+    pages_->addWidget(songView_);
+    notice_ = new NoticeBar;
+    auto* center = new QWidget;
+    auto* column = new QVBoxLayout(center);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(pages_, 1);
+    auto* noticeRow = new QHBoxLayout;
+    noticeRow->setContentsMargins(Gap() * 3 / 2, 0, Gap() * 3 / 2, Gap() / 2);
+    noticeRow->addWidget(notice_);
+    column->addLayout(noticeRow);
+    setCentralWidget(center);
+}
+
+void TMainForm::ConnectMenu() {
+    struct Route {
+        Command command;
+        void (TMainForm::*handler)();
+    };
+    static constexpr Route kRoutes[]{
+        {Command::New, &TMainForm::MMF_NewMidifileClick},
+        {Command::Open, &TMainForm::MMF_OpenMidifileClick},
+        {Command::Reload, &TMainForm::MMF_ReloadMidifileClick},
+        {Command::Save, &TMainForm::MMF_SaveMidifileClick},
+        {Command::SaveAs, &TMainForm::MMF_SaveMidifileAsClick},
+        {Command::SaveFormat0, &TMainForm::MMF_SaveFileAsFormat0Click},
+        {Command::SaveFormat1, &TMainForm::MMF_SaveFileAsFormat1Click},
+        {Command::WhatChanged, &TMainForm::MMF_WhatChangedClick},
+        {Command::Dark, &TMainForm::MMF_ThemeDarkClick},
+        {Command::Light, &TMainForm::MMF_ThemeLightClick},
+        {Command::System, &TMainForm::MMF_ThemeSystemClick},
+        {Command::German, &TMainForm::MMF_GermanClick},
+        {Command::English, &TMainForm::MMF_EnglishClick},
+        {Command::OpenDemo, &TMainForm::MMF_OpenDemoSongClick},
+        {Command::About, &TMainForm::MMF_AboutClick},
+    };
+    for (const Route& route : kRoutes) {
+        connect(&menu_->ActionOf(route.command), &QAction::triggered, this, route.handler);
+    }
+    connect(&menu_->ActionOf(Command::Quit), &QAction::triggered, this, &QWidget::close);
+    connect(&menu_->Recent(), &RecentFilesMenu::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
+    connect(&menu_->Recent(), &RecentFilesMenu::ClearChosen, this,
+            &TMainForm::MMF_ClearRecentClick);
+}
+
+void TMainForm::ConnectAreas() {
+    connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
+    connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
+    connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
+    connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::MMF_WhatChangedClick);
+    connect(notice_, &NoticeBar::ReloadPressed, this, &TMainForm::MMF_ReloadMidifileClick);
+}
+
+void TMainForm::ConnectOptions() {
+    for (std::size_t i = 0; i < kSongOptions.size(); ++i) {
+        QAction& action = menu_->ActionOf(kSongOptions[i].command);
+        const bool on = settings_.ReadSwitch(kSongOptions[i].setting);
+        action.setChecked(on);
+        kSongOptions[i].apply(workspace_, on);
+        connect(&action, &QAction::toggled, this, [this, i](bool now) { ChangeOption(i, now); });
+    }
+}
+
+void TMainForm::ChangeOption(std::size_t option, bool on) {
+    const SongOption& changed = kSongOptions[option];
+    changed.apply(workspace_, on);
+    settings_.WriteSwitch(changed.setting, on);
+    if (changed.needsReload && workspace_.hasSong) {
+        notice_->ShowReloadOffer();
+    }
+}
+
+void TMainForm::RestoreGeometry() {
+    if (!restoreGeometry(settings_.ReadGeometry())) {
+        resize(kFirstSize);
+    }
+}
+
+void TMainForm::ShowWorkspace() {
+    if (workspace_.hasSong) {
+        songView_->ShowSong(SongFileName());
+    }
+    pages_->setCurrentWidget(workspace_.hasSong ? static_cast<QWidget*>(songView_) : emptyPage_);
+    status_->ShowSong(workspace_.hasSong ? &songView_->Description() : nullptr);
+    menu_->SetSongState(workspace_.hasSong, workspace_.hasSong && !source_.empty());
+    ShowFileState();
+}
+
+void TMainForm::ShowFileState() {
+    const QString mark = workspace_.modified ? QStringLiteral("*") : QString();
+    const QString name = workspace_.hasSong ? SongFileName() + mark : QString();
+    const QString program = InLanguage(texts::kProgram, host_.CurrentLanguage());
+    menu_->SetFileName(name);
+    songView_->ShowFileName(name);
+    status_->SetModified(workspace_.modified);
+    setWindowTitle(name.isEmpty() ? program : name + QStringLiteral(" – ") + program);
+}
+
+QString TMainForm::SongFileName() const {
+    return isDemo_ ? InLanguage(texts::kDemoName, host_.CurrentLanguage())
+                   : ShownFileName(workspace_.fileName);
+}
+
+void TMainForm::ShowRecentFiles() {
+    menu_->Recent().SetFiles(recentFiles_.List());
+    emptyPage_->SetRecentFiles(recentFiles_.List());
+}
+
+void TMainForm::ApplyLanguage(Language language) {
+    host_.SetLanguage(language);
+    ShowQtTexts(language);
+    menu_->Retranslate(language);
+    emptyPage_->Retranslate(language);
+    songView_->Retranslate(language);
+    notice_->Retranslate(language);
+    status_->Retranslate(language);
+    ShowFileState();
+}
+
+// Qt's own dialogs and the names of keys ("Strg") come from Qt's translation, where installed.
+void TMainForm::ShowQtTexts(Language language) {
+    qtTexts_ = std::make_unique<QTranslator>();
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (language == Language::German && qtTexts_->load(QStringLiteral("qtbase_de"), folder)) {
+        QCoreApplication::installTranslator(qtTexts_.get());
+    }
+}
+
+void TMainForm::ApplyChosenTheme(Theme theme) {
+    ApplyTheme(theme);
+    menu_->SetTheme(theme);
+    settings_.WriteTheme(theme);
+}
+
+std::string TMainForm::SongPositionToMTC(std::int32_t tick) const {
+    return workspace_.hasSong ? song::SongPositionToMTC(workspace_.song, tick) : std::string();
+}
+
+std::int32_t TMainForm::MTCToSongPosition(std::int32_t measure, std::int32_t beat,
+                                          std::int32_t tick) const {
+    return workspace_.hasSong ? song::MTCToSongPosition(workspace_.song, measure, beat, tick) : -1;
+}
+
+} // namespace tracksmith::forms

@@ -1,0 +1,129 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <QMainWindow>
+
+#include "app/forms/file_chooser.h"
+#include "app/forms/form_settings.h"
+#include "app/forms/main_menu.h"
+#include "app/forms/qt_message_host.h"
+#include "app/forms/recent_files.h"
+#include "app/save_song.h"
+#include "app/workspace.h"
+
+class QStackedWidget;
+class QTranslator;
+
+namespace tracksmith::forms {
+
+class EmptyPage;
+class NoticeBar;
+class SongView;
+class StatusLine;
+
+/// The main window. Owns the workspace and declares the handlers of the menu; each calls one
+/// function of the program's core and shows the result.
+class TMainForm : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `store` holds the user's settings and must outlive the window.
+    explicit TMainForm(settings::SettingsStore& store);
+    ~TMainForm() override;
+
+    app::Workspace& Workspace() { return workspace_; }
+
+    /// Replaces the file dialogs.
+    void SetFileChooser(std::unique_ptr<FileChooser> chooser) { chooser_ = std::move(chooser); }
+
+    /// Loads `file` and shows it; faults have been shown when this returns.
+    void OpenMidiFile(const std::filesystem::path& file);
+
+    /// Empties the song in memory; nothing is asked.
+    void ClearMidiMemory();
+
+    /// See song::SongPositionToMTC; empty while no song is open.
+    std::string SongPositionToMTC(std::int32_t tick) const;
+
+    /// See song::MTCToSongPosition; -1 while no song is open.
+    std::int32_t MTCToSongPosition(std::int32_t measure, std::int32_t beat,
+                                   std::int32_t tick) const;
+
+    /// Shows the workspace's song, or the empty page, after it has changed.
+    void ShowWorkspace();
+
+    /// Shows file name and modified mark after one of them has changed.
+    void ShowFileState();
+
+    void ApplyLanguage(Language language);
+    void ApplyChosenTheme(Theme theme);
+
+public slots:
+    // File
+    void MMF_NewMidifileClick();
+    void MMF_OpenMidifileClick();
+    void MMF_OpenRecentClick(const std::filesystem::path& file);
+    void MMF_ClearRecentClick();
+    void MMF_ReloadMidifileClick();
+    void MMF_SaveMidifileClick();
+    void MMF_SaveMidifileAsClick();
+    void MMF_SaveFileAsFormat0Click();
+    void MMF_SaveFileAsFormat1Click();
+    // Song
+    void MMF_WhatChangedClick();
+    // View, Settings, Help
+    void MMF_ThemeDarkClick();
+    void MMF_ThemeLightClick();
+    void MMF_ThemeSystemClick();
+    void MMF_GermanClick();
+    void MMF_EnglishClick();
+    void MMF_OpenDemoSongClick();
+    void MMF_AboutClick();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void BuildAreas();
+    void ConnectMenu();
+    void ConnectAreas();
+    void ConnectOptions();
+    void RestoreGeometry();
+
+    void ChangeOption(std::size_t option, bool on);
+    bool Run(const std::function<void()>& command);
+    bool ConfirmDiscard();
+    void LoadAndShow(const std::filesystem::path& file, bool isDemo);
+    bool SaveSong();
+    bool SaveSongAs(app::SaveFormat format);
+    bool SaveTo(const std::filesystem::path& file, app::SaveFormat format);
+    void ShowRecentFiles();
+    void ShowQtTexts(Language language);
+    QString SongFileName() const;
+
+    app::Workspace workspace_;
+    FormSettings settings_;
+    RecentFiles recentFiles_;
+    QtMessageHost host_;
+    std::unique_ptr<FileChooser> chooser_;
+    std::unique_ptr<QTranslator> qtTexts_;
+    /// The file that the song came from, also when saving must not write to it.
+    std::filesystem::path source_;
+    bool isDemo_ = false;
+
+    MainMenu* menu_ = nullptr;
+    QStackedWidget* pages_ = nullptr;
+    EmptyPage* emptyPage_ = nullptr;
+    SongView* songView_ = nullptr;
+    NoticeBar* notice_ = nullptr;
+    StatusLine* status_ = nullptr;
+};
+
+} // namespace tracksmith::forms

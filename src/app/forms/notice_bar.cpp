@@ -1,0 +1,78 @@
+#include "app/forms/notice_bar.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QToolButton>
+
+#include "app/forms/labels.h"
+#include "app/forms/texts.h"
+#include "app/forms/theme.h"
+
+namespace tracksmith::forms {
+
+NoticeBar::NoticeBar(QWidget* parent)
+    : Panel(QPalette::Button, parent),
+      text_(new ElidedLabel),
+      details_(new QPushButton),
+      reload_(new QPushButton),
+      close_(new QToolButton) {
+    setObjectName(QStringLiteral("NoticeBar"));
+    text_->setObjectName(QStringLiteral("Lbl_Notice"));
+    details_->setObjectName(QStringLiteral("Btn_Details"));
+    reload_->setObjectName(QStringLiteral("Btn_Reload"));
+    close_->setObjectName(QStringLiteral("Btn_CloseNotice"));
+    close_->setText(QStringLiteral("×"));
+    close_->setAutoRaise(true);
+    close_->setFocusPolicy(Qt::StrongFocus);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() / 2, Gap() / 2);
+    row->addWidget(text_, 1);
+    row->addWidget(details_);
+    row->addWidget(reload_);
+    row->addWidget(close_);
+    connect(details_, &QPushButton::clicked, this, &NoticeBar::DetailsPressed);
+    connect(reload_, &QPushButton::clicked, this, &NoticeBar::ReloadPressed);
+    connect(close_, &QToolButton::clicked, this, &QWidget::hide);
+    hide();
+}
+
+void NoticeBar::ShowChanges(const song::LoadReport& report) {
+    report_ = report;
+    kind_ = report.Kinds() > 0 ? Kind::Changes : Kind::None;
+    Render();
+}
+
+void NoticeBar::ShowReloadOffer() {
+    kind_ = Kind::Reload;
+    Render();
+}
+
+void NoticeBar::ShowText(const Text& text) {
+    plain_ = text;
+    kind_ = Kind::Plain;
+    Render();
+}
+
+void NoticeBar::Render() {
+    const QString shown = kind_ == Kind::Changes  ? texts::ChangesSummary(report_, language_)
+                          : kind_ == Kind::Reload ? InLanguage(texts::kReloadOffer, language_)
+                                                  : InLanguage(plain_, language_);
+    text_->SetFullText(shown);
+    details_->setVisible(kind_ == Kind::Changes);
+    reload_->setVisible(kind_ == Kind::Reload);
+    setVisible(kind_ != Kind::None);
+}
+
+void NoticeBar::Retranslate(Language language) {
+    language_ = language;
+    setAccessibleName(InLanguage(texts::kNotice, language));
+    details_->setText(InLanguage(texts::kDetails, language));
+    reload_->setText(InLanguage(texts::kReloadButton, language));
+    close_->setAccessibleName(InLanguage(texts::kCloseNotice, language));
+    close_->setToolTip(InLanguage(texts::kCloseNotice, language));
+    const bool closed = isHidden();
+    Render();
+    setHidden(closed);
+}
+
+} // namespace tracksmith::forms

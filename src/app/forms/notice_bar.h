@@ -1,0 +1,53 @@
+#pragma once
+
+#include "base/text.h"
+
+#include "app/forms/panel.h"
+#include "song/load_report.h"
+
+class QPushButton;
+class QToolButton;
+
+namespace tracksmith::forms {
+
+class ElidedLabel;
+
+/// The bar for what the user should know but need not answer: one line, one button that leads on,
+/// one that closes it. Hidden while there is nothing to say.
+class NoticeBar : public Panel {
+    Q_OBJECT
+
+public:
+    explicit NoticeBar(QWidget* parent = nullptr);
+
+    /// Tells what loading changed; hides the bar when that is nothing.
+    void ShowChanges(const song::LoadReport& report);
+
+    /// Tells that a setting needs a reload and offers it.
+    void ShowReloadOffer();
+
+    /// Shows one line without a button that leads on.
+    void ShowText(const Text& text);
+
+    void Retranslate(Language language);
+
+signals:
+    void DetailsPressed();
+    void ReloadPressed();
+
+private:
+    void Render();
+
+    enum class Kind { None, Changes, Reload, Plain };
+
+    Kind kind_ = Kind::None;
+    song::LoadReport report_;
+    Text plain_{Both{""}};
+    Language language_ = Language::English;
+    ElidedLabel* text_;
+    QPushButton* details_;
+    QPushButton* reload_;
+    QToolButton* close_;
+};
+
+} // namespace tracksmith::forms

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <QPalette>
+#include <QRectF>
+#include <QString>
+
+#include "song/note_overview.h"
+
+namespace tracksmith::forms {
+
+/// A change of tempo or metre in the overview's ruler.
+struct OverviewMark {
+    /// Place in ticks.
+    std::int32_t tick = 0;
+    QString text;
+};
+
+/// Where things stand in the overview, in logical pixels.
+struct OverviewGeometry {
+    /// Upper line: measure numbers; lower line: tempo and metre.
+    QRectF measureRuler;
+    QRectF markRuler;
+    /// Channel numbers.
+    QRectF gutter;
+    /// The cells: columns from left to right, channels from top to bottom.
+    QRectF cells;
+    std::size_t columns = 1;
+
+    double ColumnWidth() const { return cells.width() / static_cast<double>(columns); }
+    double RowHeight() const { return cells.height() / 16; }
+    double X(double column) const { return cells.left() + column * ColumnWidth(); }
+    double Y(int channel) const { return cells.top() + channel * RowHeight(); }
+    /// The column at `x`, the nearest one when `x` is outside.
+    std::size_t ColumnAt(double x) const;
+    /// The channel (0-15) at `y`, -1 outside the cells.
+    int ChannelAt(double y) const;
+};
+
+/// All that the overview shows.
+struct OverviewScene {
+    song::NoteOverview notes;
+    std::vector<OverviewMark> marks;
+    /// Column of the cursor.
+    std::size_t cursor = 0;
+    /// Channel brought out (0-15), -1 for none.
+    int channel = -1;
+    bool focused = false;
+};
+
+/// The geometry for a widget of `size` with a font of height `fontHeight`.
+OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight, std::size_t columns);
+
+/// The column in which `tick` lies, with the fraction of the column before it.
+double ColumnOfTick(const song::NoteOverview& notes, std::int32_t tick);
+
+} // namespace tracksmith::forms

@@ -1,0 +1,26 @@
+#include "app/forms/panel.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "app/forms/theme.h"
+
+namespace tracksmith::forms {
+
+Panel::Panel(QPalette::ColorRole ground, QWidget* parent) : QFrame(parent), ground_(ground) {
+    connect(qApp, &QApplication::focusChanged, this, [this] { update(); });
+}
+
+void Panel::paintEvent(QPaintEvent* event) {
+    Q_UNUSED(event)
+    const QWidget* focused = QApplication::focusWidget();
+    const bool focusInside = focused != nullptr && isAncestorOf(focused);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(focusInside ? Accent(palette()) : Border(palette()));
+    painter.setBrush(palette().brush(ground_));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius(),
+                            CornerRadius());
+}
+
+} // namespace tracksmith::forms

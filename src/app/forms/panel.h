@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QFrame>
+#include <QPalette>
+
+namespace tracksmith::forms {
+
+/// A framed area with rounded corners and a thin border, in the colour of a palette role. The
+/// border takes the accent colour while the keyboard focus is inside.
+class Panel : public QFrame {
+    Q_OBJECT
+
+public:
+    /// `ground` is the palette role that fills the panel.
+    explicit Panel(QPalette::ColorRole ground, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPalette::ColorRole ground_;
+};
+
+} // namespace tracksmith::forms

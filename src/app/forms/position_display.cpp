@@ -1,0 +1,54 @@
+#include "app/forms/position_display.h"
+
+#include <QHBoxLayout>
+
+#include "app/forms/texts.h"
+#include "app/forms/theme.h"
+#include "app/forms/value_box.h"
+
+namespace tracksmith::forms {
+namespace {
+
+constexpr double kBig = 2.2;
+constexpr double kSmall = 1.2;
+
+} // namespace
+
+PositionDisplay::PositionDisplay(QWidget* parent)
+    : Panel(QPalette::Base, parent),
+      position_(new ValueBox("Lbl_Position", texts::kPosition, kBig, true)),
+      clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
+      metre_(new ValueBox("Lbl_Metre", texts::kMetre, kSmall, true)),
+      tempo_(new ValueBox("Lbl_Tempo", texts::kTempo, kSmall, true)),
+      notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(Gap() * 2, Gap() / 2, Gap() * 2, Gap() / 2);
+    row->setSpacing(Gap() * 2);
+    for (ValueBox* box : {position_, clock_, metre_, tempo_, notes_}) {
+        row->addWidget(box);
+    }
+}
+
+void PositionDisplay::ShowPlace(const Place& place) {
+    position_->SetValue(place.position);
+    clock_->SetValue(place.clock);
+    metre_->SetValue(place.metre);
+    tempo_->SetValue(place.tempo);
+    notes_->SetValue(place.notes);
+}
+
+void PositionDisplay::Reserve(const Place& end) {
+    position_->Reserve(end.position);
+    clock_->Reserve(end.clock);
+    metre_->Reserve(QStringLiteral("00/00"));
+    tempo_->Reserve(QStringLiteral("00000"));
+    notes_->Reserve(QStringLiteral("00.000"));
+}
+
+void PositionDisplay::Retranslate(Language language) {
+    for (ValueBox* box : {position_, clock_, metre_, tempo_, notes_}) {
+        box->Retranslate(language);
+    }
+}
+
+} // namespace tracksmith::forms

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/text.h"
+
+#include "app/forms/panel.h"
+
+namespace tracksmith::forms {
+
+class ValueBox;
+
+/// The big display of a place in the song.
+class PositionDisplay : public Panel {
+    Q_OBJECT
+
+public:
+    /// A place in the song as texts.
+    struct Place {
+        QString position;
+        QString clock;
+        QString metre;
+        QString tempo;
+        QString notes;
+    };
+
+    explicit PositionDisplay(QWidget* parent = nullptr);
+
+    /// Shows a place.
+    void ShowPlace(const Place& place);
+
+    /// Keeps room for the widest texts of a song whose last place is `end`.
+    void Reserve(const Place& end);
+
+    void Retranslate(Language language);
+
+private:
+    ValueBox* position_;
+    ValueBox* clock_;
+    ValueBox* metre_;
+    ValueBox* tempo_;
+    ValueBox* notes_;
+};
+
+} // namespace tracksmith::forms

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <vector>
+
+#include "base/text.h"
+#include <QWidget>
+
+#include "app/song_description.h"
+
+namespace tracksmith::forms {
+
+class ElidedLabel;
+class PositionDisplay;
+class ValueBox;
+
+/// The line at the top: position display, song name, facts about the file.
+class SongHeader : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SongHeader(QWidget* parent = nullptr);
+
+    PositionDisplay& Position() const { return *position_; }
+
+    /// Shows the facts of a song; `fileName` is ready to show, with its mark when modified.
+    void ShowSong(const app::SongDescription& song, const QString& fileName, Language language);
+
+    void Retranslate(Language language);
+
+private:
+    QWidget* BuildNames();
+
+    PositionDisplay* position_;
+    ElidedLabel* title_;
+    ElidedLabel* fileName_;
+    ValueBox* format_;
+    ValueBox* division_;
+    ValueBox* tracks_;
+    ValueBox* length_;
+    std::vector<ValueBox*> facts_;
+};
+
+} // namespace tracksmith::forms

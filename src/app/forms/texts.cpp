@@ -1,0 +1,75 @@
+#include "app/forms/texts.h"
+
+namespace tracksmith::forms::texts {
+namespace {
+
+/// How many kinds of change the one-line summary names; the others are counted.
+constexpr int kNamedChanges = 2;
+
+constexpr Text kMeasure{De{"Takt %1"}, En{"Measure %1"}};
+constexpr Text kMeasures{De{"Takte %1–%2"}, En{"Measures %1–%2"}};
+constexpr Text kChannelNumber{De{"Kanal %1"}, En{"Channel %1"}};
+constexpr Text kChannelCard{De{"Kanal %1: %2 Noten, Bank %3, Programm %4"},
+                            En{"Channel %1: %2 notes, bank %3, program %4"}};
+constexpr Text kOneNote{De{"1 Note"}, En{"1 note"}};
+constexpr Text kManyNotes{De{"%1 Noten"}, En{"%1 notes"}};
+constexpr Text kOneTrack{De{"1 Spur"}, En{"1 track"}};
+constexpr Text kManyTracks{De{"%1 Spuren"}, En{"%1 tracks"}};
+constexpr Text kSaveQuestion{De{"Die Änderungen in „%1“ sind noch nicht gespeichert."},
+                             En{"The changes in \"%1\" have not been saved yet."}};
+constexpr Text kLoadingChanged{De{"Beim Laden geändert: "}, En{"What loading changed: "}};
+constexpr Text kMoreKinds{De{" und %1 weitere"}, En{" and %1 more"}};
+
+} // namespace
+
+QString ChannelName(int channel, Language language) {
+    return InLanguage(kChannelNumber, language).arg(channel + 1);
+}
+
+QString ChannelCardName(int channel, const QString& notes, const QString& bank,
+                        const QString& program, Language language) {
+    return InLanguage(kChannelCard, language)
+        .arg(QString::number(channel + 1), notes, bank, program);
+}
+
+QString MeasureName(std::int64_t first, std::int64_t last, Language language) {
+    return first == last ? InLanguage(kMeasure, language).arg(first)
+                         : InLanguage(kMeasures, language).arg(first).arg(last);
+}
+
+QString NoteCount(std::int64_t notes, Language language) {
+    return notes == 1 ? InLanguage(kOneNote, language)
+                      : InLanguage(kManyNotes, language).arg(NumberText(notes, language));
+}
+
+QString TrackCount(std::int64_t tracks, Language language) {
+    return tracks == 1 ? InLanguage(kOneTrack, language)
+                       : InLanguage(kManyTracks, language).arg(NumberText(tracks, language));
+}
+
+QString SaveChangesQuestion(const QString& fileName, Language language) {
+    return InLanguage(kSaveQuestion, language).arg(fileName);
+}
+
+QString ChangesSummary(const song::LoadReport& report, Language language) {
+    QStringList named;
+    for (std::size_t i = 0; i < song::kLoadChangeCount && named.size() < kNamedChanges; ++i) {
+        const auto change = static_cast<song::LoadChange>(i);
+        if (report[change] != 0) {
+            named << InLanguage(song::LoadChangeText(change), language) +
+                         QStringLiteral(" (%1)").arg(NumberText(report[change], language));
+        }
+    }
+    if (named.isEmpty()) {
+        return {};
+    }
+    const auto more = static_cast<qsizetype>(report.Kinds()) - named.size();
+    return InLanguage(kLoadingChanged, language) + named.join(QStringLiteral("; ")) +
+           (more > 0 ? InLanguage(kMoreKinds, language).arg(more) : QString());
+}
+
+QString VersionLine(const QString& version) {
+    return QStringLiteral("Version %1").arg(version);
+}
+
+} // namespace tracksmith::forms::texts

@@ -1,0 +1,167 @@
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+#include <QString>
+#include <QStringList>
+
+#include "app/forms/qt_text.h"
+#include "song/load_report.h"
+
+/// Every text that the windows show. An ampersand marks the key of a menu entry.
+namespace tracksmith::forms::texts {
+
+inline constexpr Text kProgram{Both{"Tracksmith"}};
+
+// Buttons of message boxes and bars
+inline constexpr Text kOk{Both{"OK"}};
+inline constexpr Text kYes{De{"&Ja"}, En{"&Yes"}};
+inline constexpr Text kNo{De{"&Nein"}, En{"&No"}};
+inline constexpr Text kSaveButton{De{"&Speichern"}, En{"&Save"}};
+inline constexpr Text kDiscard{De{"&Verwerfen"}, En{"&Discard"}};
+inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
+inline constexpr Text kClose{De{"&Schließen"}, En{"&Close"}};
+inline constexpr Text kDetails{Both{"&Details"}};
+inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
+
+// Menus
+inline constexpr Text kMenuBar{De{"Menüleiste"}, En{"Menu bar"}};
+inline constexpr Text kMenuFile{De{"&Datei"}, En{"&File"}};
+inline constexpr Text kMenuSong{De{"&Stück"}, En{"&Song"}};
+inline constexpr Text kMenuView{De{"&Ansicht"}, En{"&View"}};
+inline constexpr Text kMenuSettings{De{"&Einstellungen"}, En{"Se&ttings"}};
+inline constexpr Text kMenuHelp{De{"&Hilfe"}, En{"&Help"}};
+inline constexpr Text kMenuRecent{De{"&Zuletzt geöffnet"}, En{"Open &Recent"}};
+inline constexpr Text kMenuReading{De{"Beim &Laden"}, En{"When &Loading"}};
+inline constexpr Text kMenuWriting{De{"Beim S&peichern"}, En{"When &Saving"}};
+inline constexpr Text kMenuTheme{De{"&Farben"}, En{"&Theme"}};
+inline constexpr Text kMenuLanguage{De{"&Sprache"}, En{"&Language"}};
+inline constexpr Text kNew{De{"&Neu"}, En{"&New"}};
+inline constexpr Text kOpen{De{"Ö&ffnen…"}, En{"&Open…"}};
+inline constexpr Text kReload{De{"Neu &laden"}, En{"Re&load"}};
+inline constexpr Text kSave{De{"&Speichern"}, En{"&Save"}};
+inline constexpr Text kSaveAs{De{"Speichern &unter…"}, En{"Save &As…"}};
+inline constexpr Text kSaveFormat0{De{"Speichern als Format &0…"}, En{"Save as Format &0…"}};
+inline constexpr Text kSaveFormat1{De{"Speichern als Format &1…"}, En{"Save as Format &1…"}};
+inline constexpr Text kQuit{De{"&Beenden"}, En{"&Quit"}};
+inline constexpr Text kClearRecent{De{"Liste &leeren"}, En{"&Clear List"}};
+inline constexpr Text kNoRecent{De{"Noch keine Dateien"}, En{"No files yet"}};
+inline constexpr Text kWhatChanged{De{"Was wurde &geändert…"}, En{"&What Changed…"}};
+inline constexpr Text kSplitFormat0{De{"Format 0 in Kanalspuren &aufteilen"},
+                                    En{"&Split format 0 into channel tracks"}};
+inline constexpr Text kHonourZelIgnore{De{"„&zel_ignore“ in Spurnamen beachten"},
+                                       En{"Honour \"&zel_ignore\" in track names"}};
+inline constexpr Text kRunningAcross{De{"&Running Status über SysEx hinweg"},
+                                     En{"&Running status across system exclusive"}};
+inline constexpr Text kUseRunning{De{"&Running Status verwenden"}, En{"Use &running status"}};
+inline constexpr Text kOmitPorts{De{"&Port-Ereignisse weglassen"}, En{"Omit &port events"}};
+inline constexpr Text kDark{De{"&Dunkel"}, En{"&Dark"}};
+inline constexpr Text kLight{De{"&Hell"}, En{"&Light"}};
+inline constexpr Text kSystem{De{"Wie das &System"}, En{"&System"}};
+inline constexpr Text kGerman{Both{"&Deutsch"}};
+inline constexpr Text kEnglish{Both{"&English"}};
+inline constexpr Text kOpenDemo{De{"&Demostück öffnen"}, En{"Open the &Demo Song"}};
+inline constexpr Text kAbout{De{"&Über Tracksmith"}, En{"&About Tracksmith"}};
+
+// Dialogs
+inline constexpr Text kOpenTitle{De{"Mididatei öffnen"}, En{"Open Midi File"}};
+inline constexpr Text kSaveTitle{De{"Mididatei speichern"}, En{"Save Midi File"}};
+inline constexpr Text kMidiFiles{De{"Mididateien"}, En{"Midi files"}};
+inline constexpr Text kAllFiles{De{"Alle Dateien"}, En{"All files"}};
+inline constexpr Text kChangesTitle{De{"Was beim Laden geändert wurde"},
+                                    En{"What Loading Changed"}};
+inline constexpr Text kChange{De{"Änderung"}, En{"Change"}};
+inline constexpr Text kCount{De{"Anzahl"}, En{"Count"}};
+inline constexpr Text kNothingChanged{
+    De{"Das Laden hat nichts verändert: Das Stück entspricht der Datei."},
+    En{"Loading changed nothing: the song is as the file has it."}};
+inline constexpr Text kChangesAdvice{De{"Die Datei selbst ist unverändert, bis Sie speichern."},
+                                     En{"The file itself stays as it is until you save."}};
+inline constexpr Text kAboutText{
+    De{"Für Musiker mit Arranger-Keyboards: Standard-Mididateien laden, ansehen und speichern.\n"
+       "Freie Software unter der MIT-Lizenz."},
+    En{"For musicians with arranger keyboards: load, inspect and save Standard MIDI Files.\n"
+       "Free software under the MIT licence."}};
+
+// Window without a song
+inline constexpr Text kNoSong{De{"Kein Stück geöffnet"}, En{"No song open"}};
+inline constexpr Text kDropHint{
+    De{"Öffnen Sie eine Mididatei oder ziehen Sie sie in dieses Fenster."},
+    En{"Open a Midi file or drop one onto this window."}};
+inline constexpr Text kRecentFiles{De{"Zuletzt geöffnete Dateien"}, En{"Recent files"}};
+inline constexpr Text kMissing{De{"nicht gefunden"}, En{"not found"}};
+
+// Song
+inline constexpr Text kPosition{De{"Takt . Schlag . Tick"}, En{"measure . beat . tick"}};
+inline constexpr Text kTime{De{"Zeit"}, En{"time"}};
+inline constexpr Text kMetre{De{"Taktart"}, En{"metre"}};
+inline constexpr Text kTempo{De{"Tempo"}, En{"tempo"}};
+inline constexpr Text kNotesHere{De{"Noten hier"}, En{"notes here"}};
+inline constexpr Text kFormat{Both{"Format"}};
+inline constexpr Text kDivision{De{"Auflösung"}, En{"Division"}};
+inline constexpr Text kLength{De{"Länge"}, En{"Length"}};
+inline constexpr Text kEvents{De{"Ereignisse"}, En{"Events"}};
+inline constexpr Text kNotes{De{"Noten"}, En{"Notes"}};
+inline constexpr Text kTracks{De{"Spuren"}, En{"Tracks"}};
+inline constexpr Text kTempos{Both{"Tempo"}};
+inline constexpr Text kMetres{De{"Taktart"}, En{"Metre"}};
+inline constexpr Text kNumber{De{"Nr."}, En{"No."}};
+inline constexpr Text kName{Both{"Name"}};
+inline constexpr Text kChannel{De{"Kanal"}, En{"Channel"}};
+inline constexpr Text kPlace{Both{"Position"}};
+inline constexpr Text kBpm{Both{"BPM"}};
+inline constexpr Text kClock{De{"Zeit"}, En{"Time"}};
+inline constexpr Text kIgnored{De{"ignoriert"}, En{"ignored"}};
+inline constexpr Text kDrums{Both{"drums"}};
+inline constexpr Text kBank{Both{"Bank"}};
+inline constexpr Text kProgramChange{De{"Programm"}, En{"Program"}};
+inline constexpr Text kChannelHint{
+    De{"Bank: erste Bankwahl (MSB·LSB). Programm: erster Programmwechsel, von 1 an gezählt. "
+       "Anklicken hebt den Kanal in der Übersicht hervor."},
+    En{"Bank: first bank select (MSB·LSB). Program: first program change, counted from 1. "
+       "Click to bring the channel out in the overview."}};
+inline constexpr Text kOverview{De{"Notenübersicht"}, En{"Note overview"}};
+inline constexpr Text kOverviewHint{
+    De{"Noten je Takt und Kanal. Pfeiltasten, Bild auf/ab, Pos1 und Ende bewegen die Marke."},
+    En{"Notes per measure and channel. Arrow keys, PgUp, PgDn, Home and End move the mark."}};
+
+// Notice bar and status bar
+inline constexpr Text kNotice{De{"Hinweis"}, En{"Notice"}};
+inline constexpr Text kCloseNotice{De{"Hinweis schließen"}, En{"Close the notice"}};
+inline constexpr Text kReloadOffer{De{"Die Einstellung gilt, wenn ein Stück geladen wird."},
+                                   En{"The setting takes effect when a song is loaded."}};
+inline constexpr Text kReady{De{"Bereit"}, En{"Ready"}};
+inline constexpr Text kModified{De{"Geändert"}, En{"Modified"}};
+inline constexpr Text kLoaded{De{"Geladen: "}, En{"Loaded: "}};
+inline constexpr Text kSaved{De{"Gespeichert: "}, En{"Saved: "}};
+inline constexpr Text kNoDemo{De{"Das Demostück wurde nicht gefunden."},
+                              En{"The demo song was not found."}};
+inline constexpr Text kDemoName{De{"Demostück"}, En{"Demo song"}};
+
+/// "Kanal 3" / "Channel 3"; `channel` counts from 0.
+QString ChannelName(int channel, Language language);
+
+/// Channel, notes, bank and program of a channel card in one sentence for a screen reader.
+QString ChannelCardName(int channel, const QString& notes, const QString& bank,
+                        const QString& program, Language language);
+
+/// "Takt 12" or "Takte 12–15", measures from 1.
+QString MeasureName(std::int64_t first, std::int64_t last, Language language);
+
+/// "3 Noten" / "3 notes".
+QString NoteCount(std::int64_t notes, Language language);
+
+/// "4 Spuren" / "4 tracks".
+QString TrackCount(std::int64_t tracks, Language language);
+
+/// The question before changes in `fileName` are lost.
+QString SaveChangesQuestion(const QString& fileName, Language language);
+
+/// What loading changed, in one line; empty when it changed nothing.
+QString ChangesSummary(const song::LoadReport& report, Language language);
+
+/// "Version 1.2.3".
+QString VersionLine(const QString& version);
+
+} // namespace tracksmith::forms::texts

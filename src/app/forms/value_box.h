@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/text.h"
+
+#include "app/forms/panel.h"
+
+class QLabel;
+class QVBoxLayout;
+
+namespace tracksmith::forms {
+
+/// A small caption over a value.
+class ValueBox : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `objectName` becomes the value's name; `size` scales its font, in which digits keep their
+    /// width when `digits` is set.
+    ValueBox(const char* objectName, const Text& caption, double size, bool digits,
+             QWidget* parent = nullptr);
+
+    void SetValue(const QString& value);
+
+    /// Keeps room for `widest`, so that nothing moves while values change.
+    void Reserve(const QString& widest);
+
+    void Retranslate(Language language);
+
+private:
+    void NameValue();
+
+    Text text_;
+    QLabel* caption_;
+    QLabel* value_;
+};
+
+} // namespace tracksmith::forms

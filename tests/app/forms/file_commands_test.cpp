@@ -1,0 +1,151 @@
+#include "base/system/file_io.h"
+#include <QDropEvent>
+#include <QMimeData>
+#include <QStackedWidget>
+#include <QUrl>
+
+#include "app/forms/form_fixture.h"
+
+namespace tracksmith::forms {
+namespace {
+
+using FileCommandsTest = FormTest;
+
+void Drop(TMainForm& form, const QList<QUrl>& urls) {
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&form, &enter);
+    if (enter.isAccepted()) {
+        QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&form, &drop);
+    }
+}
+
+TEST_F(FileCommandsTest, OpenAsksInTheLastFolderAndShowsTheSong) {
+    EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
+    chooser_->answer = Write("waltz.mid", Waltz());
+    Trigger("MMF_OpenMidifile");
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    EXPECT_FALSE(Find<QWidget>("Btn_OpenDemo")->isVisible());
+    chooser_->answer.reset();
+    Trigger("MMF_OpenMidifile");
+    EXPECT_EQ(chooser_->asked, Path("waltz.mid").parent_path());
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+}
+
+struct BadFile {
+    const char* name;
+    test::Bytes bytes;
+    const char* message;
+    bool keepsSong;
+};
+
+class BadFileTest : public FormTest, public testing::WithParamInterface<BadFile> {};
+
+TEST_P(BadFileTest, ShowsTheMessageAndKeepsTheWindowInOrder) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    const auto file = Write(GetParam().name, GetParam().bytes);
+    BoxAnswer box("Btn_Ok");
+    form_->OpenMidiFile(file);
+    EXPECT_EQ(box.text, GetParam().message);
+    EXPECT_EQ(form_->Workspace().hasSong, GetParam().keepsSong);
+    EXPECT_EQ(Find<QWidget>("Overview")->isVisible(), GetParam().keepsSong);
+    EXPECT_EQ(Find<QAction>("MMF_SaveMidifile")->isEnabled(), GetParam().keepsSong);
+    // Nothing that could be saved names the bad file.
+    EXPECT_EQ(form_->Workspace().fileName,
+              GetParam().keepsSong ? Path("waltz.mid") : std::filesystem::path());
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, BadFileTest,
+                         testing::Values(BadFile{"short.mid", test::Bytes(23),
+                                                 "Error in midifile: file too short!", true},
+                                         BadFile{"noise.mid", test::Bytes(100),
+                                                 "Error in midi file header - 1!", false}));
+
+TEST_F(FileCommandsTest, SavingInAFormatWritesAFileThatLoadsAndAsksBeforeOverwriting) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    chooser_->answer = Path("zero.mid");
+    Trigger("MMF_SaveFileAsFormat0");
+    EXPECT_EQ(LabelText("Lbl_FileName"), "zero.mid");
+    form_->OpenMidiFile(Path("zero.mid"));
+    EXPECT_EQ(LabelText("Lbl_Facts"), "Format 0 · 480 · 1 track");
+    EXPECT_EQ(RowText("Table_Metres", 0), form_->SongPositionToMTC(0) + "|0:00|3/4");
+
+    form_->OpenMidiFile(Path("waltz.mid"));
+    const auto before = system::ReadRegularFile(Path("zero.mid"));
+    {
+        BoxAnswer box("Btn_No");
+        Trigger("MMF_SaveFileAsFormat1");
+        EXPECT_NE(box.text.find("Do you really want to overwrite the midifile"), std::string::npos);
+    }
+    EXPECT_EQ(system::ReadRegularFile(Path("zero.mid")), before);
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    BoxAnswer box("Btn_Yes");
+    Trigger("MMF_SaveFileAsFormat1");
+    form_->OpenMidiFile(Path("zero.mid"));
+    EXPECT_EQ(LabelText("Lbl_Facts"), "Format 1 · 480 · 3 tracks");
+}
+
+TEST_F(FileCommandsTest, FailedSaveChangesNothing) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    form_->Workspace().modified = true;
+    chooser_->answer = Path("no such folder") / "song.mid";
+    BoxAnswer box("Btn_Ok");
+    Trigger("MMF_SaveMidifileAs");
+    EXPECT_EQ(box.text.rfind("Error rewriting the midi file \"", 0), 0U);
+    EXPECT_EQ(form_->Workspace().fileName, Path("waltz.mid"));
+    EXPECT_TRUE(form_->Workspace().modified);
+}
+
+TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    form_->Workspace().modified = true;
+    form_->ShowFileState();
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid*");
+    EXPECT_TRUE(Find<QLabel>("Lbl_Modified")->isVisible());
+    {
+        BoxAnswer box("Btn_Cancel");
+        Trigger("MMF_NewMidifile");
+        EXPECT_NE(box.text.find("waltz.mid"), std::string::npos);
+        EXPECT_TRUE(form_->Workspace().hasSong);
+        EXPECT_FALSE(form_->close());
+    }
+    BoxAnswer box("Btn_Discard");
+    Trigger("MMF_NewMidifile");
+    EXPECT_FALSE(form_->Workspace().hasSong);
+    EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
+}
+
+TEST_F(FileCommandsTest, OnlyOneLocalFileCanBeDropped) {
+    const auto url = QUrl::fromLocalFile(PathToQString(Write("waltz.mid", Waltz())));
+    Drop(*form_, {QUrl(QStringLiteral("https://example.org/waltz.mid"))});
+    Drop(*form_, {url, url});
+    EXPECT_FALSE(form_->Workspace().hasSong);
+    Drop(*form_, {url});
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+}
+
+TEST_F(FileCommandsTest, CommandsHaveTheUsualKeys) {
+    const std::pair<const char*, const char*> keys[]{
+        {"MMF_NewMidifile", "Ctrl+N"},    {"MMF_OpenMidifile", "Ctrl+O"},
+        {"MMF_SaveMidifile", "Ctrl+S"},   {"MMF_SaveMidifileAs", "Ctrl+Shift+S"},
+        {"MMF_ReloadMidifile", "Ctrl+R"}, {"MMF_Quit", "Ctrl+Q"}};
+    for (const auto& [action, key] : keys) {
+        EXPECT_TRUE(Find<QAction>(action)->shortcuts().contains(QKeySequence(QLatin1String(key))))
+            << action;
+    }
+}
+
+TEST_F(FileCommandsTest, WindowComesBackAsItWasLeft) {
+    form_->resize(1100, 700);
+    Trigger("MMF_ThemeLight");
+    form_->close();
+    OpenWindow();
+    EXPECT_EQ(form_->size(), QSize(1100, 700));
+    EXPECT_TRUE(Find<QAction>("MMF_ThemeLight")->isChecked());
+    EXPECT_GT(form_->palette().color(QPalette::Window).lightness(), 128);
+}
+
+} // namespace
+} // namespace tracksmith::forms

@@ -1,0 +1,110 @@
+#include <set>
+
+#include <QAccessible>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "app/forms/form_fixture.h"
+
+namespace tracksmith::forms {
+namespace {
+
+using LanguageTest = FormTest;
+
+/// Entries that read alike in both languages.
+const std::set<QString> kAlike{QStringLiteral("MMF_German"), QStringLiteral("MMF_English")};
+
+QMap<QString, QString> MenuTexts(const TMainForm& form) {
+    QMap<QString, QString> shown;
+    for (const QAction* action : form.findChildren<QAction*>()) {
+        if (action->objectName().startsWith(QStringLiteral("MMF_"))) {
+            shown[action->objectName()] = action->text();
+        }
+    }
+    for (const QMenu* menu : form.findChildren<QMenu*>()) {
+        if (!menu->objectName().isEmpty()) { // the menu bar has one of Qt's own
+            shown[menu->objectName()] = menu->title();
+        }
+    }
+    return shown;
+}
+
+TEST_F(LanguageTest, SwitchingChangesEveryMenuText) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    const auto english = MenuTexts(*form_);
+    ASSERT_GT(english.size(), 25);
+    Trigger("MMF_German");
+    const auto german = MenuTexts(*form_);
+    for (const QString& name : english.keys()) {
+        EXPECT_FALSE(german[name].isEmpty()) << name.toStdString();
+        EXPECT_EQ(german[name] == english[name], kAlike.contains(name)) << name.toStdString();
+    }
+    EXPECT_EQ(LabelText("Lbl_Facts"), "Format 1 · 480 · 3 Spuren");
+    OpenWindow(); // the language is remembered
+    EXPECT_EQ(Find<QMenu>("Menu_File")->title().toStdString(), "&Datei");
+}
+
+// Two entries of one menu must not share a key.
+TEST_F(LanguageTest, MenuKeysAreUniqueInEveryMenu) {
+    for (const Language language : {Language::English, Language::German}) {
+        form_->ApplyLanguage(language);
+        QList<QWidget*> menus{form_->menuBar()};
+        for (QMenu* menu : form_->findChildren<QMenu*>()) {
+            menus << menu;
+        }
+        for (const QWidget* menu : menus) {
+            std::set<QChar> keys;
+            for (const QAction* action : menu->actions()) {
+                const qsizetype at = action->text().indexOf(u'&');
+                if (at >= 0) {
+                    EXPECT_TRUE(keys.insert(action->text()[at + 1].toLower()).second)
+                        << action->text().toStdString();
+                }
+            }
+        }
+    }
+}
+
+/// What a screen reader calls the control.
+QString SpokenName(QWidget& widget) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+}
+
+void ExpectNames(const QWidget& window) {
+    std::set<QString> names;
+    for (QWidget* widget : window.findChildren<QWidget*>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || widget->window() != &window ||
+            !widget->isVisible()) {
+            continue;
+        }
+        const QString name = SpokenName(*widget);
+        EXPECT_FALSE(name.isEmpty())
+            << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+        EXPECT_TRUE(names.insert(name).second) << name.toStdString() << " is there twice";
+        EXPECT_FALSE(widget->objectName().isEmpty()) << name.toStdString();
+    }
+    EXPECT_FALSE(names.empty());
+}
+
+TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
+    const auto file = Write("waltz.mid", Waltz());
+    for (const char* language : {"MMF_German", "MMF_English"}) {
+        Trigger(language);
+        form_->ClearMidiMemory();
+        ExpectNames(*form_);
+        form_->OpenMidiFile(file);
+        Trigger("MMF_SplitFormat0");
+        ExpectNames(*form_);
+        for (const auto& [action, dialog] :
+             {std::pair("MMF_WhatChanged", "Dlg_Changes"), std::pair("MMF_About", "Dlg_About")}) {
+            Trigger(action);
+            auto* window = Find<QDialog>(dialog);
+            ExpectNames(*window);
+            delete window;
+        }
+    }
+}
+
+} // namespace
+} // namespace tracksmith::forms

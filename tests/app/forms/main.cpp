@@ -1,0 +1,13 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+// The windows need an application; its settings folder must not be the user's.
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    const QTemporaryDir configuration;
+    qputenv("XDG_CONFIG_HOME", configuration.path().toUtf8());
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}

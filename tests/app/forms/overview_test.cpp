@@ -1,0 +1,114 @@
+#include <QAccessible>
+#include <QHelpEvent>
+#include <QTest>
+#include <QToolTip>
+
+#include "app/forms/form_fixture.h"
+#include "app/forms/overview_widget.h"
+
+namespace tracksmith::forms {
+namespace {
+
+class OverviewTest : public FormTest {
+protected:
+    void SetUp() override {
+        FormTest::SetUp();
+        form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+        QApplication::processEvents();
+        overview_ = Find<OverviewWidget>("Overview");
+    }
+
+    /// The middle of a channel's cell.
+    QPoint Cell(int channel, int column) const {
+        const OverviewGeometry geometry = overview_->Geometry();
+        return QPointF(geometry.X(column + 0.5), geometry.Y(channel) + geometry.RowHeight() / 2)
+            .toPoint();
+    }
+    QColor Pixel(int channel, int column) const {
+        return overview_->grab().toImage().pixelColor(Cell(channel, column));
+    }
+
+    OverviewWidget* overview_ = nullptr;
+};
+
+TEST_F(OverviewTest, OnlyCellsWithNotesHaveTheirChannelsColour) {
+    // Channel 3 plays in measures 1 to 2, channel 10 in measure 3 (from tick 2,880).
+    EXPECT_EQ(overview_->ColumnCount(), 3);
+    EXPECT_EQ(Pixel(2, 2), Pixel(6, 2));
+    EXPECT_NE(Pixel(2, 1), Pixel(6, 1));
+    EXPECT_NE(Pixel(9, 2), Pixel(6, 2));
+    EXPECT_EQ(Pixel(9, 1), Pixel(6, 1));
+    EXPECT_NEAR(Pixel(2, 1).hslHue(), ChannelColour(2, overview_->palette()).hslHue(), 8);
+}
+
+TEST_F(OverviewTest, ChosenChannelStandsOut) {
+    const QColor before = Pixel(2, 1);
+    Find<QAbstractButton>("Card_Channel09")->click();
+    EXPECT_LT(Pixel(2, 1).lightness(), before.lightness());
+    QTest::keyClick(overview_, Qt::Key_End);
+    EXPECT_EQ(LabelText("Lbl_NotesHere"), "1");
+    Find<QAbstractButton>("Card_Channel09")->click();
+    EXPECT_EQ(Pixel(2, 1), before);
+}
+
+struct Move {
+    Qt::Key key;
+    int from;
+    int to;
+};
+
+TEST_F(OverviewTest, KeysMoveTheCursorAndTheDisplayFollows) {
+    for (const Move& move :
+         {Move{Qt::Key_Right, 0, 1}, Move{Qt::Key_Right, 2, 2}, Move{Qt::Key_Left, 1, 0},
+          Move{Qt::Key_Left, 0, 0}, Move{Qt::Key_PageDown, 0, 2}, Move{Qt::Key_PageUp, 2, 0},
+          Move{Qt::Key_End, 0, 2}, Move{Qt::Key_Home, 2, 0}}) {
+        overview_->SetCursorColumn(move.from);
+        QTest::keyClick(overview_, move.key);
+        EXPECT_EQ(overview_->CursorColumn(), move.to) << move.key << " from " << move.from;
+        EXPECT_EQ(LabelText("Lbl_Position"), form_->SongPositionToMTC(move.to * 1440));
+    }
+    QTest::mouseClick(overview_, Qt::LeftButton, {}, Cell(0, 1));
+    EXPECT_EQ(LabelText("Lbl_Time"), "0:01 / 0:03");
+    EXPECT_EQ(LabelText("Lbl_Metre"), "3/4");
+    EXPECT_EQ(LabelText("Lbl_Tempo"), "100");
+    EXPECT_EQ(LabelText("Lbl_NotesHere"), "2");
+}
+
+TEST_F(OverviewTest, ChoosingATempoMovesTheCursorThere) {
+    Find<QTableView>("Table_Tempos")->selectRow(1);
+    EXPECT_EQ(overview_->CursorColumn(), 1);
+}
+
+TEST_F(OverviewTest, ToolTipNamesMeasureChannelAndNotes) {
+    const QPoint at = Cell(2, 1);
+    QHelpEvent hover(QEvent::ToolTip, at, overview_->mapToGlobal(at));
+    QApplication::sendEvent(overview_, &hover);
+    EXPECT_EQ(QToolTip::text().toStdString(), "Measure 2 · Channel 3 · 2 notes");
+    QToolTip::hideText();
+}
+
+TEST_F(OverviewTest, ScreenReadersSeeTheCursorAsAValue) {
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(overview_);
+    ASSERT_NE(spoken, nullptr);
+    ASSERT_NE(spoken->valueInterface(), nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name).toStdString(), "Note overview");
+    EXPECT_EQ(spoken->valueInterface()->maximumValue().toInt(), 3);
+    spoken->valueInterface()->setCurrentValue(2);
+    EXPECT_EQ(overview_->CursorColumn(), 1);
+    EXPECT_EQ(spoken->text(QAccessible::Value).toStdString(), "Measure 2 · 2 notes");
+}
+
+TEST(OverviewSceneTest, TicksFindTheirColumnAlsoOutsideTheSong) {
+    song::NoteOverview notes;
+    notes.notes[0].resize(2);
+    notes.columnTick = {0, 1000, 3000};
+    for (const auto& [tick, column] :
+         {std::pair(-5, 0.0), std::pair(0, 0.0), std::pair(500, 0.5), std::pair(1000, 1.0),
+          std::pair(2000, 1.5), std::pair(9000, 2.0)}) {
+        EXPECT_DOUBLE_EQ(ColumnOfTick(notes, tick), column) << tick;
+    }
+    EXPECT_DOUBLE_EQ(ColumnOfTick(song::NoteOverview(), 77), 0);
+}
+
+} // namespace
+} // namespace tracksmith::forms

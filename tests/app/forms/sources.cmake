@@ -1,0 +1,10 @@
+set(SOURCES
+  file_commands_test.cpp
+  form_fixture.h
+  language_test.cpp
+  main.cpp
+  overview_test.cpp
+  recent_files_test.cpp
+  song_display_test.cpp)
+set(LIBRARIES GTest::gtest Qt6::Test)
+set(ENVIRONMENT QT_QPA_PLATFORM=offscreen)
