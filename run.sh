@@ -12,7 +12,7 @@ fi
 
 cd "$top"
 tools/install_packages.sh build
-cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF \
+cmake --preset release -B build/run -DBUILD_TESTING=OFF -DTRACKSMITH_BENCHMARKS=OFF \
     -DCMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)"
 cmake --build build/run --target tracksmith tracksmith-cli
 

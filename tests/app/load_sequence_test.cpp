@@ -89,7 +89,7 @@ TEST_F(LoadSequenceTest, AFileThatCannotBeReadLeavesTheOldSong) {
 }
 
 TEST_F(LoadSequenceTest, ATooShortFileLeavesTheOldSong) {
-    for (const std::size_t size : {0, 23}) {
+    for (const std::size_t size : {0U, 23U}) {
         PutFile(folder_ / "short.mid", Bytes(size, 'M'));
         EXPECT_EQ(OpenError(folder_ / "short.mid", Language::German),
                   "Fehler in der Mididatei: Datei zu kurz!");

@@ -20,7 +20,7 @@ using namespace test;
 TEST(FileIo, WritesAndReadsBackAndLeavesNothingElse) {
     const TemporaryFolder folder;
     const fs::path file = folder / fs::path(u8"Größe 𝄞.mid");
-    for (const std::size_t size : {0, 1, 100'000, 5}) {
+    for (const std::size_t size : {0U, 1U, 100'000U, 5U}) {
         const Bytes bytes(size, 0xA5);
         const WriteResult result = WriteFileAtomically(file, bytes);
         EXPECT_EQ(result.outcome, WriteOutcome::Written);
