@@ -223,8 +223,9 @@ DecodeResult SongBuilder::Finish(std::uint32_t largestTick) {
     if (split_ && chunk_ > 0) {
         MergeChunks();
     }
-    song_.songLength =
-        std::max(static_cast<std::int32_t>(largestTick) + kRoomBehindLastEvent, kShortestSong);
+    // Never so long that the end of the saved file could not be read again.
+    song_.songLength = static_cast<std::int32_t>(
+        std::clamp(largestTick + kRoomBehindLastEvent, kShortestSong, kMostTick));
     EndTracks();
     CompleteLists();
     result_.timesAreSet = !split_ && result_.tempoMapInFirstTrack &&

@@ -10,7 +10,7 @@ namespace tracksmith::cli {
 
 void AddRenderCommand(CLI::App& app, CliContext& context) {
     CLI::App* command = app.add_subcommand("render", context.Say(texts::kHelpRenderNone));
-    command->allow_extras();
+    command->allow_extras()->fallthrough(false); // whatever follows
     command->callback([&context] {
         context.run = [&context] {
             context.log << context.Say(texts::kNoInstrument) << "\n";

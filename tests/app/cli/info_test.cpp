@@ -81,7 +81,8 @@ TEST_F(CliTest, InfoTextShowsLongListsWholeOnlyOnDemand) {
     for (std::uint32_t i = 0; i < 20; ++i) {
         track.Tempo(480, 400'000 + 10'000 * i);
     }
-    const test::Bytes file = test::MidiFileBuilder(0).Track(track.Note(480, 0, 60, 0).End()).Build();
+    const test::Bytes file =
+        test::MidiFileBuilder(0).Track(track.Note(480, 0, 60, 0).End()).Build();
     const std::string input(file.begin(), file.end());
     const auto shownTempos = [this] {
         std::size_t count = 0;

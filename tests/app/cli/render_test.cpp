@@ -19,10 +19,10 @@ protected:
 };
 
 TEST_F(RenderTest, MakesAnAudioFile) {
-    EXPECT_EQ(code_, 0) << log_;
+    ASSERT_EQ(code_, 0) << log_;
     const test::Bytes audio = Get("song.wav");
+    ASSERT_GT(audio.size(), 44'100U * 4); // the song lasts 1.4 seconds
     EXPECT_EQ(std::string(audio.begin(), audio.begin() + 4), "RIFF");
-    EXPECT_GT(audio.size(), 44'100U * 4); // the song lasts 1.4 seconds
     EXPECT_NE(out_.find("dBFS"), std::string::npos) << out_;
 }
 
