@@ -24,15 +24,14 @@ cli=build/run/tracksmith-cli
 name=$(basename "$song")
 wav=output/${name%.*}.wav
 mkdir -p output/format0 output/format1
-rm -f "output/format0/$name" "output/format1/$name" "$wav"
 
 echo
 echo "No display: tracksmith-cli describes, converts and renders the song."
 echo
 "$cli" info "$song"
-"$cli" convert "$song" --format 0 --out output/format0
-"$cli" convert "$song" --format 1 --out output/format1
-"$cli" render "$song" --out "$wav"
+"$cli" --yes convert "$song" --format 0 --out output/format0
+"$cli" --yes convert "$song" --format 1 --out output/format1
+"$cli" --yes render "$song" --out "$wav"
 
 echo
 echo "The results:"

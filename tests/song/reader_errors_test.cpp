@@ -176,7 +176,7 @@ TEST(ReaderErrors, QuantitiesMayBePaddedAndTicksMayReachTheirLimit) {
         TrackBuilder().Loose({0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x05, 0x90, 60, 1}).End()));
     EXPECT_EQ(padded.List(0), "5 903C01");
     const DecodedSong latest(OneTrack(TrackBuilder().Note(kMostTick, 0, 60, 1).End()));
-    EXPECT_EQ(latest.song.songLength, static_cast<std::int32_t>(kMostTick) + 10);
+    EXPECT_EQ(latest.song.songLength, static_cast<std::int32_t>(kMostTick));
     EXPECT_EQ(DecodeError(OneTrack(TrackBuilder().Note(kMostTick + 1, 0, 60, 1).End()),
                           Language::English),
               kEnglishCommand);

@@ -1,0 +1,219 @@
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/recording_message_host.h"
+#include "budget_table.h"
+#include "song_generator.h"
+#include "stopwatch.h"
+
+#include "app/load_sequence.h"
+#include "song/midi_file_writer.h"
+#include "song/song_snapshot.h"
+#include "song/time_map.h"
+
+// Measures loading, saving and the whole-song operations against two yardsticks of the same run: a
+// copy of the file and a scan of it with every check. Rounds are interleaved and medians printed,
+// so that a busy machine changes all figures alike.
+
+#ifdef _WIN32
+#define popen _popen
+#define pclose _pclose
+#endif
+
+namespace tracksmith::benchmarks {
+namespace {
+
+struct Input {
+    const char* name;
+    std::size_t events;
+    int rounds;
+    // Budgets of the input; 0 for none.
+    double loadOfScan;
+    double saveOfScan;
+    double nsToRetime;
+};
+
+constexpr Input kInputs[] = {{"song", 30'000, 41, 0, 0, 0},
+                             {"big", 2'000'000, 9, 0.45, 1, 4},
+                             {"huge", 20'000'000, 3, 0.40, 0, 0}};
+
+/// Keeps the compiler from leaving out what is only measured.
+volatile std::uint64_t sink = 0;
+
+struct Times {
+    Series copy;
+    Series scan;
+    Series load;
+    Series snapshot;
+    Series retime;
+    Series saveFormat1;
+    Series saveFormat0;
+};
+
+void Load(app::Workspace& workspace, std::span<const std::uint8_t> file) {
+    RecordingMessageHost host;
+    app::OpenMidiData(workspace, file, "benchmark.mid", host);
+}
+
+void MeasureRound(Times& times, app::Workspace& workspace, song::SongSnapshot& snapshot,
+                  std::span<const std::uint8_t> file, std::vector<std::uint8_t>& copy) {
+    RecordingMessageHost host;
+    const song::Song& song = workspace.song;
+    times.copy.Measure([&] {
+        std::memcpy(copy.data(), file.data(), file.size());
+        sink = sink + copy[file.size() / 2];
+    });
+    times.scan.Measure([&] { sink = sink + song::ScanMidiData(file, host).checksum; });
+    times.load.Measure([&] { Load(workspace, file); });
+    times.snapshot.Measure([&] { snapshot.Take(song); });
+    times.retime.Measure([&] { song::SetTimePositions(workspace.song); });
+    times.saveFormat1.Measure([&] { sink = sink + song::EncodeFormat1(song, {}, host).size(); });
+    times.saveFormat0.Measure([&] { sink = sink + song::EncodeFormat0(song, {}, host).size(); });
+}
+
+std::size_t CountEvents(const song::Song& song) {
+    std::size_t events = 0;
+    for (const song::Track& track : song.tracks) {
+        events += static_cast<std::size_t>(track.eventCount);
+    }
+    return events;
+}
+
+/// What a fresh process needed for its first load and for later ones, in seconds.
+struct FirstLoad {
+    double first = 0;
+    double warm = 0;
+};
+
+/// Runs in a process of its own: the first load touches fresh memory, the others do not.
+int PrintFirstLoad(std::size_t events) {
+    const std::vector<std::uint8_t> file = GenerateSong(events);
+    app::Workspace workspace;
+    const double first = Seconds([&] { Load(workspace, file); });
+    Series warm;
+    for (int i = 0; i < 5; ++i) {
+        warm.Measure([&] { Load(workspace, file); });
+    }
+    std::printf("%.9f %.9f\n", first, warm.Median());
+    return 0;
+}
+
+/// The middle one of three fresh processes of this program.
+std::optional<FirstLoad> MeasureFirstLoad(const std::string& program, std::size_t events) {
+    std::vector<FirstLoad> runs;
+    for (int i = 0; i < 3; ++i) {
+        const std::string command = "\"" + program + "\" --first-load " + std::to_string(events);
+        std::FILE* pipe = popen(command.c_str(), "r");
+        FirstLoad run;
+        const bool good =
+            pipe != nullptr && std::fscanf(pipe, "%lf %lf", &run.first, &run.warm) == 2;
+        if (pipe != nullptr) {
+            pclose(pipe);
+        }
+        if (!good || run.warm <= 0) {
+            return std::nullopt;
+        }
+        runs.push_back(run);
+    }
+    std::sort(runs.begin(), runs.end(), [](const FirstLoad& a, const FirstLoad& b) {
+        return a.first / a.warm < b.first / b.warm;
+    });
+    return runs[1];
+}
+
+void PrintSpeed(BudgetTable& table, const char* name, double ratio, double budget) {
+    if (budget > 0) {
+        table.AtLeast(name, ratio, budget, "of the scan's speed");
+    } else {
+        table.Row(name, ratio, "of the scan's speed");
+    }
+}
+
+void PrintTimes(BudgetTable& table, const Input& input, const Times& times, std::size_t bytes,
+                std::size_t events) {
+    const double scan = times.scan.Median();
+    const double toNs = 1e9 / static_cast<double>(events);
+    table.Row("scan", static_cast<double>(bytes) / scan / 1e9, "GB/s");
+    table.Row("scan", scan * toNs, "ns an event");
+    table.Row("copy of the file", scan / times.copy.Median(), "of the scan's speed");
+    PrintSpeed(table, "load, warm", scan / times.load.Median(), input.loadOfScan);
+    PrintSpeed(table, "save as format 1", scan / times.saveFormat1.Median(), input.saveOfScan);
+    PrintSpeed(table, "save as format 0", scan / times.saveFormat0.Median(), input.saveOfScan);
+    table.AtMost("snapshot into the kept buffer", times.snapshot.Median() * toNs, 4, "ns an event");
+    const double retime = times.retime.Median() * toNs;
+    if (input.nsToRetime > 0) {
+        table.AtMost("re-timing", retime, input.nsToRetime, "ns an event");
+    } else {
+        table.Row("re-timing", retime, "ns an event");
+    }
+}
+
+/// Measures one input; false when something could not be measured.
+bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std::string& program) {
+    const std::vector<std::uint8_t> file = GenerateSong(input.events);
+    std::vector<std::uint8_t> copy(file.size());
+    app::Workspace workspace;
+    song::SongSnapshot snapshot;
+    Times warmUp;
+    MeasureRound(warmUp, workspace, snapshot, file, copy);
+    Times times;
+    for (int i = 0; i < rounds; ++i) {
+        MeasureRound(times, workspace, snapshot, file, copy);
+    }
+    RecordingMessageHost host;
+    const song::ScanResult scan = song::ScanMidiData(file, host);
+    const std::size_t events = CountEvents(workspace.song);
+    table.Heading(std::string(input.name) + ": " + std::to_string(events) + " events, " +
+                  std::to_string(file.size()) + " bytes, " + std::to_string(rounds) + " rounds");
+    PrintTimes(table, input, times, file.size(), events);
+    const auto records = static_cast<double>(workspace.song.pool.UsedBytes() - scan.payloadBytes);
+    table.AtMost("memory without payloads", records / static_cast<double>(events), 50,
+                 "bytes an event");
+    const std::optional<FirstLoad> fresh = MeasureFirstLoad(program, input.events);
+    if (!fresh) {
+        std::fprintf(stderr, "the first load in a fresh process could not be measured\n");
+        return false;
+    }
+    table.AtMost("first load in a fresh process", fresh->first / fresh->warm, 3,
+                 "times a warm one");
+    return true;
+}
+
+int Run(const std::string& program, bool quick, bool huge) {
+    BudgetTable table;
+    bool complete = true;
+    for (const Input& input : kInputs) {
+        if (input.events > 2'000'000 && !huge) {
+            continue;
+        }
+        complete = MeasureInput(table, input, quick ? 3 : input.rounds, program) && complete;
+    }
+    std::printf("\n%d over budget\n", table.Over());
+    return complete && table.Over() == 0 ? 0 : 1;
+}
+
+} // namespace
+} // namespace tracksmith::benchmarks
+
+int main(int argc, char** argv) {
+    using namespace tracksmith::benchmarks;
+    bool quick = false;
+    bool huge = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view argument = argv[i];
+        if (argument == "--first-load" && i + 1 < argc) {
+            return PrintFirstLoad(std::stoul(argv[i + 1]));
+        }
+        quick = quick || argument == "--quick";
+        huge = huge || argument == "--huge";
+        if (argument != "--quick" && argument != "--huge") {
+            std::fprintf(stderr, "usage: tracksmith_benchmarks [--quick] [--huge]\n");
+            return 2;
+        }
+    }
+    return Run(argv[0], quick, huge);
+}

@@ -1,0 +1,149 @@
+#include "song_generator.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <random>
+
+namespace tracksmith::benchmarks {
+namespace {
+
+constexpr std::size_t kChannels = 16;
+constexpr unsigned kTicksPerEvent = 90; // on average
+constexpr std::size_t kMostTempos = 4000;
+
+class Generator {
+public:
+    explicit Generator(std::size_t events) {
+        bytes_.reserve(events * 4 + 4096);
+        Put({'M', 'T', 'h', 'd', 0, 0, 0, 6, 0, 1, 0, kChannels + 1, 0x01, 0xE0});
+        const std::size_t perTrack = events / kChannels;
+        Conductor(std::clamp<std::size_t>(events / 1000, 1, kMostTempos),
+                  perTrack * kTicksPerEvent);
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            ChannelTrack(static_cast<std::uint8_t>(channel), perTrack);
+        }
+    }
+    std::vector<std::uint8_t> Take() { return std::move(bytes_); }
+
+private:
+    unsigned Roll(unsigned sides) { return static_cast<unsigned>(random_()) % sides; }
+
+    void Byte(unsigned value) { bytes_.push_back(static_cast<std::uint8_t>(value)); }
+    void Put(std::initializer_list<unsigned> values) {
+        for (const unsigned value : values) {
+            Byte(value);
+        }
+    }
+    void Quantity(std::size_t value) {
+        for (int shift = 21; shift > 0; shift -= 7) {
+            if (value >> shift != 0) {
+                Byte(static_cast<unsigned>((value >> shift) & 0x7F) | 0x80);
+            }
+        }
+        Byte(static_cast<unsigned>(value & 0x7F));
+    }
+
+    void BeginTrack() {
+        Put({'M', 'T', 'r', 'k', 0, 0, 0, 0});
+        start_ = bytes_.size();
+        running_ = 0;
+    }
+    void EndTrack() {
+        Put({0, 0xFF, 0x2F, 0});
+        const std::size_t length = bytes_.size() - start_;
+        for (std::size_t i = 0; i < 4; ++i) {
+            bytes_[start_ - 4 + i] = static_cast<std::uint8_t>(length >> (24 - 8 * i));
+        }
+    }
+
+    void Conductor(std::size_t tempos, std::size_t ticks) {
+        BeginTrack();
+        Put({0, 0xFF, 0x58, 4, 4, 2, 24, 8});
+        for (std::size_t i = 0; i < tempos; ++i) {
+            Quantity(i == 0 ? 0 : ticks / tempos);
+            const unsigned tempo = 400'000 + Roll(300'000);
+            Put({0xFF, 0x51, 3, tempo >> 16, tempo >> 8 & 0xFF, tempo & 0xFF});
+        }
+        EndTrack();
+    }
+
+    // A channel message behind `delta` ticks, its status left out where it is in force.
+    void Message(std::size_t delta, unsigned status, unsigned data1) {
+        Quantity(delta);
+        if (status != running_) {
+            Byte(status);
+            running_ = status;
+        }
+        Byte(data1);
+    }
+
+    // Two notes that overlap: four events.
+    void Notes(unsigned channel) {
+        const unsigned key = 36 + Roll(48);
+        for (const unsigned velocity : {64 + Roll(60), 0U}) {
+            for (const unsigned interval : {0U, 4U}) {
+                Message(interval == 0 ? 40 + Roll(360) : Roll(3), 0x90 | channel, key + interval);
+                Byte(velocity);
+            }
+        }
+    }
+
+    // A movement of a controller or the wheel: eight events.
+    void Movement(unsigned channel) {
+        const bool wheel = Roll(3) == 0;
+        const unsigned controller = Roll(2) == 0 ? 11 : 1;
+        for (unsigned i = 0; i < 8; ++i) {
+            Message(5 + Roll(20), (wheel ? 0xE0 : 0xB0) | channel, wheel ? 0 : controller);
+            Byte(64 + i);
+        }
+    }
+
+    // One of the rare ones: a text, a system exclusive message or a program change.
+    void Rare(unsigned channel) {
+        switch (Roll(4)) {
+            case 0:
+                Put({10, 0xFF, 0x05, 4, 's', 'y', 'l', '-'});
+                running_ = 0;
+                break;
+            case 1:
+                Put({10, 0xF0, 8, 0x43, 0x10, 0x4C, 0x02, 0x01, Roll(128), Roll(128), 0xF7});
+                running_ = 0;
+                break;
+            default:
+                Message(10, 0xC0 | channel, Roll(128));
+        }
+    }
+
+    void ChannelTrack(std::uint8_t channel, std::size_t events) {
+        BeginTrack();
+        Put({0, 0xFF, 0x03, 5, 'T', 'r', 'a', 'c', 'k'});
+        std::size_t done = 0;
+        while (done < events) {
+            const unsigned kind = Roll(100);
+            if (kind < 89) {
+                Notes(channel);
+                done += 4;
+            } else if (kind < 98) {
+                Movement(channel);
+                done += 8;
+            } else {
+                Rare(channel);
+                done += 1;
+            }
+        }
+        EndTrack();
+    }
+
+    std::vector<std::uint8_t> bytes_;
+    std::size_t start_ = 0;
+    unsigned running_ = 0;
+    std::minstd_rand random_;
+};
+
+} // namespace
+
+std::vector<std::uint8_t> GenerateSong(std::size_t events) {
+    return Generator(events).Take();
+}
+
+} // namespace tracksmith::benchmarks
