@@ -36,9 +36,13 @@ public:
     /// Puts a variable-length quantity (RP-001: 7 bits per byte, most significant group first) at
     /// `to` and returns the place behind it.
     static std::uint8_t* PutQuantity(std::uint8_t* to, std::uint32_t value) {
-        if (value < 0x80) [[likely]] {
-            *to = static_cast<std::uint8_t>(value);
-            return to + 1;
+        if (value < 0x4000) [[likely]] {
+            // One byte or two without a branch, since the length of a delta cannot be predicted.
+            const std::uint32_t two = value > 0x7F ? 1 : 0;
+            const std::uint32_t first = (value >> (7 * two)) | (two << 7);
+            to[0] = static_cast<std::uint8_t>(first);
+            to[1] = static_cast<std::uint8_t>(value & 0x7FU);
+            return to + 1 + two;
         }
         return PutLongQuantity(to, value);
     }

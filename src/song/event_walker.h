@@ -59,7 +59,7 @@ private:
 
     std::uint64_t Offset() const { return static_cast<std::uint64_t>(p_ - begin_); }
 
-    [[noreturn]] void Fail(FaultKind kind, std::uint32_t value = 0) const {
+    [[noreturn, gnu::noinline]] void Fail(FaultKind kind, std::uint32_t value = 0) const {
         FailAt(kind, Offset(), value);
     }
     [[noreturn]] void FailAt(FaultKind kind, std::uint64_t position, std::uint32_t value) const {
@@ -142,34 +142,29 @@ private:
         if (tick_ > kMostTick) [[unlikely]] {
             Fail(FaultKind::InvalidOffset);
         }
-        const Byte status = ReadByte();
-        if (status < 0x80) {
-            WalkRunning(status);
-        } else if (status < 0xF0) [[likely]] {
-            running_ = status;
-            const Byte data1 = ReadByte();
-            EmitShort(data1);
-        } else {
-            return WalkLong(status, stop);
+        const Byte first = ReadByte();
+        if (first >= 0xF0) [[unlikely]] {
+            return WalkLong(first, stop);
         }
+        Byte data1 = first;
+        if (first >= 0x80) {
+            running_ = first;
+            data1 = ReadByte();
+        } else if (running_ < 0x80 || running_ >= 0xF0) [[unlikely]] {
+            FailRunning(first);
+        }
+        const auto at = static_cast<std::uint64_t>(p_ - begin_) - 1;
+        const Byte data2 = (running_ & 0xE0) == 0xC0 ? Byte{0} : ReadByte();
         countedTick_ = tick_;
+        sink_.Short(running_, data1, data2, tick_, at);
         return false;
     }
 
-    void WalkRunning(Byte data1) {
-        if (running_ < 0x80) [[unlikely]] {
+    [[noreturn, gnu::noinline]] void FailRunning(Byte data1) const {
+        if (running_ < 0x80) {
             FailAt(FaultKind::NoRunningStatus, Offset() - 1, data1);
         }
-        if (running_ >= 0xF0) [[unlikely]] {
-            FailAt(FaultKind::RunningStatusTooHigh, Offset() - 1, running_);
-        }
-        EmitShort(data1);
-    }
-
-    void EmitShort(Byte data1) {
-        const Byte* const at = p_ - 1;
-        const Byte data2 = (running_ & 0xE0) == 0xC0 ? Byte{0} : ReadByte();
-        sink_.Short(running_, data1, data2, tick_, static_cast<std::uint64_t>(at - begin_));
+        FailAt(FaultKind::RunningStatusTooHigh, Offset() - 1, running_);
     }
 
     [[gnu::noinline]] bool WalkLong(Byte status, const Byte* stop) {

@@ -4,11 +4,8 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <utility>
-
-#include <queue>
 
 #include "song/byte_writer.h"
 #include "song/prefetch.h"
@@ -195,50 +192,50 @@ bool IsPortEvent(const MidiEvent& event) {
     return event.kind == kLongMessage && event.IsMeta(kMetaPort) && event.length == 1;
 }
 
-// Walks over the events of all tracks in tick order, equal ticks in track order.
+// Walks over the events of all tracks in tick order, equal ticks in track order: a tournament in
+// which each track enters with its next event, the smallest key wins.
 class TrackMerger {
 public:
-    explicit TrackMerger(const Song& song) {
-        for (std::size_t i = 0; i < song.tracks.size(); ++i) {
-            Add(song.tracks[i].first, i);
+    explicit TrackMerger(const Song& song) : leaves_(std::bit_ceil(song.tracks.size())) {
+        keys_.resize(2 * leaves_, kNone);
+        for (const Track& track : song.tracks) {
+            next_.push_back(track.first);
+            keys_[leaves_ + next_.size() - 1] = KeyOf(next_.size() - 1);
+        }
+        for (std::size_t node = leaves_; node-- > 1;) {
+            Decide(node);
         }
     }
 
     template <typename Visitor>
     void ForEach(Visitor&& visit) {
-        while (!queue_.empty()) {
-            auto [tick, track, event] = queue_.top();
-            queue_.pop();
-            // As long as this track is first, the queue need not be touched.
-            do {
-                visit(*event);
-                event = event->next;
-            } while (event && ComesFirst(event->tick, track));
-            Add(event, track);
+        while (keys_[1] != kNone) {
+            const auto track = static_cast<std::size_t>(keys_[1] & 0xFFFF'FFFF);
+            const MidiEvent& event = *next_[track];
+            PrefetchForReading(&event);
+            next_[track] = event.next;
+            std::size_t node = leaves_ + track;
+            keys_[node] = KeyOf(track);
+            visit(event);
+            while (node > 1) {
+                node /= 2;
+                Decide(node);
+            }
         }
     }
 
 private:
-    struct Head {
-        std::int32_t tick;
-        std::size_t track;
-        EventLink event;
-        bool operator>(const Head& other) const {
-            return std::pair(tick, track) > std::pair(other.tick, other.track);
-        }
-    };
+    static constexpr std::uint64_t kNone = std::numeric_limits<std::uint64_t>::max();
 
-    void Add(EventLink event, std::size_t track) {
-        if (event) {
-            queue_.push({event->tick, track, event});
-        }
+    std::uint64_t KeyOf(std::size_t track) const {
+        const EventLink event = next_[track];
+        return event ? (static_cast<std::uint64_t>(event->tick) << 32) | track : kNone;
     }
-    bool ComesFirst(std::int32_t tick, std::size_t track) const {
-        return queue_.empty() ||
-               std::pair(tick, track) < std::pair(queue_.top().tick, queue_.top().track);
-    }
+    void Decide(std::size_t node) { keys_[node] = std::min(keys_[2 * node], keys_[2 * node + 1]); }
 
-    std::priority_queue<Head, std::vector<Head>, std::greater<>> queue_;
+    std::size_t leaves_;
+    std::vector<std::uint64_t> keys_; // the root at 1, the tracks from leaves_ on
+    std::vector<EventLink> next_;
 };
 
 } // namespace
