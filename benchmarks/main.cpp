@@ -102,10 +102,11 @@ int PrintFirstLoad(std::size_t events) {
     return 0;
 }
 
-/// The middle one of three fresh processes of this program.
+/// The middle one of several fresh processes of this program.
 std::optional<FirstLoad> MeasureFirstLoad(const std::string& program, std::size_t events) {
+    constexpr int kProcesses = 5;
     std::vector<FirstLoad> runs;
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < kProcesses; ++i) {
         const std::string command = "\"" + program + "\" --first-load " + std::to_string(events);
         std::FILE* pipe = popen(command.c_str(), "r");
         FirstLoad run;
@@ -122,7 +123,7 @@ std::optional<FirstLoad> MeasureFirstLoad(const std::string& program, std::size_
     std::sort(runs.begin(), runs.end(), [](const FirstLoad& a, const FirstLoad& b) {
         return a.first / a.warm < b.first / b.warm;
     });
-    return runs[1];
+    return runs[kProcesses / 2];
 }
 
 void PrintSpeed(BudgetTable& table, const char* name, double ratio, double budget) {
@@ -133,17 +134,37 @@ void PrintSpeed(BudgetTable& table, const char* name, double ratio, double budge
     }
 }
 
-void PrintTimes(BudgetTable& table, const Input& input, const Times& times, std::size_t bytes,
-                std::size_t events) {
+/// How much there is of everything in one input.
+struct Sizes {
+    std::size_t fileBytes;
+    std::size_t events;
+    std::size_t recordBytes;
+    std::size_t snapshotBytes;
+};
+
+Sizes SizesOf(const song::Song& song, const song::SongSnapshot& snapshot,
+              std::span<const std::uint8_t> file) {
+    RecordingMessageHost host;
+    const song::ScanResult scan = song::ScanMidiData(file, host);
+    return {file.size(), CountEvents(song), song.pool.UsedBytes() - scan.payloadBytes,
+            snapshot.Bytes()};
+}
+
+void PrintTimes(BudgetTable& table, const Input& input, const Times& times, const Sizes& sizes) {
     const double scan = times.scan.Median();
-    const double toNs = 1e9 / static_cast<double>(events);
-    table.Row("scan", static_cast<double>(bytes) / scan / 1e9, "GB/s");
+    const auto bytes = static_cast<double>(sizes.fileBytes);
+    const double toNs = 1e9 / static_cast<double>(sizes.events);
+    table.Row("scan", bytes / scan / 1e9, "GB/s");
     table.Row("scan", scan * toNs, "ns an event");
     table.Row("copy of the file", scan / times.copy.Median(), "of the scan's speed");
     PrintSpeed(table, "load, warm", scan / times.load.Median(), input.loadOfScan);
     PrintSpeed(table, "save as format 1", scan / times.saveFormat1.Median(), input.saveOfScan);
     PrintSpeed(table, "save as format 0", scan / times.saveFormat0.Median(), input.saveOfScan);
     table.AtMost("snapshot into the kept buffer", times.snapshot.Median() * toNs, 4, "ns an event");
+    table.Row("snapshot",
+              static_cast<double>(sizes.snapshotBytes) / times.snapshot.Median() /
+                  (bytes / times.copy.Median()),
+              "of the copy's bytes a second");
     const double retime = times.retime.Median() * toNs;
     if (input.nsToRetime > 0) {
         table.AtMost("re-timing", retime, input.nsToRetime, "ns an event");
@@ -164,14 +185,12 @@ bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std:
     for (int i = 0; i < rounds; ++i) {
         MeasureRound(times, workspace, snapshot, file, copy);
     }
-    RecordingMessageHost host;
-    const song::ScanResult scan = song::ScanMidiData(file, host);
-    const std::size_t events = CountEvents(workspace.song);
-    table.Heading(std::string(input.name) + ": " + std::to_string(events) + " events, " +
+    const Sizes sizes = SizesOf(workspace.song, snapshot, file);
+    table.Heading(std::string(input.name) + ": " + std::to_string(sizes.events) + " events, " +
                   std::to_string(file.size()) + " bytes, " + std::to_string(rounds) + " rounds");
-    PrintTimes(table, input, times, file.size(), events);
-    const auto records = static_cast<double>(workspace.song.pool.UsedBytes() - scan.payloadBytes);
-    table.AtMost("memory without payloads", records / static_cast<double>(events), 50,
+    PrintTimes(table, input, times, sizes);
+    table.AtMost("memory without payloads",
+                 static_cast<double>(sizes.recordBytes) / static_cast<double>(sizes.events), 50,
                  "bytes an event");
     const std::optional<FirstLoad> fresh = MeasureFirstLoad(program, input.events);
     if (!fresh) {

@@ -8,7 +8,7 @@ namespace tracksmith::benchmarks {
 namespace {
 
 constexpr std::size_t kChannels = 16;
-constexpr unsigned kTicksPerEvent = 90; // on average
+constexpr unsigned kTicksPerEvent = 160; // on average
 constexpr std::size_t kMostTempos = 4000;
 
 class Generator {
@@ -82,7 +82,8 @@ private:
         const unsigned key = 36 + Roll(48);
         for (const unsigned velocity : {64 + Roll(60), 0U}) {
             for (const unsigned interval : {0U, 4U}) {
-                Message(interval == 0 ? 40 + Roll(360) : Roll(3), 0x90 | channel, key + interval);
+                Message(interval == 0 ? 128 + Roll(300) : Roll(240), 0x90 | channel,
+                        key + interval);
                 Byte(velocity);
             }
         }

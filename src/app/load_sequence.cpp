@@ -2,6 +2,7 @@
 
 #include <new>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "base/errors.h"
@@ -37,12 +38,10 @@ void ClearMidiMemory(Workspace& workspace) {
 }
 
 void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
-                  const std::filesystem::path& name, MessageHost& host) {
+                  std::filesystem::path name, MessageHost& host) {
     if (bytes.size() < song::kSmallestFile) {
         RaiseMidiError(host, texts::kTooShort);
     }
-    // The name may be the workspace's own, which clearing empties.
-    const std::filesystem::path fileName = name;
     ClearMidiMemory(workspace);
     try {
         LoadSong(workspace, bytes, host);
@@ -50,7 +49,7 @@ void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
         ClearMidiMemory(workspace);
         throw;
     }
-    workspace.fileName = fileName;
+    workspace.fileName = std::move(name);
     workspace.hasSong = true;
 }
 

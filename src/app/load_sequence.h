@@ -19,8 +19,9 @@ void ClearMidiMemory(Workspace& workspace);
 /// and without a file name, so that saving cannot overwrite the file.
 void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, MessageHost& host);
 
-/// OpenMidiFile for bytes that are already in memory; `name` becomes the file name.
+/// OpenMidiFile for bytes that are already in memory; `name` becomes the file name
+/// (taken by value, since it may be the workspace's own, which is cleared on the way).
 void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
-                  const std::filesystem::path& name, MessageHost& host);
+                  std::filesystem::path name, MessageHost& host);
 
 } // namespace tracksmith::app

@@ -96,7 +96,7 @@ private:
     }
 
     std::vector<std::uint8_t> bytes_;
-    std::array<std::uint8_t, 4096> block_;
+    std::array<std::uint8_t, 4096> block_{};
     std::size_t used_ = 0;
 };
 

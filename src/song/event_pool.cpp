@@ -158,6 +158,7 @@ void EventPool::Snapshot::Reserve(std::size_t bytes) {
     if (bytes > capacity_) {
         bytes_.reset();
         capacity_ = 0;
+        // NOLINTNEXTLINE(modernize-avoid-c-arrays)
         bytes_ = std::make_unique_for_overwrite<std::byte[]>(bytes);
         capacity_ = bytes;
     }

@@ -55,7 +55,8 @@ public:
         friend class EventPool;
         void Reserve(std::size_t bytes);
 
-        std::unique_ptr<std::byte[]> bytes_;
+        // An array that nobody fills with zeros first, unlike a vector.
+        std::unique_ptr<std::byte[]> bytes_; // NOLINT(modernize-avoid-c-arrays)
         std::size_t capacity_ = 0;
         std::size_t used_ = 0;
         std::vector<std::size_t> chunkUsed_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -101,7 +102,7 @@ private:
 
     // Returns the offset behind the chunk's 8 header bytes and its declared length.
     std::uint64_t ReadTrackHeader(std::uint32_t track, std::uint64_t position) {
-        constexpr std::uint8_t kName[] = {'M', 'T', 'r', 'k'};
+        constexpr std::array<std::uint8_t, 4> kName{'M', 'T', 'r', 'k'};
         const auto size = static_cast<std::uint64_t>(end_ - begin_);
         tick_ = 0;
         for (std::uint64_t i = 0; i < 4; ++i) {

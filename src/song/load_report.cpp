@@ -6,7 +6,7 @@ namespace tracksmith::song {
 namespace {
 
 struct ChangeRow {
-    const char* name;
+    const char* name = nullptr;
     Text text;
 };
 

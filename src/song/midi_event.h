@@ -7,50 +7,49 @@
 namespace tracksmith::song {
 
 /// Status bytes and meta types of MIDI 1.0 and of Standard MIDI Files 1.0 (RP-001).
-enum : std::uint8_t {
-    kNoteOff = 0x80,
-    kNoteOn = 0x90,
-    kPolyPressure = 0xA0,
-    kControlChange = 0xB0,
-    kProgramChange = 0xC0,
-    kChannelPressure = 0xD0,
-    kPitchBend = 0xE0,
-    kSystemExclusive = 0xF0,
-    kEscape = 0xF7,
-    kMeta = 0xFF,
+inline constexpr std::uint8_t kNoteOff = 0x80;
+inline constexpr std::uint8_t kNoteOn = 0x90;
+inline constexpr std::uint8_t kPolyPressure = 0xA0;
+inline constexpr std::uint8_t kControlChange = 0xB0;
+inline constexpr std::uint8_t kProgramChange = 0xC0;
+inline constexpr std::uint8_t kChannelPressure = 0xD0;
+inline constexpr std::uint8_t kPitchBend = 0xE0;
+inline constexpr std::uint8_t kSystemExclusive = 0xF0;
+inline constexpr std::uint8_t kEscape = 0xF7;
+inline constexpr std::uint8_t kMeta = 0xFF;
 
-    kMetaSequenceNumber = 0x00,
-    kMetaText = 0x01,
-    kMetaTrackName = 0x03,
-    kMetaLyric = 0x05,
-    kMetaMarker = 0x06,
-    kMetaChannelPrefix = 0x20,
-    kMetaPort = 0x21,
-    kMetaEndOfTrack = 0x2F,
-    kMetaTempo = 0x51,
-    kMetaSmpteOffset = 0x54,
-    kMetaTimeSignature = 0x58,
-    kMetaKeySignature = 0x59,
-    kMetaSequencerSpecific = 0x7F,
-    kNoMeta = 0xFF
-};
+inline constexpr std::uint8_t kMetaSequenceNumber = 0x00;
+inline constexpr std::uint8_t kMetaText = 0x01;
+inline constexpr std::uint8_t kMetaTrackName = 0x03;
+inline constexpr std::uint8_t kMetaLyric = 0x05;
+inline constexpr std::uint8_t kMetaMarker = 0x06;
+inline constexpr std::uint8_t kMetaChannelPrefix = 0x20;
+inline constexpr std::uint8_t kMetaPort = 0x21;
+inline constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
+inline constexpr std::uint8_t kMetaTempo = 0x51;
+inline constexpr std::uint8_t kMetaSmpteOffset = 0x54;
+inline constexpr std::uint8_t kMetaTimeSignature = 0x58;
+inline constexpr std::uint8_t kMetaKeySignature = 0x59;
+inline constexpr std::uint8_t kMetaSequencerSpecific = 0x7F;
+inline constexpr std::uint8_t kNoMeta = 0xFF;
 
 /// How an event holds its bytes.
-enum : std::uint8_t { kShortMessage = 1, kLongMessage = 2 };
+inline constexpr std::uint8_t kShortMessage = 1;
+inline constexpr std::uint8_t kLongMessage = 2;
 
 /// One event of a track. Lives in an EventPool; owned by its track's chain.
 struct MidiEvent {
     /// Full status byte: 0x80-0xEF with the channel, 0xF0/0xF7 system exclusive, 0xFF meta.
-    std::uint8_t status;
+    std::uint8_t status = 0;
     /// Bytes of the message: 3 or 2 for channel messages, the payload's count otherwise. 0 marks an
     /// event that is kept in the chain but neither sent nor saved.
-    std::int32_t length;
+    std::int32_t length = 0;
     /// kShortMessage (bytes in data1, data2) or kLongMessage (bytes in data).
-    std::uint8_t kind;
+    std::uint8_t kind = 0;
     /// Payload of a kLongMessage.
     EventData data;
     /// Meta event type, 0xFF when this is no meta event.
-    std::uint8_t metaType;
+    std::uint8_t metaType = 0;
     /// Next event of the track, null at the last.
     EventLink next;
     /// Free for the note pairing of the editing tools.
@@ -60,15 +59,15 @@ struct MidiEvent {
     /// Previous event of the track, null at the first.
     EventLink prev;
     /// Position in ticks from the song's start.
-    std::int32_t tick;
+    std::int32_t tick = 0;
     /// Data bytes of a kShortMessage. The playback thread reads them while the mixer writes.
-    std::uint8_t data1;
-    std::uint8_t data2;
+    std::uint8_t data1 = 0;
+    std::uint8_t data2 = 0;
     /// The data bytes as the file had them.
-    std::uint8_t origData1;
-    std::uint8_t origData2;
+    std::uint8_t origData1 = 0;
+    std::uint8_t origData2 = 0;
     /// Play time in milliseconds from the song's start.
-    std::int32_t timeMs;
+    std::int32_t timeMs = 0;
 
     /// Status without the channel for channel messages.
     std::uint8_t Command() const { return static_cast<std::uint8_t>(status & 0xF0); }

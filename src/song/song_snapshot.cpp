@@ -6,7 +6,7 @@ namespace tracksmith::song {
 
 void SongSnapshot::Take(const Song& song) {
     valid_ = false;
-    record_ = song;
+    record_ = static_cast<const SongRecord&>(song);
     song.pool.CopyTo(events_);
     valid_ = true;
 }

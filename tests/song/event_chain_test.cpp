@@ -165,7 +165,9 @@ TEST(SongSnapshot, RestoresEverythingInPlaceAsOftenAsWanted) {
         EXPECT_EQ(song.tracks[1].first->next, kept);
         EXPECT_EQ(song.tracks[0].name, "Song");
         EXPECT_EQ(song.tempos[0].tempo, 400'000);
+        const std::size_t used = song.pool.UsedBytes();
         InsertByTick(song.tracks[1], Note(song, 40, 60)); // reuses the freed record
+        EXPECT_EQ(song.pool.UsedBytes(), used);
         EXPECT_EQ(CheckSong(song), "");
         snapshot.Restore(song);
     }

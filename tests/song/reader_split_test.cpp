@@ -63,6 +63,21 @@ TEST(ReaderSplit, SeveralChunksAreMergedStablyByTick) {
     EXPECT_EQ(decoded.List(10), "10 F0 F7; 10 992301");
 }
 
+TEST(ReaderSplit, ManyEventsOfOneTickKeepTheirOrder) {
+    MidiFileBuilder file(0);
+    std::string expected;
+    for (int chunk = 0; chunk < 3; ++chunk) {
+        TrackBuilder track;
+        for (int key = chunk; key < 120; key += 3) {
+            track.Note(key == chunk ? 10 : 0, 0, key, 1);
+            const std::uint8_t bytes[] = {0x90, static_cast<std::uint8_t>(key), 1};
+            expected += (expected.empty() ? "10 " : "; 10 ") + Hex(bytes);
+        }
+        file.Track(track.End());
+    }
+    EXPECT_EQ(DecodedSong(file.Build(), Split()).List(1), expected);
+}
+
 struct FormatRow {
     int fileFormat;
     int chunks;

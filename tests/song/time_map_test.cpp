@@ -172,6 +172,15 @@ TEST(TimeMap, LengthFieldsAgreeWithThePositionOfTheEnd) {
     }
 }
 
+TEST(TimeMap, HalfMillisecondsAreRoundedToEven) {
+    DecodedSong decoded(Conducted(TrackBuilder().Tempo(5, 500'000), 100, 1000)); // 0.5 ms a tick
+    const Song& song = decoded.Timed().song;
+    EXPECT_EQ(TickToMs(song, 1), 0);
+    EXPECT_EQ(TickToMs(song, 3), 2);
+    EXPECT_EQ(song.timeZones[1].startMs, 2);
+    EXPECT_EQ(song.tracks[0].last->prev->timeMs, 2);
+}
+
 TEST(TimeMap, DivisionZeroIsCalculatedAsOne) {
     DecodedSong decoded(Conducted(TrackBuilder().Metre(0, 6, 3), 100, 0));
     const Song& song = decoded.Timed().song;
