@@ -111,6 +111,10 @@ WriteResult WriteTemporary(int handle, std::span<const std::uint8_t> bytes,
 
 } // namespace
 
+std::string PathText(const std::filesystem::path& path) {
+    return path.string();
+}
+
 std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path) {
     // Non-blocking: opening a pipe must not wait for a writer.
     const Descriptor handle(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));

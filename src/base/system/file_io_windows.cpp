@@ -73,6 +73,11 @@ std::filesystem::path TemporaryBeside(const std::filesystem::path& target) {
 
 } // namespace
 
+std::string PathText(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
 std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path) {
     FileHandle handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
