@@ -16,7 +16,8 @@ constexpr std::size_t kSmallestChunk = std::size_t{1} << 16;
 } // namespace
 
 EventArena& EventArena::Instance() {
-    static EventArena arena;
+    // Never destroyed: songs of static storage give their chunks back after main has ended.
+    static EventArena& arena = *new EventArena;
     return arena;
 }
 
