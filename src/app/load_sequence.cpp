@@ -48,6 +48,9 @@ void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
     } catch (const EMidiError&) {
         ClearMidiMemory(workspace);
         throw;
+    } catch (const std::bad_alloc&) {
+        ClearMidiMemory(workspace);
+        RaiseMidiError(host, texts::kBufferMemory);
     }
     workspace.fileName = std::move(name);
     workspace.hasSong = true;
