@@ -104,7 +104,7 @@ TEST_F(LoadSequenceTest, ATooShortFileLeavesTheOldSong) {
 
 TEST_F(LoadSequenceTest, AFaultInTheFileLeavesNoSongAndNoNameToSaveOver) {
     Bytes broken = SmallSong();
-    broken.resize(broken.size() - 3);
+    broken.erase(broken.end() - 3, broken.end());
     PutFile(folder_ / "broken.mid", broken);
     EXPECT_NE(OpenError(folder_ / "broken.mid", Language::English), "");
     EXPECT_FALSE(workspace_.hasSong);

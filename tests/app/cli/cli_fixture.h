@@ -27,7 +27,9 @@ protected:
     }
 
     /// Path of `name` in the test's folder as an argument.
-    std::string At(const std::string& name) const { return system::PathText(folder_ / name); }
+    std::string At(const std::string& name) const {
+        return system::PathText((folder_ / name).make_preferred());
+    }
 
     void Put(const std::string& name, const test::Bytes& bytes) const {
         std::filesystem::create_directories((folder_ / name).parent_path());
