@@ -12,6 +12,7 @@ trap 'rm -f "$log"' EXIT
 status=0
 run-clang-tidy-14 -quiet -j"$(nproc)" -p "$build" ${2:+-checks="$2"} "^$top/src/.*\.cpp$" \
     >"$log" 2>&1 || status=$?
+sed -i 's/\x1b\[[0-9;]*m//g' "$log"
 grep -vE '^clang-tidy-14 |^[0-9]+ warnings? (generated|treated)|^Suppressed |^Use -|^$' "$log" || true
 echo "$(grep -c '^clang-tidy-14 ' "$log") files"
 # A database without our files would otherwise pass.
