@@ -6,5 +6,7 @@ set(SOURCES
   memory_budget.h
   message_host.cpp
   message_host.h
+  parallel.cpp
+  parallel.h
   recording_message_host.h
   text.h)

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "base/system/large_copy.h"
+#include "base/parallel.h"
 
 namespace tracksmith::song {
 namespace {
@@ -172,7 +172,7 @@ void EventPool::CopyTo(Snapshot& target) const {
     for (std::size_t i = 0; i < chunks_.size(); ++i) {
         const std::size_t used = UsedOf(i);
         Unpoison(chunks_[i].memory.begin, used);
-        system::CopyLarge(target.bytes_.get() + target.used_, chunks_[i].memory.begin, used);
+        CopyLarge(target.bytes_.get() + target.used_, chunks_[i].memory.begin, used);
         target.chunkUsed_[i] = used;
         target.used_ += used;
     }
@@ -190,7 +190,7 @@ void EventPool::RestoreFrom(const Snapshot& source) {
         const std::size_t used = i < source.chunkUsed_.size() ? source.chunkUsed_[i] : 0;
         const EventArena::Chunk& memory = chunks_[i].memory;
         Unpoison(memory.begin, used);
-        system::CopyLarge(memory.begin, from, used);
+        CopyLarge(memory.begin, from, used);
         Poison(memory.begin + used, memory.bytes - used);
         chunks_[i].used = used;
         from += used;

@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+#include "base/parallel.h"
+
 #include "song/clock.h"
 #include "song/prefetch.h"
 #include "song/song_position.h"
@@ -308,9 +310,8 @@ void SetTimePositions(Song& song) {
     if (song.timeZoneCount == 0) {
         return;
     }
-    for (const Track& track : song.tracks) {
-        SetTrackTimes(song, track);
-    }
+    ParallelFor(song.tracks.size(), ThreadsFor(song.pool.UsedBytes()),
+                [&song](std::size_t track) { SetTrackTimes(song, song.tracks[track]); });
 }
 
 void UpdateTimeZoneData(Song& song) {

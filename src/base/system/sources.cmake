@@ -1,4 +1,4 @@
-set(SOURCES file_io.h large_copy.cpp large_copy.h virtual_memory.h)
+set(SOURCES file_io.h virtual_memory.h)
 if(WIN32)
   list(APPEND SOURCES file_io_windows.cpp virtual_memory_windows.cpp)
 else()

@@ -1,0 +1,49 @@
+#include "base/parallel.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <stdexcept>
+#include <vector>
+
+namespace tracksmith {
+namespace {
+
+TEST(ParallelTest, EveryPieceIsDoneOnce) {
+    for (const std::size_t threads : {1U, 2U, 4U, 100U}) {
+        std::vector<std::atomic<int>> done(1'000);
+        ParallelFor(done.size(), threads, [&done](std::size_t i) { ++done[i]; });
+        for (const std::atomic<int>& count : done) {
+            ASSERT_EQ(count, 1) << threads << " threads";
+        }
+    }
+    ParallelFor(0, 4, [](std::size_t) { FAIL(); });
+}
+
+TEST(ParallelTest, ExceptionsReachTheCallerWhenAllHaveEnded) {
+    std::atomic<int> running = 0;
+    const auto work = [&running](std::size_t i) {
+        ++running;
+        if (i == 7) {
+            --running;
+            throw std::runtime_error("seven");
+        }
+        --running;
+    };
+    EXPECT_THROW(ParallelFor(1'000, 4, work), std::runtime_error);
+    EXPECT_EQ(running, 0);
+}
+
+TEST(ParallelTest, LargeBlocksAreCopiedWhole) {
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, (std::size_t{9} << 20) + 13}) {
+        std::vector<std::uint8_t> from(size);
+        std::iota(from.begin(), from.end(), std::uint8_t{1});
+        std::vector<std::uint8_t> to(size + 1, 0xEE);
+        CopyLarge(to.data(), from.data(), size);
+        EXPECT_TRUE(std::equal(from.begin(), from.end(), to.begin()));
+        EXPECT_EQ(to.back(), 0xEE);
+    }
+}
+
+} // namespace
+} // namespace tracksmith
