@@ -71,8 +71,10 @@ void MeasureRound(Times& times, app::Workspace& workspace, song::SongSnapshot& s
     times.load.Measure([&] { Load(workspace, file); });
     times.snapshot.Measure([&] { snapshot.Take(song); });
     times.retime.Measure([&] { song::SetTimePositions(workspace.song); });
-    times.saveFormat1.Measure([&] { sink = sink + song::EncodeFormat1(song, {}, host).size(); });
-    times.saveFormat0.Measure([&] { sink = sink + song::EncodeFormat0(song, {}, host).size(); });
+    times.saveFormat1.Measure(
+        [&] { sink = sink + workspace.encoder.Format1(song, {}, host).size(); });
+    times.saveFormat0.Measure(
+        [&] { sink = sink + workspace.encoder.Format0(song, {}, host).size(); });
 }
 
 std::size_t CountEvents(const song::Song& song) {

@@ -23,12 +23,12 @@ std::string FailureText(const system::WriteResult& result, const std::string& na
 
 } // namespace
 
-std::vector<std::uint8_t> EncodeSong(const Workspace& workspace, SaveFormat format,
-                                     MessageHost& host) {
+std::span<const std::uint8_t> EncodeSong(Workspace& workspace, SaveFormat format,
+                                         MessageHost& host) {
     const bool asFormat0 = format == SaveFormat::Format0 ||
                            (format == SaveFormat::AsSong && workspace.song.format == 0);
-    return asFormat0 ? song::EncodeFormat0(workspace.song, workspace.encodeOptions, host)
-                     : song::EncodeFormat1(workspace.song, workspace.encodeOptions, host);
+    return asFormat0 ? workspace.encoder.Format0(workspace.song, workspace.encodeOptions, host)
+                     : workspace.encoder.Format1(workspace.song, workspace.encodeOptions, host);
 }
 
 void WriteMidiFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes,

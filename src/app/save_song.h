@@ -19,9 +19,10 @@ enum class SaveFormat { AsSong, Format0, Format1 };
 void SaveMidiFile(Workspace& workspace, const std::filesystem::path& file, SaveFormat format,
                   MessageHost& host);
 
-/// The song as the bytes of a file, coded with the workspace's options. Raises EMidiError.
-std::vector<std::uint8_t> EncodeSong(const Workspace& workspace, SaveFormat format,
-                                     MessageHost& host);
+/// The song as the bytes of a file, coded with the workspace's options; they stay until the next
+/// call. Raises EMidiError.
+std::span<const std::uint8_t> EncodeSong(Workspace& workspace, SaveFormat format,
+                                         MessageHost& host);
 
 /// Writes `bytes` to `file` with the program's messages for what can go wrong: shown through
 /// `host` and raised as EMidiError.

@@ -22,6 +22,8 @@ struct Workspace {
     song::LoadReport loadReport;
     song::DecodeOptions decodeOptions;
     song::EncodeOptions encodeOptions;
+    /// Keeps its memory between savings.
+    song::SongEncoder encoder;
 };
 
 } // namespace tracksmith::app

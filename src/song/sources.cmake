@@ -1,5 +1,7 @@
 set(SOURCES
   byte_writer.h
+  chunk_writer.cpp
+  chunk_writer.h
   check_song.cpp
   check_song.h
   clock.h
@@ -38,4 +40,5 @@ set(SOURCES
   streaming_clock.h
   texts.h
   time_map.cpp
-  time_map.h)
+  time_map.h
+  track_merger.h)

@@ -34,6 +34,11 @@ protected:
         return {};
     }
 
+    Bytes Coded(Workspace& workspace, SaveFormat format) {
+        const auto bytes = EncodeSong(workspace, format, host_);
+        return {bytes.begin(), bytes.end()};
+    }
+
     TemporaryFolder folder_;
     Workspace workspace_;
     RecordingMessageHost host_;
@@ -47,7 +52,7 @@ TEST_F(SaveSongTest, EveryFormatLoadsAgainAndCountsAsSaved) {
         SaveMidiFile(workspace_, folder_ / "saved.mid", format, host_);
         EXPECT_FALSE(workspace_.modified);
         EXPECT_EQ(workspace_.fileName, folder_ / "saved.mid");
-        EXPECT_EQ(FileBytes(folder_ / "saved.mid"), EncodeSong(workspace_, format, host_));
+        EXPECT_EQ(FileBytes(folder_ / "saved.mid"), Coded(workspace_, format));
         Workspace again;
         OpenMidiFile(again, folder_ / "saved.mid", host_);
         EXPECT_EQ(again.song.format, expected);
@@ -55,19 +60,17 @@ TEST_F(SaveSongTest, EveryFormatLoadsAgainAndCountsAsSaved) {
     }
     Workspace single;
     OpenMidiData(single, RandomFile(8, 0), "x.mid", host_);
-    EXPECT_EQ(EncodeSong(single, SaveFormat::AsSong, host_),
-              EncodeSong(single, SaveFormat::Format0, host_));
-    EXPECT_NE(EncodeSong(single, SaveFormat::AsSong, host_),
-              EncodeSong(single, SaveFormat::Format1, host_));
+    EXPECT_EQ(Coded(single, SaveFormat::AsSong), Coded(single, SaveFormat::Format0));
+    EXPECT_NE(Coded(single, SaveFormat::AsSong), Coded(single, SaveFormat::Format1));
 }
 
 TEST_F(SaveSongTest, OptionsOfTheWorkspaceHold) {
-    const std::size_t size = EncodeSong(workspace_, SaveFormat::Format1, host_).size();
+    const std::size_t size = Coded(workspace_, SaveFormat::Format1).size();
     workspace_.encodeOptions.omitPortEvents = true;
     const auto tracks = static_cast<std::size_t>(workspace_.song.trackCount);
-    EXPECT_EQ(EncodeSong(workspace_, SaveFormat::Format1, host_).size(), size - 5 * tracks);
+    EXPECT_EQ(Coded(workspace_, SaveFormat::Format1).size(), size - 5 * tracks);
     workspace_.encodeOptions.useRunningStatus = true;
-    EXPECT_LT(EncodeSong(workspace_, SaveFormat::Format1, host_).size(), size - 5 * tracks);
+    EXPECT_LT(Coded(workspace_, SaveFormat::Format1).size(), size - 5 * tracks);
 }
 
 TEST_F(SaveSongTest, AFileThatCannotBeCreatedIsNamed) {
@@ -93,8 +96,7 @@ TEST_F(SaveSongTest, AFullDiskIsToldAndTheOldBytesStay) {
     const std::filesystem::path file = folder_ / "song.mid";
     PutFile(file, Bytes(9, 1));
     const std::string name = system::PathText(file);
-    const std::string size =
-        std::to_string(EncodeSong(workspace_, SaveFormat::AsSong, host_).size());
+    const std::string size = std::to_string(Coded(workspace_, SaveFormat::AsSong).size());
     {
         const FileSizeLimit full(50);
         EXPECT_EQ(SaveError(file, Language::German), "Beim Speichern der Datei \"" + name +

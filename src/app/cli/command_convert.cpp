@@ -74,10 +74,10 @@ private:
         return nullptr;
     }
 
-    int Convert(const InputFile& input, const app::Workspace& workspace, MessageHost& host,
+    int Convert(const InputFile& input, app::Workspace& workspace, MessageHost& host,
                 OutputNames& names) {
         LogChanges(context_, input, workspace);
-        const std::vector<std::uint8_t> bytes = app::EncodeSong(workspace, Format(), host);
+        const std::span<const std::uint8_t> bytes = app::EncodeSong(workspace, Format(), host);
         if (arguments_.ToStandardOutput()) {
             if (!arguments_.dryRun) {
                 context_.out.write(reinterpret_cast<const char*>(bytes.data()),
@@ -93,8 +93,8 @@ private:
         return Store(input, target, bytes, host);
     }
 
-    int Store(const InputFile& input, const fs::path& target,
-              const std::vector<std::uint8_t>& bytes, MessageHost& host) {
+    int Store(const InputFile& input, const fs::path& target, std::span<const std::uint8_t> bytes,
+              MessageHost& host) {
         if (!arguments_.dryRun) {
             if (!arguments_.inPlace && !app::ConfirmOverwrite(target, host)) {
                 return kWriteFailed;
