@@ -1,0 +1,21 @@
+#pragma once
+
+namespace tracksmith::system {
+
+/// While it lives, a request to end the program (Ctrl+C, closing the terminal, SIGTERM) does not
+/// end it but shows in Requested, so that it can finish cleanly. A second request of the same kind
+/// ends the program. Requests that the program was started to ignore are ignored. One at a time.
+class InterruptWatch {
+public:
+    InterruptWatch();
+    InterruptWatch(const InterruptWatch&) = delete;
+    InterruptWatch& operator=(const InterruptWatch&) = delete;
+    ~InterruptWatch();
+
+    /// Whether the end was requested since the watch began. Any thread.
+    static bool Requested() noexcept;
+    /// Requests the end as the user would. Any thread.
+    static void Request() noexcept;
+};
+
+} // namespace tracksmith::system
