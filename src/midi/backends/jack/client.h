@@ -1,0 +1,59 @@
+#pragma once
+
+#include <atomic>
+#include <jack/jack.h>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tracksmith::midi::jack {
+
+/// Name of our clients; JACK adds a number when it is taken.
+inline constexpr std::string_view kClientName = "Tracksmith";
+
+/// True for a port (full name) that belongs to a client of ours.
+bool IsOwnPort(std::string_view portName);
+
+/// A client of a running JACK server, closed with the object. The library mixes up two servers when
+/// a client of an ended one is still open while another joins the next; therefore Join first closes
+/// all clients as soon as one of them is lost.
+class Client {
+public:
+    /// Joins the running server and never starts one; null when there is none. Takes a few
+    /// milliseconds either way. Like the destructor to be called on one thread only.
+    static std::unique_ptr<Client> Join(const std::string& name);
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+    /// Ends all callbacks. Also quick when the server is gone.
+    ~Client();
+
+    /// The library's client, for the thread that calls Join, and for callbacks.
+    jack_client_t* Handle() const { return handle_; }
+    /// True once the server has ended or thrown the client out. Any thread.
+    bool Lost() const { return lost_.load(std::memory_order_acquire); }
+    /// Calls `use` with the library's client, which stays open meanwhile; false when it is lost.
+    /// Any thread, one at a time.
+    template <typename Use>
+    bool With(Use use) {
+        const std::lock_guard lock(using_);
+        if (Lost()) {
+            return false;
+        }
+        use(handle_);
+        return true;
+    }
+
+private:
+    explicit Client(jack_client_t* handle);
+    void Close();
+    static std::vector<Client*>& All();
+    static void CloseAllWhenOneIsLost();
+
+    std::mutex using_;
+    jack_client_t* handle_;
+    std::atomic<bool> lost_{false};
+};
+
+} // namespace tracksmith::midi::jack

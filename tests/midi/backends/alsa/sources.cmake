@@ -1,0 +1,1 @@
+set(SOURCES backend_test.cpp packet_joiner_test.cpp port_names_test.cpp)

@@ -1,0 +1,9 @@
+set(SOURCES
+  jack_server.cpp
+  jack_server.h
+  message_ring_test.cpp
+  midi_in_test.cpp
+  midi_out_test.cpp
+  server_loss_test.cpp
+  test_client.cpp
+  test_client.h)
