@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "audio/audio_error.h"
+#include "audio/limiter.h"
 #include "audio/song_events.h"
 #include "audio/soundfont.h"
 #include "audio/synth_adapter.h"
@@ -14,22 +15,11 @@
 namespace tracksmith::audio {
 namespace {
 
-using Block = std::array<float, 2 * kBlockFrames>;
+using Block = std::array<float, std::size_t{2} * kBlockFrames>;
 
-// Samples up to here stay as they are; the curve above never reaches full scale.
-constexpr float kKnee = 0.89F;
 // Quieter than one step of 16 bits.
 constexpr float kSilence = 1.0F / 65'536.0F;
 constexpr std::int64_t kProgressFrames = 4'410;
-
-float Limited(float sample) {
-    const float size = std::abs(sample);
-    if (size <= kKnee) {
-        return sample;
-    }
-    constexpr float kRoom = 1.0F - kKnee;
-    return std::copysign(kKnee + kRoom * std::tanh((size - kKnee) / kRoom), sample);
-}
 
 /// One run of RenderSong.
 class Rendering {

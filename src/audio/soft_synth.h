@@ -29,6 +29,9 @@ public:
     /// the channel silent.
     void SelectPreset(int channel, int bank, int program);
 
+    /// Most voices that sound at once, 1-65,535.
+    void SetPolyphony(int voices) { fluid_synth_set_polyphony(synth_.get(), voices); }
+
     /// Fetches the next frames, left and right in turn, -1 to 1 unless too loud.
     void Render(std::span<float> interleaved);
 

@@ -14,6 +14,10 @@ inline constexpr Text kSoundfontBroken{De{"Die Datei ist kein lesbarer SoundFont
                                        En{"The file is no readable SoundFont:"}};
 inline constexpr Text kNoSynth{De{"Das eingebaute Instrument konnte nicht gestartet werden!"},
                                En{"The built-in instrument could not be started!"}};
+inline constexpr Text kNoSoundOutput{De{"Die Tonausgabe konnte nicht gestartet werden!"},
+                                     En{"The sound output could not be started!"}};
+inline constexpr Text kSilent{De{"Kein Audiogerät gefunden: Das eingebaute Instrument ist stumm."},
+                              En{"No sound device: the built-in instrument is silent."}};
 inline constexpr Text kCannotCreate{De{"Die Audiodatei kann nicht angelegt werden:"},
                                     En{"The audio file cannot be created:"}};
 inline constexpr Text kCannotWrite{

@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 /// renaming would replace them.
 fs::path CheckedTarget(const fs::path& path) {
     std::error_code error;
-    const fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
+    fs::path target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
     if (fs::exists(target, error) && !fs::is_regular_file(target, error)) {
         Raise(texts::kCannotCreate, path);
     }
