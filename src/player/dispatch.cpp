@@ -1,0 +1,94 @@
+#include "player/dispatch.h"
+
+#include <algorithm>
+
+#include "player/chase.h"
+#include "player/tempo_change.h"
+#include "song/song_position.h"
+
+namespace tracksmith::player {
+
+std::int64_t Dispatcher::Pass(const TMidiPlayerThread& thread) noexcept {
+    const std::int64_t positionMs = position_.Ms();
+    const bool looping = loop_.Active();
+    // A pass that comes late plays nothing from behind the loop.
+    const std::int64_t limit = looping ? std::min(positionMs, LoopLimit()) : positionMs;
+    while (!queue_.Empty() && queue_.First().dueMs <= limit) {
+        if (thread.PassForbidden()) {
+            return Stopwatch::kForever;
+        }
+        SendFirst();
+    }
+    if (looping && positionMs >= LoopLimit()) {
+        JumpToLoopStart();
+    } else if (positionMs > songEndTime_ + kEndDelayMs) {
+        return kSongOver;
+    }
+    return NextMoment();
+}
+
+void Dispatcher::SendFirst() noexcept {
+    song::Track& track = song_.tracks[queue_.First().track];
+    const song::EventLink event = track.cursor;
+    sender_.Send(track, event);
+    track.cursor = event->next;
+    if (track.cursor) {
+        queue_.ReplaceFirst(DueMs(track, *track.cursor));
+    } else {
+        queue_.RemoveFirst();
+    }
+}
+
+void Dispatcher::JumpToLoopStart() noexcept {
+    sender_.SilenceAll();
+    for (song::Track& track : song_.tracks) {
+        track.cursor = track.loopCursor;
+    }
+    position_.MoveTo(loop_.startMs * 1000);
+    FillQueue();
+}
+
+std::int64_t Dispatcher::NextMoment() const noexcept {
+    std::int64_t next = songEndTime_ + kEndDelayMs + 1;
+    if (!queue_.Empty()) {
+        next = std::min(next, queue_.First().dueMs);
+    }
+    if (loop_.Active()) {
+        next = std::min(next, LoopLimit());
+    }
+    return position_.MomentOf(next);
+}
+
+void Dispatcher::FillQueue() noexcept {
+    queue_.Clear();
+    for (std::size_t index = 0; index < song_.tracks.size(); ++index) {
+        const song::Track& track = song_.tracks[index];
+        if (track.cursor && track.ignored == 0) {
+            queue_.Add({DueMs(track, *track.cursor), static_cast<std::uint32_t>(index)});
+        }
+    }
+}
+
+void Dispatcher::CursorsMoved() {
+    queue_.Reserve(song_.tracks.size());
+    FillQueue();
+}
+
+void Dispatcher::TimesChanged() noexcept {
+    songEndTime_ = LargestTime(song_);
+    if (song_.timeZoneCount > 0) {
+        loop_.startMs = song::TickToMs(song_, loop_.startTick);
+        loop_.endMs = song::TickToMs(song_, loop_.endTick);
+    }
+    FillQueue();
+}
+
+void Dispatcher::SetLoop(bool on, std::int32_t startTick, std::int32_t endTick) {
+    loop_ = {on, std::min(startTick, endTick), std::max(startTick, endTick)};
+    TimesChanged();
+    for (song::Track& track : song_.tracks) {
+        track.loopCursor = FirstDue(track, loop_.startMs);
+    }
+}
+
+} // namespace tracksmith::player

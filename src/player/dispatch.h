@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+
+#include "player/due_queue.h"
+#include "player/event_sender.h"
+#include "player/play_position.h"
+#include "player/player_thread.h"
+#include "song/song.h"
+
+namespace tracksmith::player {
+
+/// How long playing goes on behind the last event, in milliseconds.
+inline constexpr std::int64_t kEndDelayMs = 3300;
+/// How long before the loop end it jumps back, in milliseconds.
+inline constexpr std::int64_t kLoopMarginMs = 10;
+/// Returned by a pass that came behind the song's end.
+inline constexpr std::int64_t kSongOver = -1;
+
+/// A stretch of the song that is played again and again.
+struct PlayLoop {
+    bool on = false;
+    std::int32_t startTick = 0;
+    std::int32_t endTick = 0;
+    /// The same by the time map in force.
+    std::int64_t startMs = 0;
+    std::int64_t endMs = 0;
+
+    /// On, and long enough to be played.
+    bool Active() const { return on && endMs > startMs + kLoopMarginMs; }
+};
+
+/// The heart of playing: sends what is due, jumps back at the loop's end, finds the song's end.
+/// Pass belongs to the playback thread and allocates nothing; all else is for the owner's thread
+/// while no pass runs.
+class Dispatcher {
+public:
+    Dispatcher(song::Song& song, PlayPosition& position, EventSender& sender)
+        : song_(song), position_(position), sender_(sender) {}
+
+    /// Sends all events that are due now. Returns the moment on the stopwatch (microseconds) when
+    /// something is to be done next, or kSongOver. Ends early when the thread's passes are
+    /// forbidden meanwhile.
+    std::int64_t Pass(const TMidiPlayerThread& thread) noexcept;
+
+    /// Takes the tracks' play cursors over. Allocates for songs with more tracks than before.
+    void CursorsMoved();
+    /// Takes over that event times have changed, loop included. Allocates nothing.
+    void TimesChanged() noexcept;
+
+    /// Sets the loop, its ends in any order, and finds its events.
+    void SetLoop(bool on, std::int32_t startTick, std::int32_t endTick);
+    const PlayLoop& Loop() const { return loop_; }
+    /// Largest event time in milliseconds.
+    std::int64_t SongEndTime() const { return songEndTime_; }
+
+private:
+    void FillQueue() noexcept;
+    void SendFirst() noexcept;
+    void JumpToLoopStart() noexcept;
+    std::int64_t NextMoment() const noexcept;
+    /// The last position in milliseconds that the loop lets be played.
+    std::int64_t LoopLimit() const { return loop_.endMs - kLoopMarginMs + 1; }
+
+    song::Song& song_;
+    PlayPosition& position_;
+    EventSender& sender_;
+    DueQueue queue_;
+    PlayLoop loop_;
+    std::int64_t songEndTime_ = 0;
+};
+
+} // namespace tracksmith::player

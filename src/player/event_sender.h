@@ -1,0 +1,58 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+#include "player/channel_activity.h"
+#include "player/controller_numbers.h"
+#include "player/controllers_in_effect.h"
+#include "player/drum_notes.h"
+#include "player/output_ports.h"
+#include "player/routing.h"
+#include "song/song.h"
+
+namespace tracksmith::player {
+
+/// Sends events of the song and messages of the program to the ports by way of the routing. Never
+/// throws, allocates nothing.
+class EventSender {
+public:
+    EventSender(const Routing& routing, const OutputPorts& ports, ChannelActivity& activity,
+                ControllersInEffect& controllers)
+        : routing_(routing), ports_(ports), activity_(activity), controllers_(controllers) {}
+
+    /// Sends what is to be sent of an event that is due. Playback thread.
+    void Send(song::Track& track, song::EventLink event) noexcept;
+
+    /// Sends a channel message for a source channel (0-15) to where it is routed; `command` is a
+    /// status byte whose channel does not count. False when the port does not take it.
+    bool SendChannel(std::size_t channel, std::uint8_t command, std::uint8_t data1,
+                     std::uint8_t data2) const noexcept;
+    /// Sends a stored system-exclusive event to the port of channel 1, unless they are suppressed.
+    void SendSysex(const song::MidiEvent& event) const noexcept;
+    /// Ends a note of the song (key 0-127) when it sounds.
+    void EndNote(std::size_t channel, std::uint8_t key) noexcept;
+    /// All Sound Off and All Notes Off to one channel or to all; nothing sounds there any more.
+    void Silence(std::size_t channel) noexcept;
+    void SilenceAll() noexcept;
+
+    /// System-exclusive messages are not sent while on. Any thread.
+    void SuppressSysex(bool on) { suppressSysex_ = on; }
+    /// The open drum editor's notes; only while no pass runs.
+    void SetDrumNotes(const DrumNotes& notes) { drumNotes_ = notes; }
+
+private:
+    void SendChannelEvent(song::Track& track, song::EventLink event) noexcept;
+    void SendNote(std::size_t channel, std::uint8_t command, std::uint8_t key,
+                  std::uint8_t velocity, bool audible) noexcept;
+
+    const Routing& routing_;
+    const OutputPorts& ports_;
+    ChannelActivity& activity_;
+    ControllersInEffect& controllers_;
+    DrumNotes drumNotes_;
+    std::atomic<bool> suppressSysex_ = false;
+};
+
+} // namespace tracksmith::player

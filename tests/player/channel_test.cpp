@@ -1,0 +1,152 @@
+#include "player_fixture.h"
+
+namespace tracksmith::test {
+namespace {
+
+using ChannelTest = PlayerFixture;
+
+MidiFileBuilder TwoChannels() {
+    return MillisecondFile()
+        .Track(TrackBuilder().Note(100, 0, 60, 64).NoteOff(300, 0, 60).Note(300, 0, 62, 64).End(99))
+        .Track(
+            TrackBuilder().Note(100, 1, 70, 64).NoteOff(300, 1, 70).Note(300, 1, 72, 64).End(99));
+}
+
+TEST_F(ChannelTest, MutingEndsNotesAndUnmutingSendsNoBurst) {
+    Load(TwoChannels());
+    player->Play();
+    Run(200);
+    EXPECT_EQ(player->Activity().Sounding(1, 70), 1U);
+    EXPECT_EQ(player->Activity().Level(1), 64U);
+    player->SetChannelMuted(1, true);
+    EXPECT_EQ(player->Activity().Sounding(1, 70), 0U);
+    EXPECT_EQ(player->Activity().Level(1), 0U);
+    Run(300);
+    player->SetChannelMuted(1, false);
+    Run(250);
+    EXPECT_EQ(Log(),
+              "100 903C40; 100 914640; 200 B17800; 200 B17B00; 400 803C40; 700 903E40; 700 914840");
+}
+
+TEST_F(ChannelTest, SoloSilencesTheOthers) {
+    Load(TwoChannels());
+    player->SetChannelSolo(1, true);
+    Log();
+    player->Play();
+    Run(200);
+    player->SetChannelSolo(0, true);
+    player->SetChannelSolo(1, false);
+    Run(600);
+    EXPECT_EQ(Log(), "100 914640; 200 B17800; 200 B17B00; 400 803C40; 700 903E40");
+}
+
+TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
+    Load(
+        MillisecondFile()
+            .Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(500, 0, 60).Note(0, 0, 61, 64).End(99))
+            .Track(TrackBuilder().Note(0, 0, 64, 64).NoteOff(500, 0, 64).End()));
+    player->Play();
+    Run(100);
+    player->SetTrackMuted(0, true);
+    Run(500);
+    EXPECT_EQ(Log(), "0 903C40; 0 904040; 100 803C40; 500 804040");
+}
+
+// Set behind the player's back, the flag still lets notes end.
+TEST_F(ChannelTest, NotesOfATrackMutedMeanwhileEnd) {
+    Load(TwoChannels());
+    player->Play();
+    Run(200);
+    decoded->song.tracks[0].muted = 1;
+    Run(600);
+    EXPECT_EQ(Log(), "100 903C40; 100 914640; 400 803C40; 400 814640; 700 914840");
+}
+
+TEST_F(ChannelTest, RoutesToChannelsAndPorts) {
+    driver.Add("Module");
+    Load(TwoChannels());
+    player->SetRoute(0, 0, 9);
+    player->SetRoute(1, 1, 1);
+    Log();
+    player->Play();
+    Run(200);
+    player->SetRoute(1, 0, 5);
+    Run(600);
+    std::vector<std::string> module;
+    for (const Received& message : log) {
+        if (message.device == "Module") {
+            module.push_back(Hex(message.bytes));
+        }
+    }
+    EXPECT_EQ(module, (std::vector<std::string>{"914640", "B17800", "B17B00"}));
+    EXPECT_EQ(Log(),
+              "100 993C40; 100 914640; 200 B17800; 200 B17B00; 400 893C40; 400 854640; "
+              "700 993E40; 700 954840");
+}
+
+TEST_F(ChannelTest, DrumEditorMovesAndSuppressesNotes) {
+    Load(MillisecondFile().Track(TrackBuilder()
+                                     .Note(10, 9, 36, 64)
+                                     .Note(0, 9, 38, 64)
+                                     .Note(0, 9, 120, 64)
+                                     .Note(0, 0, 36, 64)
+                                     .End(99)));
+    player::DrumNotes notes;
+    notes.channel = 9;
+    notes.on[38] = false;
+    notes.offset[36] = 4;
+    notes.offset[120] = 10;
+    player->SetDrumNotes(notes);
+    Log();
+    player->Play();
+    Run(20);
+    EXPECT_EQ(Log(), "10 992840; 10 997840; 10 902440");
+}
+
+TEST_F(ChannelTest, WhatIsNotSent) {
+    Load(MillisecondFile().Track(TrackBuilder()
+                                     .Text(0, 5, "la")
+                                     .Sysex(1, {0x43, 0xF7})
+                                     .Sysex(1, Bytes(65'535, 0x11))
+                                     .Short(1, 0xB0, 7, 200 - 73)
+                                     .Short(1, 0xB0, 8, 9)
+                                     .End(99)));
+    decoded->song.tracks[0].last->prev->length = 0;
+    player->Play();
+    Run(50);
+    EXPECT_EQ(Log(), "1 F043F7; 3 B0077F");
+    EXPECT_EQ(host.messages.size(), 1U);
+    EXPECT_NE(host.messages.at(0).find("64K"), std::string::npos);
+    player->Stop();
+    player->MoveToTimePosition(0);
+    player->SuppressSysex(true);
+    Log();
+    player->Play();
+    Run(50);
+    EXPECT_EQ(Messages(), "B0077F");
+    EXPECT_EQ(host.messages.size(), 1U);
+}
+
+TEST_F(ChannelTest, LocalControlComesBackOnlyWithBothOptions) {
+    Load(TwoChannels());
+    player->Play();
+    player->SetLocalControlOptions(true, false);
+    player->Stop();
+    EXPECT_EQ(Messages().find("7A7F"), std::string::npos);
+    player->SetLocalControlOptions(true, true);
+    player->Stop();
+    EXPECT_NE(Messages().find("B07A7F B17A7F"), std::string::npos);
+}
+
+TEST_F(ChannelTest, PanicReachesAllPorts) {
+    driver.Add("Module");
+    Load(TwoChannels());
+    player->OpenPort(0);
+    player->OpenPort(1);
+    player->Panic();
+    Collect();
+    EXPECT_EQ(log.size(), 2U * 16 * 3);
+}
+
+} // namespace
+} // namespace tracksmith::test

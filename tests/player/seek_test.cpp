@@ -1,0 +1,164 @@
+#include "player_fixture.h"
+
+#include "song/event_chain.h"
+
+namespace tracksmith::test {
+namespace {
+
+using SeekTest = PlayerFixture;
+
+struct ChaseCase {
+    const char* name;
+    TrackBuilder events; // up to 1000 ms
+    const char* sent;
+};
+
+class ChaseTest : public PlayerFixture, public ::testing::WithParamInterface<ChaseCase> {};
+
+// What Play at 1000 ms sends before the events from there on.
+TEST_P(ChaseTest, SendsWhatTheEventsBeforeHaveSet) {
+    TrackBuilder track = GetParam().events;
+    Load(MillisecondFile().Track(track.Note(2000, 0, 60, 64).NoteOff(100, 0, 60).End()));
+    player->MoveToTimePosition(1000);
+    EXPECT_EQ(Messages(), "");
+    ASSERT_TRUE(player->Play());
+    EXPECT_EQ(Messages(), GetParam().sent);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Chases, ChaseTest,
+    ::testing::Values(ChaseCase{"Nothing", TrackBuilder(), ""},
+                      ChaseCase{"BankOfTheProgramThenTheLaterOne",
+                                TrackBuilder()
+                                    .Short(0, 0xB0, 0, 8)
+                                    .Short(0, 0xB0, 32, 1)
+                                    .Program(1, 0, 30)
+                                    .Short(1, 0xB0, 0, 9),
+                                "B00008 B02001 C01E B00009 B02001"},
+                      ChaseCase{"LastValuesInFixedOrder",
+                                TrackBuilder()
+                                    .Raw(0, {0xD0, 5})
+                                    .Short(0, 0xE0, 1, 70)
+                                    .Short(0, 0xB0, 10, 20)
+                                    .Short(0, 0xB0, 7, 100)
+                                    .Program(1, 0, 3)
+                                    .Short(9, 0xB0, 7, 90),
+                                "C003 B0075A B00A14 E00146 D005"},
+                      ChaseCase{"ModeMessagesAreLeftOut",
+                                TrackBuilder().Short(0, 0xB0, 123, 0).Short(0, 0xB0, 126, 1), ""},
+                      ChaseCase{
+                          "ParametersInTheirOrder",
+                          TrackBuilder()
+                              .Short(0, 0xB1, 101, 0)
+                              .Short(0, 0xB1, 100, 0)
+                              .Short(0, 0xB1, 6, 12)
+                              .Short(1, 0xB1, 99, 1)
+                              .Short(0, 0xB1, 98, 32)
+                              .Short(0, 0xB1, 6, 70)
+                              .Short(1, 0xB1, 101, 0)
+                              .Short(0, 0xB1, 100, 1)
+                              .Short(0, 0xB1, 6, 64)
+                              .Short(0, 0xB1, 38, 3)
+                              .Short(0, 0xB1, 101, 127)
+                              .Short(0, 0xB1, 100, 127),
+                          "B16500 B16400 B1060C B16301 B16220 B10646 B16500 B16401 B10640 B12603 "
+                          "B1657F B1647F"},
+                      ChaseCase{"ResetControllers",
+                                TrackBuilder()
+                                    .Short(0, 0xB0, 7, 100)
+                                    .Short(0, 0xB0, 64, 127)
+                                    .Short(0, 0xE0, 0, 100)
+                                    .Short(1, 0xB0, 121, 0),
+                                "B00764 B04000 E00040"},
+                      ChaseCase{"SetUpBeforeTheFirstNote",
+                                TrackBuilder()
+                                    .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+                                    .Sysex(10, {0x43, 0xF7})
+                                    .Program(0, 0, 1)
+                                    .Note(10, 0, 50, 1)
+                                    .NoteOff(10, 0, 50)
+                                    .Sysex(10, {0x44, 0xF7}),
+                                "F07E7F0901F7 F043F7 C001"}),
+    [](const auto& chase) { return chase.param.name; });
+
+// The same channel in two tracks: what is played later counts, not the later track.
+TEST_F(SeekTest, ChasesInTheOrderOfPlaying) {
+    Load(MillisecondFile()
+             .Track(TrackBuilder().Short(20, 0xB0, 7, 90).End())
+             .Track(TrackBuilder().Short(10, 0xB0, 7, 80).End(500)));
+    player->MoveToTimePosition(100);
+    player->Play();
+    EXPECT_EQ(Messages(), "B0075A");
+}
+
+TEST_F(SeekTest, MutedTracksAreNotChasedButFollow) {
+    Load(MillisecondFile()
+             .Track(TrackBuilder().Short(20, 0xB0, 7, 90).Note(200, 0, 60, 64).End())
+             .Track(TrackBuilder().Program(10, 0, 8).NoteOff(300, 0, 60).End(500)));
+    player->SetTrackMuted(0, true);
+    player->MoveToTimePosition(100);
+    player->Play();
+    Run(50);
+    player->SetTrackMuted(0, false);
+    Run(250);
+    EXPECT_EQ(Log(), "0 C008; 120 903C40; 210 803C40");
+}
+
+TEST_F(SeekTest, GuardsAgainstTheSamePlaceAndBehindTheEnd) {
+    Load(MillisecondFile().Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(5000, 0, 60).End()));
+    player->Play();
+    Run(1000);
+    Log();
+    player->MoveToTimePosition(1000);
+    player->MoveToTimePosition(player->SongEndTime() + 1);
+    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(player->Position(), 1000);
+    player->MoveToTimePosition(-5);
+    Run(0);
+    EXPECT_EQ(player->Position(), 0);
+    EXPECT_EQ(Log(), "1000 silence; 1000 903C40");
+    player->MoveToTimePosition(4990);
+    Run(10);
+    EXPECT_EQ(Log(), "1000 silence; 1010 803C40");
+}
+
+TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
+    Load(MillisecondFile().Track(
+        TrackBuilder().Short(0, 0xB3, 7, 1).Short(500, 0xB3, 7, 2).Short(500, 0xB3, 7, 3).End()));
+    const auto inEffect = [&] {
+        const song::EventLink event = player->Controllers().Event(3, 7);
+        return event ? event->data2 : 0;
+    };
+    EXPECT_EQ(inEffect(), 0);
+    player->MoveToTimePosition(600);
+    EXPECT_EQ(inEffect(), 2);
+    player->Play();
+    Run(400);
+    EXPECT_EQ(inEffect(), 3);
+}
+
+// An edit frees events that cursors point to; the position stays.
+TEST_F(SeekTest, RebuildAfterEditFindsEverythingAgain) {
+    Load(MillisecondFile().Track(
+        TrackBuilder().Note(10, 0, 60, 64).NoteOff(500, 0, 60).Note(500, 0, 61, 64).End(200)));
+    player->SetLoop(510, 1100);
+    player->Play();
+    Run(100);
+    player->Stop();
+    song::Track& track = decoded->song.tracks[0];
+    while (track.first->next != track.last) {
+        song::RemoveEvent(decoded->song, track, track.first->next);
+    }
+    song::InsertByTick(track, song::NewShortEvent(decoded->song.pool, 150, 0x90, 70, 64));
+    song::InsertByTick(track, song::NewShortEvent(decoded->song.pool, 160, 0x80, 70, 64));
+    song::UpdateTimeZoneData(decoded->song);
+    Log();
+    player->RebuildAfterEdit();
+    EXPECT_EQ(player->Position(), 100);
+    player->Play();
+    Run(100);
+    EXPECT_EQ(Log(), "150 904640; 160 804640");
+}
+
+} // namespace
+} // namespace tracksmith::test

@@ -1,0 +1,10 @@
+set(SOURCES
+  channel_test.cpp
+  dispatch_test.cpp
+  fake_stopwatch.h
+  player_fixture.h
+  ports_test.cpp
+  recording_driver.h
+  seek_test.cpp
+  tempo_test.cpp
+  thread_test.cpp)
