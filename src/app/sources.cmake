@@ -3,6 +3,8 @@ set(SOURCES
   load_sequence.h
   midi_functions.cpp
   midi_functions.h
+  output_choice.cpp
+  output_choice.h
   save_song.cpp
   save_song.h
   song_description.cpp

@@ -1,0 +1,9 @@
+#include "app/devices/synth_device.h"
+
+namespace tracksmith::devices {
+
+std::unique_ptr<SynthDevice> MakeSynthDevice(const SynthOptions& /*options*/) {
+    return nullptr;
+}
+
+} // namespace tracksmith::devices

@@ -1,0 +1,20 @@
+#include "app/devices/system_backends.h"
+#include "midi/backends/alsa/backend.h"
+#include "midi/backends/jack/backend.h"
+#include "midi/portable_driver.h"
+#include "midi/portable_input_driver.h"
+
+namespace tracksmith::devices {
+
+SystemDrivers MakeSystemDrivers() {
+    SystemDrivers drivers;
+    const std::shared_ptr<midi::PortBackend> systems[] = {midi::alsa::MakePortBackend(),
+                                                          midi::jack::MakePortBackend()};
+    for (const std::shared_ptr<midi::PortBackend>& system : systems) {
+        drivers.outputs.push_back(std::make_unique<midi::PortableOutputDriver>(system));
+        drivers.inputs.push_back(std::make_unique<midi::PortableInputDriver>(system));
+    }
+    return drivers;
+}
+
+} // namespace tracksmith::devices

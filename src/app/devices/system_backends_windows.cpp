@@ -1,0 +1,13 @@
+#include "app/devices/system_backends.h"
+#include "midi/backends/winmm/driver.h"
+
+namespace tracksmith::devices {
+
+SystemDrivers MakeSystemDrivers() {
+    SystemDrivers drivers;
+    drivers.outputs.push_back(std::make_unique<midi::winmm::WinmmOutputDriver>());
+    drivers.inputs.push_back(std::make_unique<midi::winmm::WinmmInputDriver>());
+    return drivers;
+}
+
+} // namespace tracksmith::devices
