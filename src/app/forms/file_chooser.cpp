@@ -42,4 +42,14 @@ std::optional<std::filesystem::path> FileChooser::ChooseSave(
     return Run(dialog);
 }
 
+std::optional<std::filesystem::path> FileChooser::ChooseSoundfont(
+    QWidget* window, Language language, const std::filesystem::path& folder) {
+    QFileDialog dialog(window, InLanguage(texts::kSoundfont, language), PathToQString(folder),
+                       InLanguage(texts::kSoundfontFiles, language) +
+                           QStringLiteral(" (*.sf2 *.SF2 *.sf3 *.SF3);;") +
+                           InLanguage(texts::kAllFiles, language) + QStringLiteral(" (*)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Run(dialog);
+}
+
 } // namespace tracksmith::forms

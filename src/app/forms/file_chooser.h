@@ -21,6 +21,10 @@ public:
     /// whether an existing file may be overwritten.
     virtual std::optional<std::filesystem::path> ChooseSave(QWidget* window, Language language,
                                                             const std::filesystem::path& proposal);
+
+    /// A SoundFont, looked for in `folder` first; empty when the user gave up.
+    virtual std::optional<std::filesystem::path> ChooseSoundfont(
+        QWidget* window, Language language, const std::filesystem::path& folder);
 };
 
 } // namespace tracksmith::forms

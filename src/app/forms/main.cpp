@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "app/forms/main_form.h"
+#include "app/forms/play_desk.h"
 #include "app/forms/qt_text.h"
 #include "app/settings/settings_store.h"
 
@@ -14,7 +15,8 @@ namespace {
 
 // Paints the window into a picture file, for documents, and ends the program.
 void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
-    constexpr std::chrono::milliseconds kSettled{300}; // the song is loaded and laid out by then
+    constexpr std::chrono::milliseconds kSettled{
+        1'000}; // the song is loaded, laid out and plays by then
     QTimer::singleShot(kSettled, &form,
                        [&form, picture] { QApplication::exit(form.grab().save(picture) ? 0 : 1); });
 }
@@ -39,6 +41,10 @@ int main(int argc, char** argv) {
         QStringLiteral("Paint the window into the picture <file> and quit."),
         QStringLiteral("file"));
     arguments.addOption(screenshot);
+    const QCommandLineOption play(QStringLiteral("play"),
+                                  QStringLiteral("Play the song from <measure> on."),
+                                  QStringLiteral("measure"));
+    arguments.addOption(play);
     arguments.process(application);
 
     settings::SettingsStore store;
@@ -47,8 +53,13 @@ int main(int argc, char** argv) {
     const QStringList files = arguments.positionalArguments();
     if (!files.isEmpty()) {
         // The window is seen before the song is read.
-        QTimer::singleShot(0, &form, [&form, &files] {
+        const int measure = arguments.value(play).toInt();
+        QTimer::singleShot(0, &form, [&form, &files, measure] {
             form.OpenMidiFile(forms::PathFromQString(files.constFirst()));
+            if (measure > 0) {
+                form.Desk().MoveByMeasures(measure - 1);
+                form.MMP_PlayStopClick();
+            }
         });
     }
     if (arguments.isSet(screenshot)) {

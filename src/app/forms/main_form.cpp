@@ -1,5 +1,7 @@
 #include "app/forms/main_form.h"
 
+#include <array>
+
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLibraryInfo>
@@ -9,7 +11,10 @@
 
 #include "app/forms/dialogs.h"
 #include "app/forms/empty_page.h"
+#include "app/forms/key_guard.h"
 #include "app/forms/notice_bar.h"
+#include "app/forms/notice_host.h"
+#include "app/forms/play_desk.h"
 #include "app/forms/qt_text.h"
 #include "app/forms/recent_files_menu.h"
 #include "app/forms/song_options.h"
@@ -25,16 +30,21 @@ constexpr QSize kFirstSize{1280, 720};
 
 } // namespace
 
-TMainForm::TMainForm(settings::SettingsStore& store)
-    : settings_(store),
+TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::MidiDevices> devices)
+    : store_(store),
+      settings_(store),
       recentFiles_(store),
+      sound_(store),
       host_(*this),
       chooser_(std::make_unique<FileChooser>()) {
     setObjectName(QStringLiteral("MainForm"));
     setAcceptDrops(true);
     ApplyTheme(settings_.ReadTheme());
+    new KeyGuard(this);
+    BuildPlayer(std::move(devices));
     BuildAreas();
     ConnectMenu();
+    ConnectPlayer();
     ConnectAreas();
     ConnectOptions();
     menu_->SetTheme(settings_.ReadTheme());
@@ -46,17 +56,25 @@ TMainForm::TMainForm(settings::SettingsStore& store)
 
 TMainForm::~TMainForm() = default;
 
+void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
+    notice_ = new NoticeBar;
+    noticeHost_ = std::make_unique<NoticeHost>(*notice_, host_);
+    devices_ = devices ? std::move(devices)
+                       : std::make_unique<devices::MidiDevices>(sound_.ReadSynthOptions());
+    desk_ = std::make_unique<PlayDesk>(workspace_, store_, *noticeHost_, *devices_);
+    sound_.Attach(*devices_, *desk_);
+}
+
 void TMainForm::BuildAreas() {
     menu_ = new MainMenu(this);
     setMenuBar(menu_);
     status_ = new StatusLine(this);
     setStatusBar(status_);
     emptyPage_ = new EmptyPage;
-    songView_ = new SongView(workspace_);
+    songView_ = new SongView(workspace_, *menu_, *desk_);
     pages_ = new QStackedWidget;
     pages_->addWidget(emptyPage_);
     pages_->addWidget(songView_);
-    notice_ = new NoticeBar;
     auto* center = new QWidget;
     auto* column = new QVBoxLayout(center);
     column->setContentsMargins(0, 0, 0, 0);
@@ -74,7 +92,7 @@ void TMainForm::ConnectMenu() {
         Command command;
         void (TMainForm::*handler)();
     };
-    static constexpr Route kRoutes[]{
+    static constexpr auto kRoutes = std::to_array<Route>({
         {Command::New, &TMainForm::MMF_NewMidifileClick},
         {Command::Open, &TMainForm::MMF_OpenMidifileClick},
         {Command::Reload, &TMainForm::MMF_ReloadMidifileClick},
@@ -83,6 +101,20 @@ void TMainForm::ConnectMenu() {
         {Command::SaveFormat0, &TMainForm::MMF_SaveFileAsFormat0Click},
         {Command::SaveFormat1, &TMainForm::MMF_SaveFileAsFormat1Click},
         {Command::WhatChanged, &TMainForm::MMF_WhatChangedClick},
+        {Command::PlayStop, &TMainForm::MMP_PlayStopClick},
+        {Command::MoveToStart, &TMainForm::MMP_MoveToStartClick},
+        {Command::MoveToEnd, &TMainForm::MMP_MoveToEndClick},
+        {Command::MeasureBack, &TMainForm::MMP_MeasureBackClick},
+        {Command::MeasureForward, &TMainForm::MMP_MeasureForwardClick},
+        {Command::Looping, &TMainForm::MMP_LoopingClick},
+        {Command::LoopFromHere, &TMainForm::MMP_LoopFromHereClick},
+        {Command::LoopToHere, &TMainForm::MMP_LoopToHereClick},
+        {Command::TempoDown, &TMainForm::MMP_TempoDownClick},
+        {Command::TempoUp, &TMainForm::MMP_TempoUpClick},
+        {Command::TempoReset, &TMainForm::MMP_TempoResetClick},
+        {Command::Panic, &TMainForm::MMP_PanicClick},
+        {Command::NextPage, &TMainForm::MMV_NextPageClick},
+        {Command::MidiPorts, &TMainForm::MMS_MidiPortsClick},
         {Command::Dark, &TMainForm::MMF_ThemeDarkClick},
         {Command::Light, &TMainForm::MMF_ThemeLightClick},
         {Command::System, &TMainForm::MMF_ThemeSystemClick},
@@ -90,7 +122,7 @@ void TMainForm::ConnectMenu() {
         {Command::English, &TMainForm::MMF_EnglishClick},
         {Command::OpenDemo, &TMainForm::MMF_OpenDemoSongClick},
         {Command::About, &TMainForm::MMF_AboutClick},
-    };
+    });
     for (const Route& route : kRoutes) {
         connect(&menu_->ActionOf(route.command), &QAction::triggered, this, route.handler);
     }

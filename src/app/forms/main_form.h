@@ -8,11 +8,13 @@
 
 #include <QMainWindow>
 
+#include "app/devices/midi_devices.h"
 #include "app/forms/file_chooser.h"
 #include "app/forms/form_settings.h"
 #include "app/forms/main_menu.h"
 #include "app/forms/qt_message_host.h"
 #include "app/forms/recent_files.h"
+#include "app/forms/sound_settings.h"
 #include "app/save_song.h"
 #include "app/workspace.h"
 
@@ -23,6 +25,8 @@ namespace tracksmith::forms {
 
 class EmptyPage;
 class NoticeBar;
+class NoticeHost;
+class PlayDesk;
 class SongView;
 class StatusLine;
 
@@ -32,11 +36,14 @@ class TMainForm : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// `store` holds the user's settings and must outlive the window.
-    explicit TMainForm(settings::SettingsStore& store);
+    /// `store` holds the user's settings and must outlive the window. `devices` are those of the
+    /// machine unless a test brings its own.
+    explicit TMainForm(settings::SettingsStore& store,
+                       std::unique_ptr<devices::MidiDevices> devices = nullptr);
     ~TMainForm() override;
 
     app::Workspace& Workspace() { return workspace_; }
+    PlayDesk& Desk() { return *desk_; }
 
     /// Replaces the file dialogs.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser) { chooser_ = std::move(chooser); }
@@ -63,7 +70,6 @@ public:
     void ApplyLanguage(Language language);
     void ApplyChosenTheme(Theme theme);
 
-public slots:
     // File
     void MMF_NewMidifileClick();
     void MMF_OpenMidifileClick();
@@ -76,7 +82,22 @@ public slots:
     void MMF_SaveFileAsFormat1Click();
     // Song
     void MMF_WhatChangedClick();
+    // Play
+    void MMP_PlayStopClick();
+    void MMP_MoveToStartClick();
+    void MMP_MoveToEndClick();
+    void MMP_MeasureBackClick();
+    void MMP_MeasureForwardClick();
+    void MMP_LoopingClick();
+    void MMP_LoopFromHereClick();
+    void MMP_LoopToHereClick();
+    void MMP_TempoDownClick();
+    void MMP_TempoUpClick();
+    void MMP_TempoResetClick();
+    void MMP_PanicClick();
     // View, Settings, Help
+    void MMV_NextPageClick();
+    void MMS_MidiPortsClick();
     void MMF_ThemeDarkClick();
     void MMF_ThemeLightClick();
     void MMF_ThemeSystemClick();
@@ -92,6 +113,9 @@ protected:
 
 private:
     void BuildAreas();
+    void BuildPlayer(std::unique_ptr<devices::MidiDevices> devices);
+    void ConnectPlayer();
+    void ShowMissingOutput();
     void ConnectMenu();
     void ConnectAreas();
     void ConnectOptions();
@@ -109,14 +133,20 @@ private:
     QString SongFileName() const;
 
     app::Workspace workspace_;
+    settings::SettingsStore& store_;
     FormSettings settings_;
     RecentFiles recentFiles_;
+    SoundSettings sound_;
     QtMessageHost host_;
     std::unique_ptr<FileChooser> chooser_;
     std::unique_ptr<QTranslator> qtTexts_;
     /// The file that the song came from, also when saving must not write to it.
     std::filesystem::path source_;
     bool isDemo_ = false;
+    std::string missingOutput_;
+    std::unique_ptr<devices::MidiDevices> devices_;
+    std::unique_ptr<NoticeHost> noticeHost_;
+    std::unique_ptr<PlayDesk> desk_;
 
     MainMenu* menu_ = nullptr;
     QStackedWidget* pages_ = nullptr;

@@ -12,6 +12,7 @@
 #include "app/forms/dialogs.h"
 #include "app/forms/main_form.h"
 #include "app/forms/notice_bar.h"
+#include "app/forms/play_desk.h"
 #include "app/forms/qt_text.h"
 #include "app/forms/status_line.h"
 #include "app/forms/texts.h"
@@ -64,7 +65,11 @@ void TMainForm::OpenMidiFile(const std::filesystem::path& file) {
 }
 
 void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
+    desk_->LeaveSong();
     const bool loaded = Run([&] { app::OpenMidiFile(workspace_, file, host_); });
+    if (loaded || !workspace_.hasSong) {
+        desk_->TakeSong();
+    }
     if (loaded) {
         source_ = file;
         isDemo_ = isDemo;
@@ -85,7 +90,9 @@ void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
 }
 
 void TMainForm::ClearMidiMemory() {
+    desk_->LeaveSong();
     app::ClearMidiMemory(workspace_);
+    desk_->TakeSong();
     source_.clear();
     isDemo_ = false;
     notice_->ShowChanges({});
@@ -210,6 +217,7 @@ void TMainForm::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    desk_->Stop();
     settings_.WriteGeometry(saveGeometry());
     event->accept();
 }

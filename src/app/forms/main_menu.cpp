@@ -13,7 +13,7 @@ namespace tracksmith::forms {
 namespace {
 
 struct CommandSpec {
-    const char* objectName;
+    const char* objectName = "";
     Text text;
     bool checkable = false;
     QKeySequence::StandardKey key = QKeySequence::UnknownKey;
@@ -32,6 +32,20 @@ constexpr std::array<CommandSpec, static_cast<std::size_t>(Command::Count)> kCom
     {"MMF_SaveFileAsFormat1", texts::kSaveFormat1},
     {"MMF_Quit", texts::kQuit, false, QKeySequence::Quit, "Ctrl+Q"},
     {"MMF_WhatChanged", texts::kWhatChanged},
+    {"MMP_PlayStop", texts::kPlay, false, QKeySequence::UnknownKey, "Space"},
+    {"MMP_MoveToStart", texts::kMoveToStart, false, QKeySequence::UnknownKey, "Home"},
+    {"MMP_MoveToEnd", texts::kMoveToEnd, false, QKeySequence::UnknownKey, "End"},
+    {"MMP_MeasureBack", texts::kMeasureBack, false, QKeySequence::UnknownKey, "PgUp"},
+    {"MMP_MeasureForward", texts::kMeasureForward, false, QKeySequence::UnknownKey, "PgDown"},
+    {"MMP_Looping", texts::kLooping, true, QKeySequence::UnknownKey, "Ctrl+L"},
+    {"MMP_LoopFromHere", texts::kLoopFromHere, false, QKeySequence::UnknownKey, "["},
+    {"MMP_LoopToHere", texts::kLoopToHere, false, QKeySequence::UnknownKey, "]"},
+    {"MMP_TempoDown", texts::kTempoDown, false, QKeySequence::UnknownKey, "-"},
+    {"MMP_TempoUp", texts::kTempoUp, false, QKeySequence::UnknownKey, "+"},
+    {"MMP_TempoReset", texts::kTempoReset, false, QKeySequence::UnknownKey, "Ctrl+="},
+    {"MMP_Panic", texts::kPanic, false, QKeySequence::UnknownKey, "Ctrl+Alt+P"},
+    {"MMV_NextPage", texts::kNextPage, false, QKeySequence::UnknownKey, "F9"},
+    {"MMS_MidiPorts", texts::kMidiPorts},
     {"MMF_SplitFormat0", texts::kSplitFormat0, true},
     {"MMF_HonourZelIgnore", texts::kHonourZelIgnore, true},
     {"MMF_RunningStatusAcrossSysex", texts::kRunningAcross, true},
@@ -97,10 +111,21 @@ void MainMenu::AddMenus() {
          {Command::SplitFormat0, Command::HonourZelIgnore, Command::RunningAcross});
     Fill(*NewMenu(texts::kMenuWriting, "Menu_Writing", song),
          {Command::UseRunning, Command::OmitPorts});
+    QMenu* play = NewMenu(texts::kMenuPlay, "Menu_Play");
+    Fill(*play, {Command::PlayStop, Command::MoveToStart, Command::MoveToEnd, Command::MeasureBack,
+                 Command::MeasureForward});
+    play->addSeparator();
+    Fill(*play, {Command::Looping, Command::LoopFromHere, Command::LoopToHere});
+    play->addSeparator();
+    Fill(*play, {Command::TempoDown, Command::TempoUp, Command::TempoReset});
+    play->addSeparator();
+    Fill(*play, {Command::Panic});
     QMenu* view = NewMenu(texts::kMenuView, "Menu_View");
+    Fill(*view, {Command::NextPage});
     Fill(*NewMenu(texts::kMenuTheme, "Menu_Theme", view),
          {Command::Dark, Command::Light, Command::System});
     QMenu* settings = NewMenu(texts::kMenuSettings, "Menu_Settings");
+    Fill(*settings, {Command::MidiPorts});
     Fill(*NewMenu(texts::kMenuLanguage, "Menu_Language", settings),
          {Command::German, Command::English});
     Fill(*NewMenu(texts::kMenuHelp, "Menu_Help"), {Command::OpenDemo, Command::About});
@@ -148,7 +173,10 @@ void MainMenu::SetTheme(Theme theme) {
 void MainMenu::SetSongState(bool hasSong, bool reloadable) {
     for (const Command command :
          {Command::New, Command::Save, Command::SaveAs, Command::SaveFormat0, Command::SaveFormat1,
-          Command::WhatChanged}) {
+          Command::WhatChanged, Command::PlayStop, Command::MoveToStart, Command::MoveToEnd,
+          Command::MeasureBack, Command::MeasureForward, Command::Looping, Command::LoopFromHere,
+          Command::LoopToHere, Command::TempoDown, Command::TempoUp, Command::TempoReset,
+          Command::NextPage}) {
         ActionOf(command).setEnabled(hasSong);
     }
     ActionOf(Command::Reload).setEnabled(reloadable);

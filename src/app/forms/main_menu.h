@@ -26,6 +26,20 @@ enum class Command {
     SaveFormat1,
     Quit,
     WhatChanged,
+    PlayStop,
+    MoveToStart,
+    MoveToEnd,
+    MeasureBack,
+    MeasureForward,
+    Looping,
+    LoopFromHere,
+    LoopToHere,
+    TempoDown,
+    TempoUp,
+    TempoReset,
+    Panic,
+    NextPage,
+    MidiPorts,
     SplitFormat0,
     HonourZelIgnore,
     RunningAcross,
@@ -73,7 +87,7 @@ private:
     QMenu* NewMenu(const Text& title, const char* objectName, QMenu* parent = nullptr);
 
     struct TitledMenu {
-        QMenu* menu;
+        QMenu* menu = nullptr;
         Text title;
     };
 

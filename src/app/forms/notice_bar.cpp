@@ -48,16 +48,33 @@ void NoticeBar::ShowReloadOffer() {
 }
 
 void NoticeBar::ShowText(const Text& text) {
-    plain_ = text;
+    fixed_ = text;
+    kind_ = Kind::Fixed;
+    Render();
+}
+
+void NoticeBar::ShowPlain(const QString& line) {
+    plain_ = line;
+    plain_.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
     kind_ = Kind::Plain;
     Render();
 }
 
+QString NoticeBar::ShownText() const {
+    switch (kind_) {
+        case Kind::Changes:
+            return texts::ChangesSummary(report_, language_);
+        case Kind::Reload:
+            return InLanguage(texts::kReloadOffer, language_);
+        case Kind::Fixed:
+            return InLanguage(fixed_, language_);
+        default:
+            return plain_;
+    }
+}
+
 void NoticeBar::Render() {
-    const QString shown = kind_ == Kind::Changes  ? texts::ChangesSummary(report_, language_)
-                          : kind_ == Kind::Reload ? InLanguage(texts::kReloadOffer, language_)
-                                                  : InLanguage(plain_, language_);
-    text_->SetFullText(shown);
+    text_->SetFullText(ShownText());
     details_->setVisible(kind_ == Kind::Changes);
     reload_->setVisible(kind_ == Kind::Reload);
     setVisible(kind_ != Kind::None);

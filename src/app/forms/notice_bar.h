@@ -28,6 +28,8 @@ public:
 
     /// Shows one line without a button that leads on.
     void ShowText(const Text& text);
+    /// Likewise for a composed line, which keeps its language.
+    void ShowPlain(const QString& line);
 
     void Retranslate(Language language);
 
@@ -36,13 +38,15 @@ signals:
     void ReloadPressed();
 
 private:
+    QString ShownText() const;
     void Render();
 
-    enum class Kind { None, Changes, Reload, Plain };
+    enum class Kind { None, Changes, Reload, Fixed, Plain };
 
     Kind kind_ = Kind::None;
     song::LoadReport report_;
-    Text plain_{Both{""}};
+    Text fixed_{Both{""}};
+    QString plain_;
     Language language_ = Language::English;
     ElidedLabel* text_;
     QPushButton* details_;

@@ -13,6 +13,9 @@ namespace {
 /// Rows of channels that are not brought out, while one is.
 constexpr double kBackground = 0.3;
 
+/// Width in pixels of the loop's bracket and of the playhead.
+constexpr double kBracket = 2;
+
 /// Height in pixels of the tick at a change of tempo or metre.
 constexpr double kMarkHeight = 3;
 
@@ -26,6 +29,30 @@ public:
         QColor ground = Accent(palette_);
         ground.setAlphaF(0.22F);
         p_.fillRect(CursorRect(), ground);
+    }
+
+    void PaintLoop() const {
+        if (s_.loopEnd <= s_.loopStart) {
+            return;
+        }
+        const double left = std::floor(g_.X(s_.loopStart));
+        const double right = std::ceil(g_.X(s_.loopEnd));
+        QColor colour = s_.looping ? Accent(palette_) : DimText(palette_);
+        const double top = g_.measureRuler.top();
+        const double height = g_.cells.bottom() - top;
+        for (const double x : {left, right - kBracket}) {
+            p_.fillRect(QRectF(x, top, kBracket, height), colour);
+        }
+        p_.fillRect(QRectF(left, top, right - left, kBracket), colour);
+        colour.setAlphaF(s_.looping ? 0.14F : 0.05F);
+        p_.fillRect(QRectF(left, top, right - left, height), colour);
+    }
+
+    void PaintPlayhead() const {
+        const double x = std::floor(g_.X(s_.playhead));
+        p_.fillRect(
+            QRectF(x, g_.measureRuler.top(), kBracket, g_.cells.bottom() - g_.measureRuler.top()),
+            palette_.color(QPalette::BrightText));
     }
 
     void PaintMeasures() const {
@@ -89,13 +116,6 @@ public:
         }
     }
 
-    void PaintCursor() const {
-        const QColor colour = s_.focused ? Accent(palette_) : palette_.color(QPalette::Text);
-        const QRectF cursor = CursorRect();
-        p_.fillRect(QRectF(cursor.left(), cursor.top(), s_.focused ? 3 : 2, cursor.height()),
-                    colour);
-    }
-
 private:
     // Measures between two numbers: 1, 2, 4, 8 ... columns, so that no two texts touch.
     std::int64_t MeasureStep() const {
@@ -148,6 +168,7 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
     PaintGround(painter, painter.viewport(), scene.focused, palette);
     const OverviewPainter parts(painter, geometry, scene, palette);
     parts.PaintCursorGround();
+    parts.PaintLoop();
     parts.PaintMeasures();
     parts.PaintMarks();
     painter.setFont(ScaledFont(painter.font(), 0.8));
@@ -155,7 +176,7 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
         parts.PaintGutter(channel);
         parts.PaintRow(channel);
     }
-    parts.PaintCursor();
+    parts.PaintPlayhead();
 }
 
 } // namespace tracksmith::forms

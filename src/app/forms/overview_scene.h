@@ -48,6 +48,12 @@ struct OverviewScene {
     /// Channel brought out (0-15), -1 for none.
     int channel = -1;
     bool focused = false;
+    /// Place of the music, in columns with fraction.
+    double playhead = 0;
+    /// Loop ends in columns with fraction; the end not after the start means none.
+    double loopStart = 0;
+    double loopEnd = 0;
+    bool looping = false;
 };
 
 /// The geometry for a widget of `size` with a font of height `fontHeight`.

@@ -1,6 +1,7 @@
 #include "app/forms/overview_widget.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QAccessible>
 #include <QHelpEvent>
@@ -15,13 +16,6 @@
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {
-namespace {
-
-/// Columns that PgUp and PgDn move.
-constexpr std::int64_t kPage = 8;
-
-} // namespace
-
 OverviewWidget::OverviewWidget(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Overview"));
     setFocusPolicy(Qt::StrongFocus);
@@ -33,6 +27,9 @@ void OverviewWidget::SetSong(song::NoteOverview notes, std::vector<OverviewMark>
     scene_.notes = std::move(notes);
     scene_.marks = std::move(marks);
     scene_.cursor = 0;
+    scene_.playhead = 0;
+    scene_.loopStart = scene_.loopEnd = 0;
+    pressedColumn_ = -1;
     TellCursor();
 }
 
@@ -41,21 +38,42 @@ void OverviewWidget::SetChannel(int channel) {
     TellCursor();
 }
 
-void OverviewWidget::SetCursorTick(std::int32_t tick) {
-    SetCursorColumn(static_cast<std::int64_t>(ColumnOfTick(scene_.notes, tick)));
+void OverviewWidget::ShowPlace(std::int32_t tick) {
+    const double place = ColumnOfTick(scene_.notes, tick);
+    const auto last = static_cast<std::size_t>(std::max<std::int64_t>(ColumnCount() - 1, 0));
+    const std::size_t column = std::min(static_cast<std::size_t>(place), last);
+    const bool entered = column != scene_.cursor;
+    const double width = Geometry().ColumnWidth();
+    const bool moved = std::floor(place * width) != std::floor(scene_.playhead * width);
+    scene_.playhead = place;
+    scene_.cursor = column;
+    if (entered) {
+        TellCursor();
+    } else if (moved) {
+        update();
+    }
+}
+
+void OverviewWidget::ShowLoop(std::int32_t startTick, std::int32_t endTick, bool on) {
+    scene_.loopStart = ColumnOfTick(scene_.notes, startTick);
+    scene_.loopEnd = ColumnOfTick(scene_.notes, endTick);
+    scene_.looping = on;
+    update();
 }
 
 void OverviewWidget::SetCursorColumn(std::int64_t column) {
     const std::int64_t last = std::max<std::int64_t>(ColumnCount() - 1, 0);
     scene_.cursor = static_cast<std::size_t>(std::clamp<std::int64_t>(column, 0, last));
+    scene_.playhead = static_cast<double>(scene_.cursor);
     TellCursor();
+    emit PlaceChosen(CursorTick());
 }
 
+// A screen reader is told which measure the cursor has entered.
 void OverviewWidget::TellCursor() {
     update();
     QAccessibleValueChangeEvent changed(this, static_cast<qlonglong>(CursorMeasure()));
     QAccessible::updateAccessibility(&changed);
-    emit CursorMoved();
 }
 
 std::int64_t OverviewWidget::ColumnCount() const {
@@ -151,29 +169,50 @@ void OverviewWidget::keyPressEvent(QKeyEvent* event) {
             return SetCursorColumn(CursorColumn() - 1);
         case Qt::Key_Right:
             return SetCursorColumn(CursorColumn() + 1);
-        case Qt::Key_PageUp:
-            return SetCursorColumn(CursorColumn() - kPage);
-        case Qt::Key_PageDown:
-            return SetCursorColumn(CursorColumn() + kPage);
-        case Qt::Key_Home:
-            return SetCursorColumn(0);
-        case Qt::Key_End:
-            return SetCursorColumn(ColumnCount() - 1);
         default:
             QWidget::keyPressEvent(event);
     }
 }
 
+std::int64_t OverviewWidget::ColumnAt(const QMouseEvent& event) const {
+    return static_cast<std::int64_t>(Geometry().ColumnAt(event.position().x()));
+}
+
 void OverviewWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        SetCursorColumn(static_cast<std::int64_t>(Geometry().ColumnAt(event->position().x())));
+        pressedColumn_ = ColumnAt(*event);
+        dragging_ = false;
     }
 }
 
+// A drag shows the loop that it would make, over whole columns.
 void OverviewWidget::mouseMoveEvent(QMouseEvent* event) {
-    if ((event->buttons() & Qt::LeftButton) != 0) {
-        SetCursorColumn(static_cast<std::int64_t>(Geometry().ColumnAt(event->position().x())));
+    const std::int64_t column = ColumnAt(*event);
+    if ((event->buttons() & Qt::LeftButton) == 0 || pressedColumn_ < 0 ||
+        (column == pressedColumn_ && !dragging_)) {
+        return;
     }
+    dragging_ = true;
+    scene_.loopStart = static_cast<double>(std::min(column, pressedColumn_));
+    scene_.loopEnd = static_cast<double>(std::max(column, pressedColumn_) + 1);
+    scene_.looping = true;
+    update();
+}
+
+void OverviewWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || pressedColumn_ < 0) {
+        return;
+    }
+    const std::int64_t column = ColumnAt(*event);
+    if (dragging_) {
+        const auto& ticks = scene_.notes.columnTick;
+        emit LoopChosen(ticks[static_cast<std::size_t>(std::min(column, pressedColumn_))],
+                        ticks[static_cast<std::size_t>(std::max(column, pressedColumn_) + 1)]);
+    } else {
+        SetCursorColumn(column);
+    }
+    pressedColumn_ = -1;
+    dragging_ = false;
 }
 
 } // namespace tracksmith::forms

@@ -21,10 +21,13 @@ public:
     /// Brings out one channel (0-15); -1 for none.
     void SetChannel(int channel);
 
-    /// Moves the cursor to the column of `tick`.
-    void SetCursorTick(std::int32_t tick);
+    /// Shows the place of the music; the cursor goes to its column.
+    void ShowPlace(std::int32_t tick);
 
-    /// Moves the cursor; beyond the song it stops at the first or last column.
+    /// Shows the loop between two ticks; none when they are equal.
+    void ShowLoop(std::int32_t startTick, std::int32_t endTick, bool on);
+
+    /// Moves the cursor as the user does; beyond the song it stops at the first or last column.
     void SetCursorColumn(std::int64_t column);
 
     std::int64_t CursorColumn() const { return static_cast<std::int64_t>(scene_.cursor); }
@@ -46,8 +49,10 @@ public:
     QSize minimumSizeHint() const override;
 
 signals:
-    /// The cursor stands at another place, or the song or channel has changed.
-    void CursorMoved();
+    /// The user went to a place.
+    void PlaceChosen(std::int32_t tick);
+    /// The user drew a loop over whole columns.
+    void LoopChosen(std::int32_t startTick, std::int32_t endTick);
 
 protected:
     bool event(QEvent* event) override;
@@ -55,13 +60,18 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QString ColumnText(std::size_t column) const;
     QString HoverText(const QPointF& at) const;
     void TellCursor();
+    std::int64_t ColumnAt(const QMouseEvent& event) const;
 
     OverviewScene scene_;
+    /// Column in which the mouse was pressed, and whether it has left it since.
+    std::int64_t pressedColumn_ = -1;
+    bool dragging_ = false;
     Language language_ = Language::English;
 };
 

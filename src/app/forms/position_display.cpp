@@ -19,12 +19,11 @@ PositionDisplay::PositionDisplay(QWidget* parent)
       position_(new ValueBox("Lbl_Position", texts::kPosition, kBig, true)),
       clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
       metre_(new ValueBox("Lbl_Metre", texts::kMetre, kSmall, true)),
-      tempo_(new ValueBox("Lbl_Tempo", texts::kTempo, kSmall, true)),
       notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 2, Gap() / 2, Gap() * 2, Gap() / 2);
     row->setSpacing(Gap() * 2);
-    for (ValueBox* box : {position_, clock_, metre_, tempo_, notes_}) {
+    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
         row->addWidget(box);
     }
 }
@@ -33,7 +32,6 @@ void PositionDisplay::ShowPlace(const Place& place) {
     position_->SetValue(place.position);
     clock_->SetValue(place.clock);
     metre_->SetValue(place.metre);
-    tempo_->SetValue(place.tempo);
     notes_->SetValue(place.notes);
 }
 
@@ -41,12 +39,11 @@ void PositionDisplay::Reserve(const Place& end) {
     position_->Reserve(end.position);
     clock_->Reserve(end.clock);
     metre_->Reserve(QStringLiteral("00/00"));
-    tempo_->Reserve(QStringLiteral("00000"));
     notes_->Reserve(QStringLiteral("00.000"));
 }
 
 void PositionDisplay::Retranslate(Language language) {
-    for (ValueBox* box : {position_, clock_, metre_, tempo_, notes_}) {
+    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
         box->Retranslate(language);
     }
 }

@@ -18,7 +18,6 @@ public:
         QString position;
         QString clock;
         QString metre;
-        QString tempo;
         QString notes;
     };
 
@@ -36,7 +35,6 @@ private:
     ValueBox* position_;
     ValueBox* clock_;
     ValueBox* metre_;
-    ValueBox* tempo_;
     ValueBox* notes_;
 };
 

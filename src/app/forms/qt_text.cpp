@@ -19,7 +19,7 @@ QString PathToQString(const std::filesystem::path& path) {
 }
 
 std::filesystem::path PathFromQString(const QString& text) {
-    return std::filesystem::path(text.toStdU16String());
+    return {text.toStdU16String()};
 }
 
 QString ShownPath(const std::filesystem::path& path) {
@@ -32,6 +32,12 @@ QString ShownFileName(const std::filesystem::path& path) {
 
 QString MenuText(QString text) {
     return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+QString PlainMenuText(QString text) {
+    text.remove(QLatin1Char('&'));
+    text.remove(QChar(0x2026)); // the ellipsis of an entry that asks for more
+    return text;
 }
 
 QString NumberText(std::int64_t number, Language language) {

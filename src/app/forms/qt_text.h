@@ -30,6 +30,9 @@ QString ShownFileName(const std::filesystem::path& path);
 /// `text` for a menu: an ampersand stays one instead of marking a key.
 QString MenuText(QString text);
 
+/// The text of a menu entry without its marks: for names and hints.
+QString PlainMenuText(QString text);
+
 /// A number with the language's thousands separators.
 QString NumberText(std::int64_t number, Language language);
 

@@ -5,7 +5,6 @@
 
 #include "app/forms/labels.h"
 #include "app/forms/panel.h"
-#include "app/forms/position_display.h"
 #include "app/forms/texts.h"
 #include "app/forms/theme.h"
 #include "app/forms/value_box.h"
@@ -26,7 +25,6 @@ QString FormatText(const app::SongDescription& song, Language language) {
 
 SongHeader::SongHeader(QWidget* parent)
     : QWidget(parent),
-      position_(new PositionDisplay),
       title_(new ElidedLabel),
       fileName_(new ElidedLabel),
       format_(new ValueBox("Lbl_Format", texts::kFormat, 1, false)),
@@ -37,7 +35,6 @@ SongHeader::SongHeader(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());
-    row->addWidget(position_);
     row->addWidget(BuildNames(), 1);
     auto* panel = new Panel(QPalette::Button);
     auto* inside = new QHBoxLayout(panel);
@@ -51,17 +48,15 @@ SongHeader::SongHeader(QWidget* parent)
 
 QWidget* SongHeader::BuildNames() {
     auto* names = new QWidget;
-    auto* column = new QVBoxLayout(names);
-    column->setContentsMargins(Gap(), 0, Gap(), 0);
-    column->setSpacing(0);
+    auto* row = new QHBoxLayout(names);
+    row->setContentsMargins(0, 0, Gap(), 0);
+    row->setSpacing(Gap() * 2);
     title_->setObjectName(QStringLiteral("Lbl_SongName"));
     title_->setFont(ScaledFont(title_->font(), 1.5));
     fileName_->setObjectName(QStringLiteral("Lbl_FileName"));
     fileName_->setForegroundRole(QPalette::PlaceholderText);
-    column->addStretch();
-    column->addWidget(title_);
-    column->addWidget(fileName_);
-    column->addStretch();
+    row->addWidget(title_, 0, Qt::AlignVCenter);
+    row->addWidget(fileName_, 1, Qt::AlignVCenter);
     return names;
 }
 
@@ -77,7 +72,6 @@ void SongHeader::ShowSong(const app::SongDescription& song, const QString& fileN
 }
 
 void SongHeader::Retranslate(Language language) {
-    position_->Retranslate(language);
     for (ValueBox* box : facts_) {
         box->Retranslate(language);
     }

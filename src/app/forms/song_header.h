@@ -10,17 +10,14 @@
 namespace tracksmith::forms {
 
 class ElidedLabel;
-class PositionDisplay;
 class ValueBox;
 
-/// The line at the top: position display, song name, facts about the file.
+/// Song name, file name and facts about the file in one line.
 class SongHeader : public QWidget {
     Q_OBJECT
 
 public:
     explicit SongHeader(QWidget* parent = nullptr);
-
-    PositionDisplay& Position() const { return *position_; }
 
     /// Shows the facts of a song; `fileName` is ready to show, with its mark when modified.
     void ShowSong(const app::SongDescription& song, const QString& fileName, Language language);
@@ -30,7 +27,6 @@ public:
 private:
     QWidget* BuildNames();
 
-    PositionDisplay* position_;
     ElidedLabel* title_;
     ElidedLabel* fileName_;
     ValueBox* format_;

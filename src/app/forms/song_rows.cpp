@@ -90,6 +90,7 @@ std::vector<OverviewMark> OverviewMarks(const app::SongDescription& song) {
         byTick[line.tick] << MetreText(line);
     }
     std::vector<OverviewMark> marks;
+    marks.reserve(byTick.size());
     for (const auto& [tick, parts] : byTick) {
         marks.push_back({tick, parts.join(QStringLiteral(" · "))});
     }

@@ -6,11 +6,17 @@
 #include "app/song_description.h"
 #include "app/workspace.h"
 
+class QTabWidget;
+
 namespace tracksmith::forms {
 
 class ChannelCards;
 class ListPanel;
+class MainMenu;
 class OverviewWidget;
+class PlayBar;
+class PlayDesk;
+class RoutingPage;
 class SongHeader;
 
 /// Everything that the window shows of a song, built anew from the workspace by ShowSong.
@@ -18,8 +24,9 @@ class SongView : public QWidget {
     Q_OBJECT
 
 public:
-    /// `workspace` must outlive the view.
-    explicit SongView(const app::Workspace& workspace, QWidget* parent = nullptr);
+    /// All of them must outlive the view.
+    SongView(const app::Workspace& workspace, MainMenu& menu, PlayDesk& desk,
+             QWidget* parent = nullptr);
 
     /// Shows the workspace's song, which must have a time map, from its start. `fileName` is what
     /// is shown as the file's name.
@@ -28,24 +35,34 @@ public:
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
 
+    /// Turns to the next page: song, routing.
+    void ShowNextPage();
+
     const app::SongDescription& Description() const { return description_; }
 
     void Retranslate(Language language);
 
 private:
+    QWidget* BuildSongPage();
+    void Connect();
     void ShowLists();
-    void ShowCursor();
+    void ShowPlace();
+    void ShowLoop();
 
     const app::Workspace& workspace_;
+    PlayDesk& desk_;
     app::SongDescription description_;
     QString fileName_;
     Language language_ = Language::English;
+    PlayBar* playBar_;
     SongHeader* header_;
     OverviewWidget* overview_;
     ChannelCards* cards_;
     ListPanel* tracks_;
     ListPanel* tempos_;
     ListPanel* metres_;
+    RoutingPage* routing_;
+    QTabWidget* pages_;
 };
 
 } // namespace tracksmith::forms

@@ -13,6 +13,8 @@ set(SOURCES
   flat_header.h
   form_settings.cpp
   form_settings.h
+  key_guard.cpp
+  key_guard.h
   labels.cpp
   labels.h
   list_panel.cpp
@@ -20,10 +22,14 @@ set(SOURCES
   main_form.cpp
   main_form.h
   main_form_commands.cpp
+  main_form_play.cpp
   main_menu.cpp
   main_menu.h
   notice_bar.cpp
   notice_bar.h
+  notice_host.h
+  output_box.cpp
+  output_box.h
   overview_accessible.cpp
   overview_accessible.h
   overview_painter.cpp
@@ -34,6 +40,14 @@ set(SOURCES
   overview_widget.h
   panel.cpp
   panel.h
+  play_bar.cpp
+  play_bar.h
+  play_desk.cpp
+  play_desk.h
+  port_items.cpp
+  port_items.h
+  ports_dialog.cpp
+  ports_dialog.h
   position_display.cpp
   position_display.h
   qt_message_host.cpp
@@ -44,6 +58,8 @@ set(SOURCES
   recent_files.h
   recent_files_menu.cpp
   recent_files_menu.h
+  routing_page.cpp
+  routing_page.h
   rows_model.cpp
   rows_model.h
   song_header.cpp
@@ -53,11 +69,17 @@ set(SOURCES
   song_rows.h
   song_view.cpp
   song_view.h
+  sound_settings.cpp
+  sound_settings.h
   status_line.cpp
   status_line.h
+  tempo_box.cpp
+  tempo_box.h
   texts.cpp
   texts.h
   theme.cpp
   theme.h
+  transport_icons.cpp
+  transport_icons.h
   value_box.cpp
   value_box.h)

@@ -26,6 +26,16 @@ QString ChannelName(int channel, Language language) {
     return InLanguage(kChannelNumber, language).arg(channel + 1);
 }
 
+QString RouteOutputName(int channel, Language language) {
+    static constexpr Text kNumbered{De{"Ausgang von Kanal %1"}, En{"Output of channel %1"}};
+    return InLanguage(kNumbered, language).arg(channel + 1);
+}
+
+QString RouteTargetName(int channel, Language language) {
+    static constexpr Text kNumbered{De{"Zielkanal von Kanal %1"}, En{"Target of channel %1"}};
+    return InLanguage(kNumbered, language).arg(channel + 1);
+}
+
 QString ChannelCardName(int channel, const QString& notes, const QString& bank,
                         const QString& program, Language language) {
     return InLanguage(kChannelCard, language)

@@ -29,6 +29,7 @@ inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
 inline constexpr Text kMenuBar{De{"Menüleiste"}, En{"Menu bar"}};
 inline constexpr Text kMenuFile{De{"&Datei"}, En{"&File"}};
 inline constexpr Text kMenuSong{De{"&Stück"}, En{"&Song"}};
+inline constexpr Text kMenuPlay{De{"S&pielen"}, En{"&Play"}};
 inline constexpr Text kMenuView{De{"&Ansicht"}, En{"&View"}};
 inline constexpr Text kMenuSettings{De{"&Einstellungen"}, En{"Se&ttings"}};
 inline constexpr Text kMenuHelp{De{"&Hilfe"}, En{"&Help"}};
@@ -48,6 +49,21 @@ inline constexpr Text kQuit{De{"&Beenden"}, En{"&Quit"}};
 inline constexpr Text kClearRecent{De{"Liste &leeren"}, En{"&Clear List"}};
 inline constexpr Text kNoRecent{De{"Noch keine Dateien"}, En{"No files yet"}};
 inline constexpr Text kWhatChanged{De{"Was wurde &geändert…"}, En{"&What Changed…"}};
+inline constexpr Text kPlay{De{"&Abspielen"}, En{"&Play"}};
+inline constexpr Text kStop{De{"An&halten"}, En{"&Stop"}};
+inline constexpr Text kMoveToStart{De{"Zum An&fang"}, En{"To the S&tart"}};
+inline constexpr Text kMoveToEnd{De{"Zum &Ende"}, En{"To the &End"}};
+inline constexpr Text kMeasureBack{De{"Takt &zurück"}, En{"Measure &Back"}};
+inline constexpr Text kMeasureForward{De{"Takt &vor"}, En{"Measure &Forward"}};
+inline constexpr Text kLooping{De{"&Schleife"}, En{"&Loop"}};
+inline constexpr Text kLoopFromHere{De{"Schleife von h&ier"}, En{"Loop F&rom Here"}};
+inline constexpr Text kLoopToHere{De{"Schleife &bis hier"}, En{"Loop T&o Here"}};
+inline constexpr Text kTempoDown{De{"&Langsamer"}, En{"Slo&wer"}};
+inline constexpr Text kTempoUp{De{"S&chneller"}, En{"F&aster"}};
+inline constexpr Text kTempoReset{De{"&Tempo der Datei"}, En{"File's Te&mpo"}};
+inline constexpr Text kPanic{De{"&Panik: alle Töne aus"}, En{"Pa&nic: All Notes Off"}};
+inline constexpr Text kNextPage{De{"&Nächste Seite"}, En{"&Next Page"}};
+inline constexpr Text kMidiPorts{De{"&MIDI und Klang…"}, En{"&MIDI and Sound…"}};
 inline constexpr Text kSplitFormat0{De{"Format 0 in Kanalspuren &aufteilen"},
                                     En{"&Split format 0 into channel tracks"}};
 inline constexpr Text kHonourZelIgnore{De{"„&zel_ignore“ in Spurnamen beachten"},
@@ -126,6 +142,39 @@ inline constexpr Text kOverviewHint{
     De{"Noten je Takt und Kanal. Pfeiltasten, Bild auf/ab, Pos1 und Ende bewegen die Marke."},
     En{"Notes per measure and channel. Arrow keys, PgUp, PgDn, Home and End move the mark."}};
 
+// Playing
+inline constexpr Text kTempoBpm{De{"Tempo in Schlägen je Minute"}, En{"Tempo in beats per minute"}};
+inline constexpr Text kTempoHint{
+    De{"Viertel je Minute an dieser Stelle, daneben der Anteil am Tempo der Datei. Tasten − und +, "
+       "Strg+= stellt das Tempo der Datei wieder her."},
+    En{"Quarter notes per minute at this place, beside it the share of the file's tempo. Keys − "
+       "and +; Ctrl+= brings back the file's tempo."}};
+inline constexpr Text kOutput{De{"Ausgang"}, En{"Output"}};
+inline constexpr Text kOutputHint{De{"Das Gerät, auf dem das Stück gespielt wird."},
+                                  En{"The device that the song is played on."}};
+inline constexpr Text kOutputLost{De{"antwortet nicht"}, En{"not responding"}};
+inline constexpr Text kOutputMissing{
+    De{"Der MIDI-Ausgang „%1“ ist nicht angeschlossen. Es spielt: %2."},
+    En{"The MIDI output \"%1\" is not connected. Playing on: %2."}};
+inline constexpr Text kPageSong{De{"Stück"}, En{"Song"}};
+inline constexpr Text kPageRouting{De{"Kanalwege"}, En{"Routing"}};
+inline constexpr Text kCommonOutput{De{"wie Ausgang oben"}, En{"same as output above"}};
+inline constexpr Text kTargetChannel{De{"auf Kanal"}, En{"to channel"}};
+inline constexpr Text kResetRoutes{De{"Alle &zurücksetzen"}, En{"&Reset All"}};
+inline constexpr Text kPortsTitle{De{"MIDI und Klang"}, En{"MIDI and Sound"}};
+inline constexpr Text kInput{De{"Eingang"}, En{"Input"}};
+inline constexpr Text kNoInput{De{"keiner"}, En{"none"}};
+inline constexpr Text kThru{De{"Eingang zum Ausgang &durchreichen"},
+                            En{"Pass the input on to the &output"}};
+inline constexpr Text kSoundfont{Both{"SoundFont"}};
+inline constexpr Text kSoundfontUsual{De{"des Systems"}, En{"the system's"}};
+inline constexpr Text kChooseSoundfont{De{"&Wählen…"}, En{"&Choose…"}};
+inline constexpr Text kUsualSoundfont{De{"Des &Systems"}, En{"The &System's"}};
+inline constexpr Text kSoundfontFiles{De{"SoundFonts"}, En{"SoundFonts"}};
+inline constexpr Text kVolume{De{"Lautstärke"}, En{"Volume"}};
+inline constexpr Text kPolyphony{De{"Stimmen"}, En{"Voices"}};
+inline constexpr Text kBuiltIn{De{"Eingebautes Instrument"}, En{"Built-in instrument"}};
+
 // Notice bar and status bar
 inline constexpr Text kNotice{De{"Hinweis"}, En{"Notice"}};
 inline constexpr Text kCloseNotice{De{"Hinweis schließen"}, En{"Close the notice"}};
@@ -160,6 +209,12 @@ QString SaveChangesQuestion(const QString& fileName, Language language);
 
 /// What loading changed, in one line; empty when it changed nothing.
 QString ChangesSummary(const song::LoadReport& report, Language language);
+
+/// "Ausgang von Kanal 3" / "Output of channel 3"; `channel` counts from 0.
+QString RouteOutputName(int channel, Language language);
+
+/// "Zielkanal von Kanal 3" / "Target of channel 3"; `channel` counts from 0.
+QString RouteTargetName(int channel, Language language);
 
 /// "Version 1.2.3".
 QString VersionLine(const QString& version);

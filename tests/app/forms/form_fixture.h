@@ -19,6 +19,9 @@
 #include "app/forms/main_form.h"
 #include "app/forms/qt_text.h"
 #include "app/settings/settings_store.h"
+#include "midi/backends/loop/backend.h"
+#include "midi/portable_driver.h"
+#include "midi/portable_input_driver.h"
 
 namespace tracksmith::forms {
 
@@ -73,11 +76,20 @@ protected:
 
     /// Shows a window anew, as the program's next start would.
     void OpenWindow() {
-        form_ = std::make_unique<TMainForm>(*store_);
+        form_.reset();
+        form_ = std::make_unique<TMainForm>(*store_, LoopDevices());
         auto chooser = std::make_unique<ScriptedChooser>();
         chooser_ = chooser.get();
         form_->SetFileChooser(std::move(chooser));
         form_->show();
+    }
+
+    /// Two ports inside the process as the only devices.
+    std::unique_ptr<devices::MidiDevices> LoopDevices() const {
+        devices::SystemDrivers drivers;
+        drivers.outputs.push_back(std::make_unique<midi::PortableOutputDriver>(loop_));
+        drivers.inputs.push_back(std::make_unique<midi::PortableInputDriver>(loop_));
+        return std::make_unique<devices::MidiDevices>(std::move(drivers), nullptr);
     }
 
     std::filesystem::path Path(const char* name) const {
@@ -141,6 +153,7 @@ protected:
     void Trigger(const char* action) const { Find<QAction>(action)->trigger(); }
 
     QTemporaryDir folder_;
+    std::shared_ptr<midi::loop::LoopBackend> loop_ = std::make_shared<midi::loop::LoopBackend>(2);
     std::unique_ptr<settings::SettingsStore> store_;
     std::unique_ptr<TMainForm> form_;
     ScriptedChooser* chooser_ = nullptr;

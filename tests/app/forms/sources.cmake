@@ -4,7 +4,8 @@ set(SOURCES
   language_test.cpp
   main.cpp
   overview_test.cpp
+  playing_test.cpp
   recent_files_test.cpp
   song_display_test.cpp)
-set(LIBRARIES GTest::gtest Qt6::Test)
-set(ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+set(LIBRARIES GTest::gtest Qt6::Test tracksmith_midi_backends_loop)
+set(ENVIRONMENT QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy)

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "base/text.h"
+
+#include "app/forms/panel.h"
+
+class QComboBox;
+class QLabel;
+
+namespace tracksmith::forms {
+
+class PlayDesk;
+
+/// The output that the song is played to, with its state.
+class OutputBox : public Panel {
+    Q_OBJECT
+
+public:
+    explicit OutputBox(PlayDesk& desk, QWidget* parent = nullptr);
+
+    void Retranslate(Language language);
+
+private:
+    void ShowOutputs();
+    void TakeOutput(int index);
+
+    PlayDesk& desk_;
+    Language language_ = Language::English;
+    QLabel* caption_;
+    QComboBox* choice_;
+};
+
+} // namespace tracksmith::forms

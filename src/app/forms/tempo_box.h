@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/text.h"
+
+#include "app/forms/panel.h"
+
+class QLabel;
+class QSpinBox;
+
+namespace tracksmith::forms {
+
+class PlayDesk;
+
+/// The tempo at the current place, to be read and changed, and what it is of the file's in per
+/// cent.
+class TempoBox : public Panel {
+    Q_OBJECT
+
+public:
+    explicit TempoBox(PlayDesk& desk, QWidget* parent = nullptr);
+
+    void Retranslate(Language language);
+
+private:
+    void ShowTempo();
+    void TakeTempo();
+
+    PlayDesk& desk_;
+    QLabel* caption_;
+    QSpinBox* bpm_;
+    QLabel* percent_;
+};
+
+} // namespace tracksmith::forms

@@ -1,0 +1,193 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+
+#include "app/forms/form_fixture.h"
+#include "app/forms/play_desk.h"
+
+namespace tracksmith::forms {
+namespace {
+
+class PlayingTest : public FormTest {
+protected:
+    void SetUp() override {
+        FormTest::SetUp();
+        form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+        loop_->SetRecording(0, true);
+    }
+
+    PlayDesk& Desk() const { return form_->Desk(); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
+        QTest::keyClick(form_.get(), key, modifiers);
+    }
+    /// True once the first loop has got a note on for `key`.
+    bool Heard(std::uint8_t key) {
+        return QTest::qWaitFor([&] {
+            for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
+                received_.push_back(message.bytes);
+            }
+            for (const std::vector<std::uint8_t>& bytes : received_) {
+                if (bytes.size() == 3 && (bytes[0] & 0xF0) == 0x90 && bytes[1] == key) {
+                    return true;
+                }
+            }
+            return false;
+        });
+    }
+    bool ReceivedOn(std::uint8_t status) const {
+        for (const std::vector<std::uint8_t>& bytes : received_) {
+            if (bytes[0] == status) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    std::vector<std::vector<std::uint8_t>> received_;
+};
+
+TEST_F(PlayingTest, SpacePlaysAndStops) {
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(Desk().Playing());
+    EXPECT_TRUE(Heard(60));
+    EXPECT_EQ(Find<QAction>("MMP_PlayStop")->text().remove(u'&').toStdString(), "Stop");
+    Press(Qt::Key_Space);
+    EXPECT_FALSE(Desk().Playing());
+    for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
+        received_.push_back(message.bytes);
+    }
+    const std::vector<std::uint8_t> notesOff{0xB2, 123, 0};
+    EXPECT_NE(std::find(received_.begin(), received_.end(), notesOff), received_.end());
+}
+
+TEST_F(PlayingTest, DisplayRunsWhilePlaying) {
+    const std::string start = LabelText("Lbl_Position");
+    Trigger("MMP_PlayStop");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return LabelText("Lbl_Position") != start; }));
+    Trigger("MMP_PlayStop");
+    const std::string stopped = LabelText("Lbl_Position");
+    EXPECT_EQ(stopped, form_->SongPositionToMTC(Desk().Tick()));
+}
+
+TEST_F(PlayingTest, KeysMoveThroughTheSong) {
+    struct Step {
+        Qt::Key key;
+        std::int32_t tick;
+    };
+    for (const Step& step :
+         {Step{Qt::Key_PageDown, 1440}, Step{Qt::Key_PageDown, 2880}, Step{Qt::Key_PageUp, 1440},
+          Step{Qt::Key_Home, 0}, Step{Qt::Key_PageUp, 0}}) {
+        Press(step.key);
+        EXPECT_EQ(Desk().Tick(), step.tick) << step.key;
+        EXPECT_EQ(LabelText("Lbl_Position"), form_->SongPositionToMTC(step.tick));
+    }
+    Press(Qt::Key_End);
+    EXPECT_EQ(Desk().Ms(), Desk().Player().SongEndTime());
+}
+
+TEST_F(PlayingTest, BracketsSetTheLoop) {
+    Press(Qt::Key_PageDown);
+    Press(Qt::Key_BracketRight);
+    ASSERT_TRUE(Desk().Loop());
+    EXPECT_EQ(Desk().Loop()->startTick, 0);
+    EXPECT_EQ(Desk().Loop()->endTick, 1440);
+    EXPECT_TRUE(Find<QAction>("MMP_Looping")->isChecked());
+    Press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_FALSE(Desk().Loop()->on);
+    EXPECT_FALSE(Find<QAction>("MMP_Looping")->isChecked());
+    Press(Qt::Key_BracketLeft); // behind the end: the loop goes to the song's end
+    EXPECT_EQ(Desk().Loop()->startTick, 1440);
+    EXPECT_EQ(Desk().Loop()->endTick, form_->Workspace().song.songLength);
+}
+
+TEST_F(PlayingTest, TempoIsChangedAndBroughtBack) {
+    auto* bpm = Find<QSpinBox>("E_Tempo");
+    EXPECT_EQ(bpm->value(), 120);
+    Press(Qt::Key_Plus);
+    EXPECT_EQ(bpm->value(), 121);
+    EXPECT_TRUE(form_->Workspace().modified);
+    bpm->setValue(60);
+    EXPECT_EQ(LabelText("Lbl_TempoPercent"), "50 %");
+    EXPECT_EQ(form_->Workspace().song.lengthMs, 2 * 1'500 + 1'000 + 500);
+    Press(Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_EQ(bpm->value(), 120);
+    EXPECT_EQ(LabelText("Lbl_TempoPercent"), "100 %");
+}
+
+TEST_F(PlayingTest, ControlsKeepTheKeysThatTheyUse) {
+    auto* loop = Find<QToolButton>("Btn_Loop");
+    loop->setFocus();
+    QTest::keyClick(loop, Qt::Key_Space);
+    EXPECT_FALSE(Desk().Playing());
+    EXPECT_TRUE(Desk().Loop() && Desk().Loop()->on);
+    auto* table = Find<QTableView>("Table_Tracks");
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_End);
+    EXPECT_EQ(Desk().Tick(), 0);
+    auto* bpm = Find<QSpinBox>("E_Tempo");
+    bpm->setFocus();
+    bpm->selectAll();
+    QTest::keyClicks(bpm, QStringLiteral("9"));
+    QTest::keyClick(bpm, Qt::Key_Minus);
+    EXPECT_EQ(Desk().Bpm(), 120); // still being typed, and no shortcut either
+}
+
+TEST_F(PlayingTest, OutputIsChosenAndRemembered) {
+    auto* choice = Find<QComboBox>("CB_Output");
+    ASSERT_EQ(choice->count(), 2);
+    choice->setCurrentIndex(1);
+    emit choice->activated(1);
+    EXPECT_EQ(Desk().Outputs().Output(), "Loop 2");
+    OpenWindow();
+    EXPECT_EQ(form_->Desk().Outputs().Output(), "Loop 2");
+    store_->WriteStrToUserRegistry("MidiOutput", "Gone Piano");
+    OpenWindow();
+    form_->Desk().OpenOutput();
+    EXPECT_EQ(form_->Desk().Outputs().Output(), "Loop 1");
+}
+
+TEST_F(PlayingTest, ChannelsAreRoutedOneByOne) {
+    Trigger("MMV_NextPage");
+    EXPECT_EQ(Find<QTabWidget>("Pages")->currentIndex(), 1);
+    Find<QSpinBox>("E_RouteTarget02")->setValue(9);
+    Trigger("MMP_PlayStop");
+    EXPECT_TRUE(Heard(60));
+    EXPECT_TRUE(ReceivedOn(0x98));
+    EXPECT_FALSE(ReceivedOn(0x92));
+    Trigger("MMP_PlayStop");
+    Find<QPushButton>("Btn_ResetRoutes")->click();
+    EXPECT_EQ(Find<QSpinBox>("E_RouteTarget02")->value(), 3);
+}
+
+TEST_F(PlayingTest, LostPortIsToldOnceAndComesBack) {
+    Trigger("MMP_PlayStop");
+    EXPECT_TRUE(Heard(60));
+    loop_->Vanish(0);
+    auto* choice = Find<QComboBox>("CB_Output");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return choice->itemText(0).contains(QStringLiteral("not responding")); }));
+    loop_->Return(0);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return !choice->itemText(0).contains(QStringLiteral("not responding")); }));
+}
+
+TEST_F(PlayingTest, InputIsPassedOnWhenWanted) {
+    Trigger("MMS_MidiPorts");
+    auto* dialog = Find<QDialog>("Dlg_MidiPorts");
+    auto* input = dialog->findChild<QComboBox*>(QStringLiteral("CB_Input"));
+    ASSERT_EQ(input->count(), 3); // none and two loops
+    input->setCurrentIndex(2);
+    emit input->activated(2);
+    dialog->findChild<QCheckBox*>(QStringLiteral("CB_Thru"))->setChecked(true);
+    Desk().OpenOutput();
+    loop_->Deliver(1, std::vector<std::uint8_t>{0x90, 72, 100});
+    EXPECT_TRUE(Heard(72));
+    dialog->close();
+}
+
+} // namespace
+} // namespace tracksmith::forms
