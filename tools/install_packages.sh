@@ -8,10 +8,11 @@ packages_for() {
     build)
         echo cmake ninja-build g++ pkg-config
         echo qt6-base-dev qt6-wayland libfluidsynth-dev libsndfile1-dev
+        echo librtmidi-dev libjack-jackd2-dev libsdl2-dev
         echo libcli11-dev nlohmann-json3-dev
         echo timgm6mb-soundfont fonts-dejavu-core
         ;;
-    test) echo libgtest-dev libbenchmark-dev ;;
+    test) echo libgtest-dev libbenchmark-dev jackd2 ;;
     check)
         echo ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
         echo desktop-file-utils appstream git

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Paints the main window with the demo song into docs/main-window-dark.png and -light.png.
+# Paints the main window playing the demo song into docs/main-window-dark.png and -light.png.
 # usage: tools/make_screenshots.sh PROGRAM [FOLDER]
 # PROGRAM is the built tracksmith; no screen is needed. FOLDER takes the pictures instead of docs;
 # LANGUAGE_SHOWN=de makes German ones, QT_SCALE_FACTOR=1.5 larger ones.
@@ -15,6 +15,6 @@ for theme in dark light; do
     mkdir -p "$scratch/$theme/tracksmith"
     printf '{"SOFTWARE\\\\Orlavo\\\\Tracksmith 12": {"Theme": "%s", "Language": "%s"}}\n' \
         "$theme" "${LANGUAGE_SHOWN:-en}" > "$scratch/$theme/tracksmith/settings.json"
-    XDG_CONFIG_HOME="$scratch/$theme" QT_QPA_PLATFORM=offscreen "$program" \
-        --screenshot "${2:-$root/docs}/main-window-$theme.png" "$root/data/demo/demo.mid"
+    XDG_CONFIG_HOME="$scratch/$theme" QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy "$program" \
+        --play 23 --screenshot "${2:-$root/docs}/main-window-$theme.png" "$root/data/demo/demo.mid"
 done
