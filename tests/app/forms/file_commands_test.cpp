@@ -138,11 +138,11 @@ TEST_F(FileCommandsTest, CommandsHaveTheUsualKeys) {
 }
 
 TEST_F(FileCommandsTest, WindowComesBackAsItWasLeft) {
-    form_->resize(1100, 700);
+    form_->resize(1200, 700);
     Trigger("MMF_ThemeLight");
     form_->close();
     OpenWindow();
-    EXPECT_EQ(form_->size(), QSize(1100, 700));
+    EXPECT_EQ(form_->size(), QSize(1200, 700));
     EXPECT_TRUE(Find<QAction>("MMF_ThemeLight")->isChecked());
     EXPECT_GT(form_->palette().color(QPalette::Window).lightness(), 128);
 }
