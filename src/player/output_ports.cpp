@@ -9,6 +9,7 @@
 #include "song/midi_event.h"
 
 namespace tracksmith::player {
+
 OutputPorts::OutputPorts(const Stopwatch& stopwatch, std::function<void()> onTrouble)
     : stopwatch_(stopwatch), onTrouble_(std::move(onTrouble)) {}
 
