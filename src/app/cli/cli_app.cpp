@@ -100,6 +100,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
                        environment.logIsTerminal,
                        false,
                        false,
+                       environment.openDevices,
                        {}};
     try {
         CLI::App app(context.Say(texts::kHelpProgram), "tracksmith-cli");
@@ -108,6 +109,8 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddInfoCommand(app, context);
         AddConvertCommand(app, context);
         AddRenderCommand(app, context);
+        AddPlayCommand(app, context);
+        AddPortsCommand(app, context);
         for (CLI::App* command : app.get_subcommands({})) {
             command->group(context.Say(texts::kHelpCommands));
             command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));

@@ -7,9 +7,11 @@
 
 #include "base/text.h"
 
+#include "app/cli/open_devices.h"
+
 namespace tracksmith::cli {
 
-/// What the program finds around it; a test gives it streams of its own.
+/// What the program finds around it; a test gives it streams and devices of its own.
 struct CliEnvironment {
     std::istream& in;
     std::ostream& out;
@@ -18,6 +20,7 @@ struct CliEnvironment {
     /// Used unless --lang is given.
     Language language = Language::English;
     bool logIsTerminal = false;
+    OpenDevices openDevices = &OpenSystemDevices;
 };
 
 /// Runs the command line `arguments` (without the program's name, UTF-8). Returns the exit code:

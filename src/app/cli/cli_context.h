@@ -6,18 +6,18 @@
 
 #include "base/text.h"
 
+#include "app/cli/open_devices.h"
+
 namespace tracksmith::cli {
 
-/// How the program ends.
-enum ExitCode : int {
-    kOk = 0,
-    kFindings = 1,
-    kUsage = 2,
-    kUnreadable = 3,
-    kWriteFailed = 4,
-    kPartFailed = 5,
-    kPortOrAudioMissing = 6
-};
+/// Exit codes of the program.
+inline constexpr int kOk = 0;
+inline constexpr int kFindings = 1;
+inline constexpr int kUsage = 2;
+inline constexpr int kUnreadable = 3;
+inline constexpr int kWriteFailed = 4;
+inline constexpr int kPartFailed = 5;
+inline constexpr int kPortOrAudioMissing = 6;
 
 /// What all commands share during one run.
 struct CliContext {
@@ -32,7 +32,8 @@ struct CliContext {
     bool quiet = false;
     /// Questions are answered Yes.
     bool yes = false;
-    /// The chosen command, set while the arguments are read. Returns an ExitCode.
+    OpenDevices openDevices;
+    /// The chosen command, set while the arguments are read. Returns an exit code.
     std::function<int()> run;
 
     /// The wording for the user.

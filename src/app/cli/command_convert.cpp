@@ -47,8 +47,7 @@ public:
         workspace.decodeOptions.splitFormat0 = arguments_.split;
         workspace.encodeOptions.useRunningStatus = arguments_.runningStatus;
         workspace.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
-        OutputNames names(fs::path(std::u8string(arguments_.out.begin(), arguments_.out.end())),
-                          inputs);
+        OutputNames names(PathOf(arguments_.out), inputs);
         return batch_.Run([&](const InputFile& input, app::Workspace& song, MessageHost& host) {
             return Convert(input, song, host, names);
         });

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <ostream>
 
@@ -6,18 +7,17 @@
 #include "audio/render_song.h"
 #include "base/display_text.h"
 #include "base/system/file_io.h"
+#include "base/system/interrupt.h"
 
 #include "app/cli/commands.h"
-#include "app/cli/console.h"
 #include "app/cli/output_names.h"
 #include "app/cli/song_input.h"
+#include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
 #include "app/save_song.h"
 
 namespace tracksmith::cli {
 namespace {
-
-namespace fs = std::filesystem;
 
 struct RenderArguments {
     std::string file;
@@ -25,47 +25,17 @@ struct RenderArguments {
     std::string soundfont;
 };
 
-fs::path PathOf(const std::string& utf8) {
-    return {std::u8string(utf8.begin(), utf8.end())};
-}
-
-/// Percentages on one line of the terminal, removed at the end.
-class ProgressLine {
-public:
-    explicit ProgressLine(const CliContext& context)
-        : log_(context.log), shown_(context.logIsTerminal && !context.quiet) {}
-    ProgressLine(const ProgressLine&) = delete;
-    ProgressLine& operator=(const ProgressLine&) = delete;
-    ~ProgressLine() {
-        if (percent_ >= 0) {
-            log_ << "\r     \r" << std::flush;
-        }
-    }
-
-    void Show(std::int64_t done, std::int64_t total) {
-        const std::int64_t percent = total > 0 ? done * 100 / total : 100;
-        if (shown_ && percent != percent_) {
-            percent_ = percent;
-            log_ << "\r" << percent << " %" << std::flush;
-        }
-    }
-
-private:
-    std::ostream& log_;
-    bool shown_;
-    std::int64_t percent_ = -1;
-};
-
 audio::RenderResult Render(const CliContext& context, const RenderArguments& arguments,
                            const app::Workspace& workspace) {
-    const InterruptWatch watch;
-    ProgressLine progress(context);
+    const system::InterruptWatch watch;
+    TerminalLine progress(context);
     audio::RenderOptions options;
     options.soundfont = PathOf(arguments.soundfont);
     return audio::RenderSong(workspace.song, PathOf(arguments.out), options,
                              [&](std::int64_t done, std::int64_t total) {
-                                 progress.Show(done, total);
-                                 return !InterruptWatch::Requested();
+                                 const std::int64_t percent = total > 0 ? done * 100 / total : 100;
+                                 progress.Show(std::to_string(percent) + " %");
+                                 return !system::InterruptWatch::Requested();
                              });
 }
 
@@ -81,7 +51,8 @@ int RenderInput(CliContext& context, const RenderArguments& arguments, const Inp
             host.ShowMessage(context.Say(texts::kCancelled));
             return kWriteFailed;
         }
-        const double peakDb = result.peak > 0 ? 20 * std::log10(double{result.peak}) : -INFINITY;
+        const double peakDb = result.peak > 0 ? 20 * std::log10(double{result.peak})
+                                              : -std::numeric_limits<double>::infinity();
         context.out << input.Name() << " -> "
                     << texts::Rendered(context.language, DisplayPath(arguments.out),
                                        result.lengthMs, peakDb, result.limitedSamples)
@@ -98,7 +69,7 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
     SongBatch batch(context);
     const std::vector<InputFile>& inputs = batch.Expand({arguments.file});
     if (inputs.size() > 1) {
-        context.log << context.Say(texts::kOneToRender) << "\n";
+        context.log << context.Say(texts::kOneSong) << "\n";
         return kUsage;
     }
     if (OutputNames({}, inputs).IsInput(PathOf(arguments.out))) {

@@ -17,4 +17,10 @@ void AddConvertCommand(CLI::App& app, CliContext& context);
 /// `render`: plays a song on the built-in instrument into an audio file.
 void AddRenderCommand(CLI::App& app, CliContext& context);
 
+/// `play`: plays a song on a MIDI output in real time.
+void AddPlayCommand(CLI::App& app, CliContext& context);
+
+/// `ports`: lists the MIDI outputs and inputs as text or JSON.
+void AddPortsCommand(CLI::App& app, CliContext& context);
+
 } // namespace tracksmith::cli

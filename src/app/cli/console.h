@@ -21,18 +21,4 @@ Language SystemLanguage();
 /// True when a person reads the standard error at a terminal.
 bool ErrorIsTerminal();
 
-/// While it lives, Ctrl+C does not end the program but shows in Requested. One at a time.
-class InterruptWatch {
-public:
-    InterruptWatch();
-    InterruptWatch(const InterruptWatch&) = delete;
-    InterruptWatch& operator=(const InterruptWatch&) = delete;
-    ~InterruptWatch();
-
-    static bool Requested();
-
-private:
-    void (*previous_)(int);
-};
-
 } // namespace tracksmith::cli

@@ -6,15 +6,6 @@
 #include "app/cli/console.h"
 
 namespace tracksmith::cli {
-namespace {
-
-volatile std::sig_atomic_t interrupted = 0;
-
-void NoteInterrupt(int) {
-    interrupted = 1;
-}
-
-} // namespace
 
 void SetUpConsole() {
     std::signal(SIGPIPE, SIG_IGN);
@@ -37,18 +28,6 @@ Language SystemLanguage() {
 
 bool ErrorIsTerminal() {
     return isatty(STDERR_FILENO) != 0;
-}
-
-InterruptWatch::InterruptWatch() : previous_(std::signal(SIGINT, &NoteInterrupt)) {
-    interrupted = 0;
-}
-
-InterruptWatch::~InterruptWatch() {
-    std::signal(SIGINT, previous_);
-}
-
-bool InterruptWatch::Requested() {
-    return interrupted != 0;
 }
 
 } // namespace tracksmith::cli

@@ -1,6 +1,5 @@
 #include <windows.h>
 // Needs the types of windows.h.
-#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -12,15 +11,6 @@
 #include "app/cli/console.h"
 
 namespace tracksmith::cli {
-namespace {
-
-volatile std::sig_atomic_t interrupted = 0;
-
-void NoteInterrupt(int) {
-    interrupted = 1;
-}
-
-} // namespace
 
 void SetUpConsole() {
     SetConsoleOutputCP(CP_UTF8);
@@ -46,18 +36,6 @@ Language SystemLanguage() {
 
 bool ErrorIsTerminal() {
     return _isatty(_fileno(stderr)) != 0;
-}
-
-InterruptWatch::InterruptWatch() : previous_(std::signal(SIGINT, &NoteInterrupt)) {
-    interrupted = 0;
-}
-
-InterruptWatch::~InterruptWatch() {
-    std::signal(SIGINT, previous_);
-}
-
-bool InterruptWatch::Requested() {
-    return interrupted != 0;
 }
 
 } // namespace tracksmith::cli

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "app/cli/columns.h"
 #include "app/cli/texts.h"
 #include "song/song_position.h"
 
@@ -13,22 +14,6 @@ constexpr std::size_t kLabelWidth = 15;
 constexpr std::size_t kNumberWidth = 9;
 constexpr std::size_t kChannelWidth = 9;
 constexpr std::uint8_t kChannels = 16;
-
-// UTF-8 characters, not bytes, fill a column.
-std::size_t Width(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    }));
-}
-
-std::string Left(std::string text, std::size_t width) {
-    text.append(width - std::min(width, Width(text)), ' ');
-    return text;
-}
-
-std::string Right(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, Width(text)), ' ') + text;
-}
 
 /// One description on its way to the stream.
 class InfoWriter {

@@ -16,10 +16,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kStandardInput = "-";
 
-fs::path PathOf(const std::string& utf8) {
-    return {std::u8string(utf8.begin(), utf8.end())};
-}
-
 bool HasSongExtension(const fs::path& path) {
     constexpr std::array<std::string_view, 4> kExtensions{".mid", ".midi", ".kar", ".smf"};
     std::string extension = system::PathText(path.extension());
@@ -46,6 +42,10 @@ std::vector<InputFile> SongsBelow(const fs::path& folder) {
 }
 
 } // namespace
+
+fs::path PathOf(const std::string& utf8) {
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
 
 std::string InputFile::Name() const {
     return standardInput ? std::string(kStandardInput) : DisplayPath(system::PathText(path));

@@ -7,6 +7,9 @@
 
 namespace tracksmith::cli {
 
+/// An argument (UTF-8) as a path.
+std::filesystem::path PathOf(const std::string& utf8);
+
 /// One song that a command is to work on.
 struct InputFile {
     std::filesystem::path path;

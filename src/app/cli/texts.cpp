@@ -18,6 +18,12 @@ constexpr Text kFailed{De{" fehlgeschlagen"}, En{" failed"}};
 constexpr Text kPeak{De{", Spitze "}, En{", peak "}};
 constexpr Text kLimited{De{" Samples begrenzt"}, En{" samples limited"}};
 
+constexpr Text kNoOutputFits{De{"Kein MIDI-Ausgang heißt so: "}, En{"No MIDI output is called "}};
+constexpr Text kOutputsFit{De{"Mehrere MIDI-Ausgänge passen zu "}, En{"Several MIDI outputs fit "}};
+constexpr Text kThereAre{De{". Vorhanden: "}, En{". There are: "}};
+constexpr Text kNotOpened{De{"Der MIDI-Ausgang lässt sich nicht öffnen: "},
+                          En{"The MIDI output cannot be opened: "}};
+
 } // namespace
 
 std::string InFile(Language language, int fileFormat) {
@@ -55,6 +61,23 @@ std::string Rendered(Language language, std::string_view file, std::int64_t leng
     }
     text << ")";
     return text.str();
+}
+
+std::string NotOneOutput(Language language, std::string_view name, bool several,
+                         std::span<const std::string> outputs) {
+    std::ostringstream text;
+    text << (several ? kOutputsFit : kNoOutputFits).In(language) << name;
+    const char* between = "";
+    text << kThereAre.In(language);
+    for (const std::string& output : outputs) {
+        text << between << output;
+        between = ", ";
+    }
+    return text.str();
+}
+
+std::string OutputNotOpened(Language language, std::string_view name) {
+    return std::string(kNotOpened.In(language)).append(name);
 }
 
 } // namespace tracksmith::cli::texts

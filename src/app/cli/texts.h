@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,8 @@ namespace tracksmith::cli::texts {
 
 // Help.
 inline constexpr Text kHelpProgram{
-    De{"Song-Dateien (Standard MIDI Files) untersuchen, umwandeln und als Audio ausgeben."},
-    En{"Examine song files (Standard MIDI Files), convert them and render them to audio."}};
+    De{"Song-Dateien (Standard MIDI Files) untersuchen, umwandeln, spielen, als Audio ausgeben."},
+    En{"Examine song files (Standard MIDI Files), convert, play and render them to audio."}};
 inline constexpr Text kHelpCommands{De{"Befehle"}, En{"Commands"}};
 inline constexpr Text kHelpHelp{De{"Zeigt diese Hilfe"}, En{"Shows this help"}};
 inline constexpr Text kHelpVersion{De{"Zeigt die Version"}, En{"Shows the version"}};
@@ -52,6 +53,23 @@ inline constexpr Text kHelpOutWav{De{"Die Audiodatei"}, En{"The audio file"}};
 inline constexpr Text kHelpSoundfont{De{"SoundFont (*.sf2, *.sf3) für die Klänge"},
                                      En{"SoundFont (*.sf2, *.sf3) for the sounds"}};
 
+inline constexpr Text kHelpPlay{De{"Spielt einen Song auf einem MIDI-Ausgang"},
+                                En{"Plays a song on a MIDI output"}};
+inline constexpr Text kHelpPort{
+    De{"Der Ausgang oder ein Teil seines Namens; sonst das eingebaute Instrument"},
+    En{"The output or a part of its name; else the built-in instrument"}};
+inline constexpr Text kHelpFrom{De{"Von Takt:Schlag an"}, En{"From measure:beat"}};
+inline constexpr Text kHelpTo{De{"Bis vor Takt:Schlag"}, En{"Up to measure:beat"}};
+inline constexpr Text kHelpLoop{De{"Immer wieder, bis zum Abbruch"},
+                                En{"Again and again until interrupted"}};
+inline constexpr Text kHelpTempo{
+    De{"+5 oder -5 (BPM mehr oder weniger), 90% oder 120 (erstes Tempo)"},
+    En{"+5 or -5 (BPM more or less), 90% or 120 (first tempo)"}};
+inline constexpr Text kHelpPorts{De{"Zeigt die MIDI-Ausgänge und -Eingänge"},
+                                 En{"Lists the MIDI outputs and inputs"}};
+inline constexpr Text kHelpPortsJson{De{"Ein JSON-Objekt je Anschluss und Zeile"},
+                                     En{"One JSON object per port and line"}};
+
 // Usage.
 inline constexpr Text kUsageError{De{"Fehler im Aufruf: "}, En{"Usage error: "}};
 inline constexpr Text kUsageHint{De{"Hilfe: tracksmith-cli --help"},
@@ -64,8 +82,21 @@ inline constexpr Text kOneToStandardOutput{De{"In die Standardausgabe passt nur 
                                            En{"Only one song fits into the standard output."}};
 inline constexpr Text kStandardInputInPlace{De{"Die Standardeingabe kann nicht ersetzt werden."},
                                             En{"The standard input cannot be replaced."}};
-inline constexpr Text kOneToRender{De{"Bitte nur einen Song angeben."},
-                                   En{"Please give one song only."}};
+inline constexpr Text kOneSong{De{"Bitte nur einen Song angeben."},
+                               En{"Please give one song only."}};
+inline constexpr Text kNoPlace{De{"Takt:Schlag, zum Beispiel 8:01"},
+                               En{"measure:beat, for example 8:01"}};
+inline constexpr Text kNoTempo{De{"zum Beispiel +5, -5, 90% oder 120"},
+                               En{"for example +5, -5, 90% or 120"}};
+inline constexpr Text kNoSuchPlace{De{"Diese Stelle gibt es im Song nicht."},
+                                   En{"There is no such place in the song."}};
+inline constexpr Text kBehindEnd{De{"Die Stelle liegt hinter dem Ende des Songs."},
+                                 En{"The place is behind the end of the song."}};
+inline constexpr Text kNotBehindStart{De{"Das Ende liegt nicht hinter dem Anfang."},
+                                      En{"The end is not behind the start."}};
+inline constexpr Text kLoopTooShort{De{"Die Schleife ist zu kurz."}, En{"The loop is too short."}};
+inline constexpr Text kTempoOutOfRange{De{"Das Tempo liegt nicht zwischen 25 und 65535 BPM."},
+                                       En{"The tempo is not between 25 and 65535 BPM."}};
 
 // Work.
 inline constexpr Text kUnexpected{De{"Unerwarteter Fehler: "}, En{"Unexpected error: "}};
@@ -83,6 +114,24 @@ inline constexpr Text kCancelled{De{"Abgebrochen; es wurde nichts geschrieben."}
 inline constexpr Text kNoInstrument{
     De{"Diese Fassung des Programms hat kein eingebautes Instrument."},
     En{"This build of the program has no built-in instrument."}};
+
+inline constexpr Text kNothingToPlay{De{"Hier gibt es nichts zu spielen."},
+                                     En{"There is nothing to play."}};
+inline constexpr Text kPlayingOn{De{"Ausgang: "}, En{"Output: "}};
+
+// Labels of `ports`.
+inline constexpr Text kNoPorts{De{"Es gibt keine MIDI-Anschlüsse."},
+                               En{"There are no MIDI ports."}};
+inline constexpr Text kOutput{De{"Ausgang"}, En{"output"}};
+inline constexpr Text kInput{De{"Eingang"}, En{"input"}};
+inline constexpr Text kUnknownPort{De{"unbekannt"}, En{"unknown"}};
+inline constexpr Text kMidiPort{De{"MIDI-Anschluss"}, En{"MIDI port"}};
+inline constexpr Text kSynthesizer{De{"Synthesizer"}, En{"synthesizer"}};
+inline constexpr Text kSquareWave{De{"Rechteckwellen"}, En{"square waves"}};
+inline constexpr Text kFmSynthesizer{De{"FM-Synthesizer"}, En{"FM synthesizer"}};
+inline constexpr Text kMidiMapper{De{"MIDI-Mapper"}, En{"MIDI mapper"}};
+inline constexpr Text kUsable{De{"bereit"}, En{"usable"}};
+inline constexpr Text kNotUsable{De{"nicht benutzbar"}, En{"not usable"}};
 
 // Labels of `info`.
 inline constexpr Text kName{Both{"Name"}};
@@ -120,5 +169,12 @@ std::string Summary(Language language, std::size_t total, std::size_t failed);
 /// What was rendered: the file, its length in milliseconds, its peak in decibels of full scale.
 std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,
                      std::int64_t limitedSamples);
+
+/// `name` means none of the outputs, or several of them; `outputs` are those to choose from.
+std::string NotOneOutput(Language language, std::string_view name, bool several,
+                         std::span<const std::string> outputs);
+
+/// An output that is there but cannot be opened.
+std::string OutputNotOpened(Language language, std::string_view name);
 
 } // namespace tracksmith::cli::texts

@@ -20,7 +20,8 @@ protected:
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream log;
-        const int code = RunCli(arguments, {in, out, log, "1.2.3", language_, false});
+        const int code =
+            RunCli(arguments, {in, out, log, "1.2.3", language_, terminal_, openDevices_});
         out_ = out.str();
         log_ = log.str();
         return code;
@@ -44,6 +45,8 @@ protected:
 
     test::TemporaryFolder folder_;
     Language language_ = Language::English;
+    bool terminal_ = false;
+    OpenDevices openDevices_ = &OpenSystemDevices;
     std::string out_;
     std::string log_;
 };

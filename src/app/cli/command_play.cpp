@@ -1,0 +1,149 @@
+#include <memory>
+#include <ostream>
+
+#include "app/cli/commands.h"
+#include "app/cli/play_session.h"
+#include "app/cli/play_wishes.h"
+#include "app/cli/song_input.h"
+#include "app/cli/texts.h"
+
+namespace tracksmith::cli {
+namespace {
+
+struct PlayArguments {
+    std::string file;
+    std::string port;
+    std::string from;
+    std::string to;
+    std::string tempo;
+    std::string soundfont;
+    bool loop = false;
+};
+
+/// The arguments as a plan for one song; nothing when they do not fit it, which is logged.
+class PlanMaker {
+public:
+    PlanMaker(const CliContext& context, const PlayArguments& arguments,
+              const song::SongRecord& song)
+        : context_(context), arguments_(arguments), song_(song) {}
+
+    std::optional<PlayPlan> Make() const {
+        PlayPlan plan;
+        plan.port = arguments_.port;
+        plan.loop = arguments_.loop;
+        return SetRange(plan) && SetTempo(plan) ? std::optional(plan) : std::nullopt;
+    }
+
+private:
+    bool SetRange(PlayPlan& plan) const {
+        const std::optional<std::int32_t> from = Tick("--from", arguments_.from, 0);
+        const std::optional<std::int32_t> to = Tick("--to", arguments_.to, song_.songLength);
+        if (!from || !to) {
+            return false;
+        }
+        if (*from >= song_.songLength) {
+            return Refuse("--from", texts::kBehindEnd);
+        }
+        if (*from >= *to) {
+            return Refuse("--to", texts::kNotBehindStart);
+        }
+        plan.fromTick = *from;
+        if (*to < song_.songLength) {
+            plan.toTick = to;
+        }
+        return true;
+    }
+
+    bool SetTempo(PlayPlan& plan) const {
+        const std::optional<TempoWish> wish = ParseTempo(arguments_.tempo);
+        const std::optional<std::int32_t> offset = TempoOffset(song_, wish.value_or(TempoWish()));
+        plan.tempoOffset = offset.value_or(0);
+        return offset || Refuse("--tempo", texts::kTempoOutOfRange);
+    }
+
+    std::optional<std::int32_t> Tick(const char* option, const std::string& text,
+                                     std::int32_t usual) const {
+        if (text.empty()) {
+            return usual;
+        }
+        const std::optional<std::int32_t> tick = TickOfPlace(song_, *ParsePlace(text));
+        if (!tick) {
+            Refuse(option, texts::kNoSuchPlace);
+        }
+        return tick;
+    }
+
+    bool Refuse(const char* option, const Text& reason) const {
+        context_.log << context_.Say(texts::kUsageError) << option << ": " << context_.Say(reason)
+                     << "\n";
+        return false;
+    }
+
+    const CliContext& context_;
+    const PlayArguments& arguments_;
+    const song::SongRecord& song_;
+};
+
+int PlayInput(CliContext& context, const PlayArguments& arguments, const InputFile& input,
+              app::Workspace& workspace, MessageHost& host) {
+    LogChanges(context, input, workspace);
+    const std::optional<PlayPlan> plan = PlanMaker(context, arguments, workspace.song).Make();
+    if (!plan) {
+        return kUsage;
+    }
+    devices::SynthOptions options;
+    options.soundfont = PathOf(arguments.soundfont);
+    const std::unique_ptr<devices::MidiDevices> devices = context.openDevices(options);
+    if (!arguments.soundfont.empty() && devices->Synth() == nullptr) {
+        host.ShowMessage(context.Say(texts::kNoInstrument));
+        return kPortOrAudioMissing;
+    }
+    return PlaySong(context, *plan, *devices, workspace.song, host);
+}
+
+int RunPlay(CliContext& context, const PlayArguments& arguments) {
+    SongBatch batch(context);
+    if (batch.Expand({arguments.file}).size() > 1) {
+        context.log << context.Say(texts::kOneSong) << "\n";
+        return kUsage;
+    }
+    return batch.Run([&](const InputFile& input, app::Workspace& workspace, MessageHost& host) {
+        return PlayInput(context, arguments, input, workspace, host);
+    });
+}
+
+void AddPlaceOption(CLI::App& command, const CliContext& context, const char* name,
+                    std::string& place, const Text& help) {
+    command.add_option(name, place, context.Say(help))
+        ->type_name("M:B")
+        ->check([&context](const std::string& value) {
+            return ParsePlace(value) ? std::string() : context.Say(texts::kNoPlace);
+        });
+}
+
+} // namespace
+
+void AddPlayCommand(CLI::App& app, CliContext& context) {
+    const auto arguments = std::make_shared<PlayArguments>();
+    CLI::App* command = app.add_subcommand("play", context.Say(texts::kHelpPlay));
+    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
+        ->required()
+        ->type_name("");
+    command->add_option("--port", arguments->port, context.Say(texts::kHelpPort))
+        ->type_name("NAME");
+    AddPlaceOption(*command, context, "--from", arguments->from, texts::kHelpFrom);
+    AddPlaceOption(*command, context, "--to", arguments->to, texts::kHelpTo);
+    command->add_flag("--loop", arguments->loop, context.Say(texts::kHelpLoop));
+    command->add_option("--tempo", arguments->tempo, context.Say(texts::kHelpTempo))
+        ->type_name("TEMPO")
+        ->check([&context](const std::string& value) {
+            return ParseTempo(value) ? std::string() : context.Say(texts::kNoTempo);
+        });
+    command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
+        ->type_name("SF2");
+    command->callback([&context, arguments] {
+        context.run = [&context, arguments] { return RunPlay(context, *arguments); };
+    });
+}
+
+} // namespace tracksmith::cli

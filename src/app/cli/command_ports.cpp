@@ -1,0 +1,98 @@
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "base/display_text.h"
+
+#include "app/cli/columns.h"
+#include "app/cli/commands.h"
+#include "app/cli/port_list.h"
+#include "app/cli/texts.h"
+
+namespace tracksmith::cli {
+namespace {
+
+constexpr int kSchema = 1;
+
+/// Kinds of port by their number: as a name for programs and as a text.
+struct Technology {
+    const char* name;
+    Text text;
+};
+constexpr std::array<Technology, 6> kTechnologies{{{"unknown", texts::kUnknownPort},
+                                                   {"midiPort", texts::kMidiPort},
+                                                   {"synthesizer", texts::kSynthesizer},
+                                                   {"squareWave", texts::kSquareWave},
+                                                   {"fm", texts::kFmSynthesizer},
+                                                   {"mapper", texts::kMidiMapper}}};
+
+const Technology& TechnologyOf(const PortDescription& port) {
+    return kTechnologies[port.technology < kTechnologies.size() ? port.technology : 0];
+}
+
+std::string PortJson(const PortDescription& port) {
+    using Json = nlohmann::ordered_json;
+    const Json json{{"schema", kSchema},
+                    {"direction", port.output ? "output" : "input"},
+                    {"name", port.name},
+                    {"technology", TechnologyOf(port).name},
+                    {"builtIn", port.builtIn},
+                    {"usable", port.usable},
+                    {"problem", port.problem.empty() ? Json() : Json(port.problem)}};
+    // Names come from foreign programs and need not be valid UTF-8.
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string State(const CliContext& context, const PortDescription& port) {
+    const std::string state = context.Say(port.usable ? texts::kUsable : texts::kNotUsable);
+    return port.problem.empty() ? state : state + ": " + DisplayPath(port.problem);
+}
+
+void WritePorts(const CliContext& context, const std::vector<PortDescription>& ports) {
+    std::vector<std::array<std::string, 4>> rows;
+    std::array<std::size_t, 3> widths{};
+    for (const PortDescription& port : ports) {
+        rows.push_back({context.Say(port.output ? texts::kOutput : texts::kInput),
+                        DisplayPath(port.name), context.Say(TechnologyOf(port).text),
+                        State(context, port)});
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            widths[i] = std::max(widths[i], Width(rows.back()[i]));
+        }
+    }
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            context.out << Left(row[i], widths[i] + 2);
+        }
+        context.out << row.back() << "\n";
+    }
+}
+
+int RunPorts(const CliContext& context, bool json) {
+    const std::unique_ptr<devices::MidiDevices> devices = context.openDevices({});
+    const std::vector<PortDescription> ports = ListPorts(*devices, context.language);
+    if (ports.empty() && !context.quiet) {
+        context.log << context.Say(texts::kNoPorts) << "\n";
+    }
+    if (!json) {
+        WritePorts(context, ports);
+        return kOk;
+    }
+    for (const PortDescription& port : ports) {
+        context.out << PortJson(port) << "\n";
+    }
+    return kOk;
+}
+
+} // namespace
+
+void AddPortsCommand(CLI::App& app, CliContext& context) {
+    const auto json = std::make_shared<bool>(false);
+    CLI::App* command = app.add_subcommand("ports", context.Say(texts::kHelpPorts));
+    command->add_flag("--json", *json, context.Say(texts::kHelpPortsJson));
+    command->callback(
+        [&context, json] { context.run = [&context, json] { return RunPorts(context, *json); }; });
+}
+
+} // namespace tracksmith::cli
