@@ -68,6 +68,20 @@ TEST(MessagePoster, MayBePostedToAndDestroyedByItsHandler) {
     EXPECT_EQ(calls, 12);
 }
 
+TEST(MessagePoster, KeepsWhatIsPostedWhileTheSameIsHandled) {
+    int calls = 0;
+    std::unique_ptr<MessagePoster> poster;
+    poster = std::make_unique<MessagePoster>([&](std::uint32_t message) {
+        if (++calls == 1) {
+            poster->Post(message);
+        }
+    });
+    poster->Post(5);
+    DispatchMessages();
+    DispatchMessages();
+    EXPECT_EQ(calls, 2);
+}
+
 TEST(MessagePoster, LosesNoMessagePostedWhileOthersAreHandled) {
     constexpr int kCount = 5000;
     std::atomic<int> posted = 0;
