@@ -16,9 +16,10 @@ std::vector<std::string> Expected(const song::Song& song) {
         for (song::EventLink event = track.first; event; event = event->next) {
             Bytes bytes{event->status};
             if (event->kind == song::kShortMessage) {
-                bytes.insert(bytes.end(), {static_cast<std::uint8_t>(event->data1 & 0x7F),
-                                           static_cast<std::uint8_t>(event->data2 & 0x7F)});
-                bytes.resize(static_cast<std::size_t>(event->length));
+                bytes.push_back(event->data1 & 0x7F);
+                if (event->length > 2) {
+                    bytes.push_back(event->data2 & 0x7F);
+                }
             } else {
                 Append(bytes, {event->Payload().begin(), event->Payload().end()});
             }
