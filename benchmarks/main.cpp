@@ -1,12 +1,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/recording_message_host.h"
 #include "budget_table.h"
+#include "dispatch_benchmark.h"
 #include "song_generator.h"
 #include "stopwatch.h"
 
@@ -229,10 +231,14 @@ int main(int argc, char** argv) {
         if (argument == "--first-load" && i + 1 < argc) {
             return PrintFirstLoad(std::stoul(argv[i + 1]));
         }
+        if (argument == "--dispatch") {
+            RunDispatchBenchmark(std::cout);
+            return 0;
+        }
         quick = quick || argument == "--quick";
         huge = huge || argument == "--huge";
         if (argument != "--quick" && argument != "--huge") {
-            std::fprintf(stderr, "usage: tracksmith_benchmarks [--quick] [--huge]\n");
+            std::fprintf(stderr, "usage: tracksmith_benchmarks [--quick] [--huge] | --dispatch\n");
             return 2;
         }
     }
