@@ -20,9 +20,10 @@ OutputBox::OutputBox(PlayDesk& desk, QWidget* parent)
       desk_(desk),
       caption_(NewCaption("Lbl_OutputCaption", this)),
       choice_(new QComboBox) {
+    caption_->setBuddy(choice_);
     choice_->setObjectName(QStringLiteral("CB_Output"));
     choice_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    choice_->setMinimumContentsLength(24);
+    choice_->setMinimumContentsLength(14);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Gap(), Gap() / 2, Gap(), Gap() / 2);
     column->setSpacing(0);

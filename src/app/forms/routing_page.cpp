@@ -58,6 +58,7 @@ RoutingPage::Line RoutingPage::NewLine(int channel) {
     line.number->setObjectName(Named("L_Route", channel));
     line.number->setText(QString::number(channel + 1));
     line.number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    line.number->setBuddy(line.output);
     line.output->setObjectName(Named("CB_RouteOutput", channel));
     line.output->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     line.output->setMinimumContentsLength(12);

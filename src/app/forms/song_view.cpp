@@ -139,6 +139,7 @@ void SongView::Retranslate(Language language) {
     playBar_->Retranslate(language);
     header_->Retranslate(language);
     routing_->Retranslate(language);
+    pages_->setAccessibleName(InLanguage(texts::kPages, language));
     pages_->setTabText(0, InLanguage(texts::kPageSong, language));
     pages_->setTabText(1, InLanguage(texts::kPageRouting, language));
     overview_->Retranslate(language);

@@ -156,6 +156,7 @@ inline constexpr Text kOutputLost{De{"antwortet nicht"}, En{"not responding"}};
 inline constexpr Text kOutputMissing{
     De{"Der MIDI-Ausgang „%1“ ist nicht angeschlossen. Es spielt: %2."},
     En{"The MIDI output \"%1\" is not connected. Playing on: %2."}};
+inline constexpr Text kPages{De{"Seiten"}, En{"Pages"}};
 inline constexpr Text kPageSong{De{"Stück"}, En{"Song"}};
 inline constexpr Text kPageRouting{De{"Kanalwege"}, En{"Routing"}};
 inline constexpr Text kCommonOutput{De{"wie Ausgang oben"}, En{"same as output above"}};
