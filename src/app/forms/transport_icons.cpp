@@ -85,7 +85,7 @@ public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
         const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-        const auto role = state == QIcon::On ? QPalette::HighlightedText : QPalette::ButtonText;
+        const auto role = state == QIcon::On ? QPalette::Highlight : QPalette::ButtonText;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(QRectF(rect).center());
