@@ -178,7 +178,7 @@ void ChannelChase::EnterData(std::uint8_t controller, std::uint8_t value) {
 // Reset All Controllers as RP-015 recommends it; a value that was never set need not be reset.
 void ChannelChase::ResetControllers() {
     constexpr std::uint8_t kExpression = 11;
-    constexpr std::uint8_t kBackToZero[] = {1, 2, 4, 64, 65, 66, 67, 68, 69};
+    constexpr auto kBackToZero = std::to_array<std::uint8_t>({1, 2, 4, 64, 65, 66, 67, 68, 69});
     for (const std::uint8_t controller : kBackToZero) {
         values[controller] = values[controller] == kUnknown ? kUnknown : std::uint8_t{0};
     }

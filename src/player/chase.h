@@ -46,7 +46,7 @@ struct ChannelChase {
     BankSelect programBank;
     std::uint8_t program = kUnknown;
     /// Controller values, without bank select, parameters and mode messages.
-    std::array<std::uint8_t, 128> values;
+    std::array<std::uint8_t, 128> values{};
     /// The last event of every controller.
     std::array<song::EventLink, 128> events;
     /// Parameters in the order in which they were last entered.

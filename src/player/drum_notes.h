@@ -15,7 +15,7 @@ struct DrumNotes {
     /// Source channel 0-15, kNoChannel while no editor is open.
     std::uint8_t channel = kNoChannel;
     /// Notes that are heard.
-    std::array<bool, 128> on;
+    std::array<bool, 128> on{};
     /// Semitones by which a note is moved.
     std::array<std::int8_t, 128> offset{};
 

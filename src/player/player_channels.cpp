@@ -1,3 +1,5 @@
+#include <array>
+
 #include "player/chase_messages.h"
 #include "player/held_notes.h"
 #include "player/player.h"
@@ -17,7 +19,7 @@ void TMidiPlayer::SetChannelMuted(std::size_t channel, bool on) {
 
 void TMidiPlayer::SetChannelSolo(std::size_t channel, bool on) {
     const PassHold hold(thread_, *stopwatch_);
-    std::array<bool, kChannels> audibleBefore;
+    std::array<bool, kChannels> audibleBefore{};
     for (std::size_t index = 0; index < kChannels; ++index) {
         audibleBefore[index] = routing_.Audible(index);
     }

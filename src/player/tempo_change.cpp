@@ -1,6 +1,7 @@
 #include "player/tempo_change.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <unordered_map>
@@ -23,7 +24,7 @@ std::size_t ZoneAt(const TimeMap& map, double ms) {
 }
 
 void WriteTempo(song::MidiEvent& event, std::int32_t tempo) {
-    constexpr int kShifts[] = {16, 8, 0};
+    constexpr std::array kShifts{16, 8, 0};
     std::size_t index = 0;
     for (std::uint8_t& byte :
          event.data.Bytes().first(std::min<std::size_t>(event.data.Size(), 3))) {

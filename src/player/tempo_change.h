@@ -45,8 +45,8 @@ public:
 private:
     struct Entry {
         song::EventLink event;
-        std::int32_t fileTempo;
-        std::int32_t tempo;
+        std::int32_t fileTempo = 0;
+        std::int32_t tempo = 0;
     };
     std::vector<Entry> entries_;
 };
