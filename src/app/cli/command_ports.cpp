@@ -18,7 +18,7 @@ constexpr int kSchema = 1;
 
 /// Kinds of port by their number: as a name for programs and as a text.
 struct Technology {
-    const char* name;
+    const char* name = "";
     Text text;
 };
 constexpr std::array<Technology, 6> kTechnologies{{{"unknown", texts::kUnknownPort},

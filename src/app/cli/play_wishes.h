@@ -14,6 +14,7 @@ struct SongPlace {
     std::int32_t measure = 1;
     std::int32_t beat = 1;
     std::int32_t tick = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the comparison's own zero
     auto operator<=>(const SongPlace&) const = default;
 };
 

@@ -34,7 +34,7 @@ RoutingPage::RoutingPage(PlayDesk& desk, QWidget* parent)
     grid->setVerticalSpacing(Gap() / 2);
     constexpr int kRows = kChannels / kColumns;
     for (int channel = 0; channel < kChannels; ++channel) {
-        const std::size_t index = static_cast<std::size_t>(channel);
+        const auto index = static_cast<std::size_t>(channel);
         lines_[index] = NewLine(channel);
         const int row = channel % kRows;
         const int column = channel / kRows * 4;

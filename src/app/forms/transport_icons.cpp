@@ -3,6 +3,7 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <utility>
 
 namespace tracksmith::forms {
 namespace {
@@ -79,8 +80,8 @@ QPainterPath ShapeOf(TransportSign sign) {
 // Paints a shape at whatever size and scale is asked for.
 class SignEngine : public QIconEngine {
 public:
-    SignEngine(TransportSign sign, const QPalette& palette)
-        : shape_(ShapeOf(sign)), palette_(palette) {}
+    SignEngine(TransportSign sign, QPalette palette)
+        : shape_(ShapeOf(sign)), palette_(std::move(palette)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
