@@ -8,7 +8,7 @@ packages_for() {
     build)
         echo cmake ninja-build g++ pkg-config
         echo qt6-base-dev qt6-wayland libfluidsynth-dev libsndfile1-dev
-        echo librtmidi-dev libjack-jackd2-dev libsdl2-dev
+        echo libasound2-dev librtmidi-dev libjack-jackd2-dev libsdl2-dev
         echo libcli11-dev nlohmann-json3-dev
         echo timgm6mb-soundfont fonts-dejavu-core
         ;;

@@ -1,6 +1,7 @@
 #include "audio/audio_output.h"
 
 #include <SDL.h>
+#include <alsa/asoundlib.h>
 #include <utility>
 
 #include "audio/audio_error.h"
@@ -11,11 +12,19 @@ namespace {
 
 constexpr const char* kSilentDriver = "dummy";
 
+// ALSA tells the standard error what it misses on a machine without a sound card.
+void IgnoreAlsa(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
+                const char* /*format*/, ...) {} // NOLINT(cert-dcl50-cpp): the type is ALSA's
+
 // The audio part of SDL as long as it is used; the silent driver when the usual ones fail.
 class AudioSystem {
 public:
     AudioSystem() {
         SDL_SetMainReady();
+        snd_lib_error_set_handler(&IgnoreAlsa);
+        // Without SDL's JACK driver: as a second client of a server that ends it brings the MIDI
+        // ports' client down. The user's own choice (SDL_AUDIODRIVER) goes before this one.
+        SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "pipewire,pulseaudio,alsa", SDL_HINT_DEFAULT);
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Tracksmith");
         if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
             StartSilent();
