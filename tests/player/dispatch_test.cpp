@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "player_fixture.h"
+#include "support/temporary_folder.h"
 
 #include "player/chase.h"
 
@@ -37,25 +38,37 @@ std::vector<std::string> Expected(const song::Song& song) {
     return list;
 }
 
-class RandomSongTest : public PlayerFixture, public ::testing::WithParamInterface<unsigned> {};
+class WholeSongTest : public PlayerFixture {
+protected:
+    // Every event comes at exactly its time and in the order of playing, whatever the tempo map.
+    void ExpectEveryEventAtItsTime() {
+        ASSERT_TRUE(player->Play());
+        Run(player->SongEndTime() + 4000);
+        std::vector<std::string> played;
+        for (const Received& message : log) {
+            played.push_back(std::to_string(message.us) + " " + Hex(message.bytes));
+        }
+        // Behind the last event only the silence of the end.
+        ASSERT_GE(played.size(), 32U);
+        played.resize(played.size() - 32);
+        EXPECT_EQ(played, Expected(decoded->song));
+        EXPECT_FALSE(player->Playing());
+    }
+};
 
-// Every event comes at exactly its time and in the order of playing, whatever the tempo map.
+class RandomSongTest : public WholeSongTest, public ::testing::WithParamInterface<unsigned> {};
+
 TEST_P(RandomSongTest, PlaysEveryEventAtItsTime) {
     Load(RandomFile(GetParam(), GetParam() % 2 == 0 ? 1 : 0, GetParam() % 3 == 0));
-    ASSERT_TRUE(player->Play());
-    Run(player->SongEndTime() + 4000);
-    std::vector<std::string> played;
-    for (const Received& message : log) {
-        played.push_back(std::to_string(message.us) + " " + Hex(message.bytes));
-    }
-    // Behind the last event only the silence of the end.
-    ASSERT_GE(played.size(), 32U);
-    played.resize(played.size() - 32);
-    EXPECT_EQ(played, Expected(decoded->song));
-    EXPECT_FALSE(player->Playing());
+    ExpectEveryEventAtItsTime();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomSongTest, ::testing::Range(1U, 41U));
+
+TEST_F(WholeSongTest, PlaysTheDemoSong) {
+    Load(FileBytes(std::filesystem::path(TRACKSMITH_SOURCE_DIR) / "data/demo/demo.mid"));
+    ExpectEveryEventAtItsTime();
+}
 
 // A thread that wakes up late sends late, but never early, in order, and nothing gets lost.
 TEST_F(DispatchTest, LateWakeUpsKeepOrderAndAddNoDrift) {
