@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <new>
+#include <thread>
 #include <utility>
 
 #include "audio/audio_output.h"
@@ -34,8 +35,20 @@ class SynthBackend::Connection : public midi::OutputConnection {
 public:
     explicit Connection(std::shared_ptr<Sound> sound) : sound_(std::move(sound)) {}
 
+    // When very much comes at once it waits for the audio thread, but not long enough to be taken
+    // for a dead device.
     midi::ResultCode Send(std::span<const std::uint8_t> message) override {
-        return sound_->synth.Send(message, NowUs()) ? midi::kNoError : midi::kNotReady;
+        constexpr int kMostWaits = 40;
+        if (message.size() > MessageRing::kLongestMessage) {
+            return midi::kInvalidParameter;
+        }
+        for (int waits = 0; !sound_->synth.Send(message, NowUs()); ++waits) {
+            if (waits == kMostWaits) {
+                return midi::kNotReady;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        return midi::kNoError;
     }
     midi::ResultCode SetVolume(std::uint32_t volume) override {
         sound_->synth.SetVolume(volume);
