@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include "song/song_position.h"
+#include "song/time_map.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -167,10 +168,22 @@ std::int32_t PlayDesk::Bpm() const {
     return map->timeZones.empty() ? 120 : map->timeZones[song::ZoneOfTick(*map, Tick())].bpm;
 }
 
+std::int32_t PlayDesk::FileBpm() const {
+    const auto map = Map();
+    const std::int32_t here = Tick();
+    std::int32_t tempo = song::kDefaultTempo;
+    for (const song::TempoEntry& entry : map->tempos) {
+        tempo = entry.tick >= 0 && entry.tick <= here ? entry.fileTempo : tempo;
+    }
+    return std::max<std::int32_t>(song::BpmOfTempo(tempo), 1);
+}
+
 std::int32_t PlayDesk::TempoPercent() const {
-    const std::int32_t bpm = Bpm();
-    const std::int32_t filed = std::max(bpm - player_.TempoOffset(), 1);
-    return (bpm * 100 + filed / 2) / filed;
+    return (Bpm() * 100 + FileBpm() / 2) / FileBpm();
+}
+
+void PlayDesk::SetTempoPercent(std::int32_t percent) {
+    ChangeTempo((FileBpm() * percent + 50) / 100 - Bpm());
 }
 
 void PlayDesk::OpenOutput() {

@@ -63,6 +63,8 @@ public:
     /// song follow, so it counts as modified.
     void ChangeTempo(std::int32_t by);
     void ResetTempo();
+    /// Sets the tempo at the current place to so many per cent of the file's there.
+    void SetTempoPercent(std::int32_t percent);
     /// Quarter notes per minute at the current place, and per cent of the file's tempo there.
     std::int32_t Bpm() const;
     std::int32_t TempoPercent() const;
@@ -91,6 +93,7 @@ signals:
     void PortsChanged();
 
 private:
+    std::int32_t FileBpm() const;
     void OnPlaying(bool playing);
     void OnPorts();
     void MoveToMs(std::int64_t ms, std::int32_t tick);

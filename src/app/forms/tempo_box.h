@@ -24,11 +24,12 @@ public:
 private:
     void ShowTempo();
     void TakeTempo();
+    void TakePercent();
 
     PlayDesk& desk_;
     QLabel* caption_;
     QSpinBox* bpm_;
-    QLabel* percent_;
+    QSpinBox* percent_;
 };
 
 } // namespace tracksmith::forms

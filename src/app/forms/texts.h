@@ -144,6 +144,8 @@ inline constexpr Text kOverviewHint{
 
 // Playing
 inline constexpr Text kTempoBpm{De{"Tempo in Schlägen je Minute"}, En{"Tempo in beats per minute"}};
+inline constexpr Text kTempoPercent{De{"Tempo in Prozent der Datei"},
+                                    En{"Tempo in per cent of the file's"}};
 inline constexpr Text kTempoHint{
     De{"Viertel je Minute an dieser Stelle, daneben der Anteil am Tempo der Datei. Tasten − und +, "
        "Strg+= stellt das Tempo der Datei wieder her."},

@@ -111,12 +111,14 @@ TEST_F(PlayingTest, TempoIsChangedAndBroughtBack) {
     EXPECT_EQ(bpm->value(), 121);
     EXPECT_TRUE(form_->Workspace().modified);
     bpm->setValue(60);
-    EXPECT_EQ(LabelText("Lbl_TempoPercent"), "50 %");
+    EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 50);
     // Three beats at 60, then, 60 less than 100, three and a quarter at 40.
     EXPECT_EQ(form_->Workspace().song.lengthMs, 3 * 1'000 + 13 * 1'500 / 4);
     Press(Qt::Key_Equal, Qt::ControlModifier);
     EXPECT_EQ(bpm->value(), 120);
-    EXPECT_EQ(LabelText("Lbl_TempoPercent"), "100 %");
+    EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 100);
+    Find<QSpinBox>("E_TempoPercent")->setValue(75);
+    EXPECT_EQ(bpm->value(), 90);
 }
 
 TEST_F(PlayingTest, ControlsKeepTheKeysThatTheyUse) {
