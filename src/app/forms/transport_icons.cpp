@@ -1,9 +1,10 @@
 #include "app/forms/transport_icons.h"
 
+#include <utility>
+
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
-#include <utility>
 
 namespace tracksmith::forms {
 namespace {
