@@ -5,8 +5,8 @@ namespace tracksmith::devices {
 
 SystemDrivers MakeSystemDrivers() {
     SystemDrivers drivers;
-    drivers.outputs.push_back(std::make_unique<midi::winmm::WinmmOutputDriver>());
-    drivers.inputs.push_back(std::make_unique<midi::winmm::WinmmInputDriver>());
+    drivers.outputs.push_back(std::make_unique<midi::WinmmOutputDriver>());
+    drivers.inputs.push_back(std::make_unique<midi::WinmmInputDriver>());
     return drivers;
 }
 
