@@ -20,7 +20,7 @@ struct RhythmPart {
 /// The mode that a reset switches to; empty when `sysex` (without F0 and F7) is no reset. Any
 /// device number counts. GM System On (RP-003), GM2 System On (RP-024), GS Reset and System Mode
 /// Set (Roland SC-88 owner's manual), XG System On and All Parameter Reset (Yamaha XG
-/// specification).
+/// data lists).
 std::optional<SynthMode> ModeOfReset(std::span<const std::uint8_t> sysex);
 
 /// The part that `sysex` (without F0 and F7) turns into drums or melody; empty for other messages.
