@@ -1,4 +1,6 @@
 set(SOURCES
+  data_folders.cpp
+  data_folders.h
   display_text.cpp
   display_text.h
   errors.h

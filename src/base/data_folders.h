@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace tracksmith {
+
+/// The first `name` below the folders where the program's own data may lie: beside the installed
+/// program, in the source tree that it was built in, among the system's shared data. Nothing when
+/// none of them has it.
+std::optional<std::filesystem::path> FindData(const std::filesystem::path& name);
+
+/// Folders of voice tables; the user's own comes first and need not exist.
+std::vector<std::filesystem::path> VoiceFolders();
+
+} // namespace tracksmith
