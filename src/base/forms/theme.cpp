@@ -1,4 +1,4 @@
-#include "app/forms/theme.h"
+#include "base/forms/theme.h"
 
 #include <algorithm>
 #include <array>

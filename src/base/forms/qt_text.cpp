@@ -1,4 +1,4 @@
-#include "app/forms/qt_text.h"
+#include "base/forms/qt_text.h"
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"

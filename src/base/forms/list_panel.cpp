@@ -1,15 +1,14 @@
-#include "app/forms/list_panel.h"
+#include "base/forms/list_panel.h"
 
+#include "base/forms/flat_header.h"
+#include "base/forms/labels.h"
+#include "base/forms/panel.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableView>
 #include <QVBoxLayout>
-
-#include "app/forms/flat_header.h"
-#include "app/forms/labels.h"
-#include "app/forms/panel.h"
-#include "app/forms/qt_text.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

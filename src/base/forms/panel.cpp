@@ -1,9 +1,8 @@
-#include "app/forms/panel.h"
+#include "base/forms/panel.h"
 
+#include "base/forms/theme.h"
 #include <QApplication>
 #include <QPainter>
-
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

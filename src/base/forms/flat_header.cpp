@@ -1,8 +1,7 @@
-#include "app/forms/flat_header.h"
+#include "base/forms/flat_header.h"
 
+#include "base/forms/theme.h"
 #include <QPainter>
-
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

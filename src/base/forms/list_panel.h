@@ -2,10 +2,9 @@
 
 #include <vector>
 
+#include "base/forms/rows_model.h"
 #include "base/text.h"
 #include <QWidget>
-
-#include "app/forms/rows_model.h"
 
 class QLabel;
 class QTableView;

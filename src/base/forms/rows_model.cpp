@@ -1,10 +1,9 @@
-#include "app/forms/rows_model.h"
+#include "base/forms/rows_model.h"
 
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QApplication>
 #include <QFont>
-
-#include "app/forms/qt_text.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {

@@ -1,9 +1,8 @@
-#include "app/forms/labels.h"
+#include "base/forms/labels.h"
 
+#include "base/forms/theme.h"
 #include <QPainter>
 #include <QStyle>
-
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

@@ -1,0 +1,17 @@
+set(SOURCES
+  dialog_frame.cpp
+  dialog_frame.h
+  flat_header.cpp
+  flat_header.h
+  labels.cpp
+  labels.h
+  list_panel.cpp
+  list_panel.h
+  panel.cpp
+  panel.h
+  qt_text.cpp
+  qt_text.h
+  rows_model.cpp
+  rows_model.h
+  theme.cpp
+  theme.h)
