@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "base/message_host.h"
 
 #include "song/load_report.h"
 #include "song/song.h"
+#include "song/sysex_place.h"
 
 namespace tracksmith::song {
 
@@ -30,6 +32,8 @@ struct DecodeResult {
     bool tempoMapInFirstTrack = true;
     /// `timeMs` of every event already fits the tempo map.
     bool timesAreSet = false;
+    /// All system-exclusive events, in track order and then chain order.
+    std::vector<SysexPlace> sysex;
 };
 
 /// Decodes a Standard MIDI File (RP-001; formats 0, 1 and 2) from `file` into the emptied `song`:

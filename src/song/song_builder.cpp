@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "song/time_map.h"
 
@@ -90,6 +91,7 @@ void SongBuilder::Sysex(std::span<const std::uint8_t> bytes, std::uint32_t tick)
     }
     Track& track = split_ ? song_.tracks[kSysexTrackOfSplit] : *track_;
     AppendLong(track, kSystemExclusive, kNoMeta, bytes, tick);
+    result_.sysex.push_back({track.last, static_cast<std::int32_t>(&track - song_.tracks.data())});
 }
 
 bool SongBuilder::DropMeta(std::uint8_t type, std::size_t size) {
@@ -230,13 +232,16 @@ DecodeResult SongBuilder::Finish(std::uint32_t largestTick) {
     CompleteLists();
     result_.timesAreSet = !split_ && result_.tempoMapInFirstTrack &&
                           std::max(largestStoredTick_, clock_.LastChange()) <= song_.songLength;
-    return result_;
+    return std::move(result_);
 }
 
 void SongBuilder::MergeChunks() {
     for (Track& track : song_.tracks) {
         SortByTick(track);
     }
+    std::stable_sort(
+        result_.sysex.begin(), result_.sysex.end(),
+        [](const SysexPlace& a, const SysexPlace& b) { return a.event->tick < b.event->tick; });
 }
 
 // Every track ends at the song's length, whether its chunk said where it ends or not.

@@ -38,6 +38,7 @@ set(SOURCES
   song_snapshot.h
   streaming_clock.cpp
   streaming_clock.h
+  sysex_place.h
   texts.h
   time_map.cpp
   time_map.h
