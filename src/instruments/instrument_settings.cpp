@@ -1,0 +1,151 @@
+#include "instruments/instrument_settings.h"
+
+#include <algorithm>
+#include <array>
+
+#include "instruments/texts.h"
+
+namespace tracksmith::instruments {
+namespace {
+
+constexpr const char* kFirstInstrument = "MidiInstrument00";
+constexpr const char* kInstrument = "MidiInstrument";
+constexpr const char* kSysexTrack = "SysexTrack";
+constexpr const char* kRolandScMap = "RolandSCDefaultMapIdx";
+constexpr const char* kLimexTe200 = "LimexTE200";
+constexpr std::string_view kNoInstrument = "abc";
+constexpr std::string_view kIntegra7 = "Roland Integra-7";
+
+constexpr auto kSwitches = std::to_array<SysexSwitch>({
+    {"AutoSysex", std::nullopt, &SysexOptions::automatic, texts::kAutoSysex, texts::kAutoSysexHint},
+    {"GMBeforeGS", std::nullopt, &SysexOptions::gmBeforeGs, texts::kGmBeforeGs,
+     texts::kGmBeforeGsHint},
+    {"FixedSysexTrack", std::nullopt, &SysexOptions::fixedTrack, texts::kFixedTrack,
+     texts::kFixedTrackHint},
+    {"KorgPartEQ", Capability::KorgPartEqualizer, &SysexOptions::korgPartEqualizer,
+     texts::kKorgPartEq, texts::kKorgPartEqHint},
+    {"YamahaDSPsEnabled", Capability::YamahaDsps, &SysexOptions::yamahaDsps, texts::kYamahaDsps,
+     texts::kYamahaDspsHint},
+    {"YamahaMasterEQ", Capability::YamahaMasterEq, &SysexOptions::yamahaMasterEq,
+     texts::kYamahaMasterEq, texts::kYamahaMasterEqHint},
+    {"YamahaVocalHarmony", Capability::YamahaVocalHarmony, &SysexOptions::yamahaVocalHarmony,
+     texts::kYamahaVocalHarmony, texts::kYamahaVocalHarmonyHint},
+    {"MotifDSPsEnabled", Capability::MotifRoutingAndDsps, &SysexOptions::motifDsps,
+     texts::kMotifDsps, texts::kMotifDspsHint},
+    {"MotifMasterEQFX", Capability::MotifRoutingAndDsps, &SysexOptions::motifMasterEq,
+     texts::kMotifMasterEq, texts::kMotifMasterEqHint},
+    {"MotifWithoutGMReset", Capability::MotifRoutingAndDsps, &SysexOptions::motifWithoutGmReset,
+     texts::kMotifWithoutGm, texts::kMotifWithoutGmHint},
+});
+
+constexpr auto kIntegra7Outputs = std::to_array<std::string_view>(
+    {"Stereo Output A", "Stereo Output B", "Stereo Output C", "Stereo Output D", "Mono Output 1",
+     "Mono Output 2", "Mono Output 3", "Mono Output 4", "Mono Output 5", "Mono Output 6",
+     "Mono Output 7", "Mono Output 8"});
+
+std::string OutputSetting(std::size_t part) {
+    return "AudioOutput" + std::string(part < 10 ? "0" : "") + std::to_string(part);
+}
+
+bool Applies(const SysexSwitch& choice, std::string_view instrumentName) {
+    return !choice.capability || HasCapability(instrumentName, *choice.capability);
+}
+
+} // namespace
+
+std::span<const SysexSwitch> SysexSwitches() {
+    return kSwitches;
+}
+
+std::span<const std::string_view> Integra7Outputs() {
+    return kIntegra7Outputs;
+}
+
+std::string InstrumentSettings::ReadInstrument() {
+    return std::string(
+        CurrentName(store_.ReadStrFromUserRegistry(kFirstInstrument, kNoInstrument)));
+}
+
+bool InstrumentSettings::WriteInstrument(std::string_view name) {
+    return store_.WriteStrToUserRegistry(kFirstInstrument, name);
+}
+
+std::string InstrumentSettings::ReadInstrumentOf(std::string_view output) {
+    return std::string(
+        CurrentName(store_.ReadStrFromUserRegistrySubdir(output, kInstrument, kNoInstrument)));
+}
+
+bool InstrumentSettings::WriteInstrumentOf(std::string_view output, std::string_view name) {
+    return store_.WriteStrToUserRegistrySubdir(output, kInstrument, name);
+}
+
+SysexOptions InstrumentSettings::ReadOptions(std::string_view instrumentName) {
+    SysexOptions options;
+    for (const SysexSwitch& choice : kSwitches) {
+        if (Applies(choice, instrumentName)) {
+            options.*choice.field = ReadSwitch(choice, instrumentName);
+        }
+    }
+    options.defaultTrack = ReadSysexTrack();
+    if (instrumentName == kIntegra7) {
+        for (std::size_t part = 0; part < options.integra7Outputs.size(); ++part) {
+            options.integra7Outputs[part] = ReadIntegra7Output(part);
+        }
+    }
+    return options;
+}
+
+bool InstrumentSettings::ReadSwitch(const SysexSwitch& choice, std::string_view instrumentName) {
+    const bool usual = SysexOptions().*choice.field;
+    return choice.capability
+               ? store_.ReadBoolFromUserRegistrySubdir(instrumentName, choice.setting, usual)
+               : store_.ReadBoolFromUserRegistry(choice.setting, usual);
+}
+
+bool InstrumentSettings::WriteSwitch(const SysexSwitch& choice, std::string_view instrumentName,
+                                     bool on) {
+    return choice.capability
+               ? store_.WriteBoolToUserRegistrySubdir(instrumentName, choice.setting, on)
+               : store_.WriteBoolToUserRegistry(choice.setting, on);
+}
+
+std::int32_t InstrumentSettings::ReadSysexTrack() {
+    const std::int32_t usual = SysexOptions().defaultTrack;
+    const std::int32_t track = store_.ReadIntFromUserRegistry(kSysexTrack, usual);
+    return track >= 0 && track <= kMostSysexTrack ? track : usual;
+}
+
+bool InstrumentSettings::WriteSysexTrack(std::int32_t track) {
+    return store_.WriteIntToUserRegistry(kSysexTrack, std::clamp(track, 0, kMostSysexTrack));
+}
+
+std::int32_t InstrumentSettings::ReadRolandScMap(std::string_view instrumentName) {
+    return RolandScMap(instrumentName,
+                       store_.ReadIntFromUserRegistrySubdir(instrumentName, kRolandScMap, 0));
+}
+
+bool InstrumentSettings::WriteRolandScMap(std::string_view instrumentName, std::int32_t map) {
+    return store_.WriteIntToUserRegistrySubdir(instrumentName, kRolandScMap, map);
+}
+
+bool InstrumentSettings::ReadLimexTe200(std::string_view instrumentName) {
+    return HasCapability(instrumentName, Capability::LimexTe200) &&
+           store_.ReadBoolFromUserRegistrySubdir(instrumentName, kLimexTe200, false);
+}
+
+bool InstrumentSettings::WriteLimexTe200(std::string_view instrumentName, bool on) {
+    return store_.WriteBoolToUserRegistrySubdir(instrumentName, kLimexTe200, on);
+}
+
+std::uint8_t InstrumentSettings::ReadIntegra7Output(std::size_t part) {
+    const std::int32_t stored =
+        store_.ReadIntFromUserRegistrySubdir(kIntegra7, OutputSetting(part), 0);
+    const bool valid = stored > 0 && stored < static_cast<std::int32_t>(kIntegra7Outputs.size());
+    return static_cast<std::uint8_t>(valid ? stored : 0);
+}
+
+bool InstrumentSettings::WriteIntegra7Output(std::size_t part, std::uint8_t output) {
+    return store_.WriteIntToUserRegistrySubdir(kIntegra7, OutputSetting(part), output);
+}
+
+} // namespace tracksmith::instruments

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+#include "app/settings/settings_store.h"
+#include "instruments/capabilities.h"
+#include "instruments/output_assignment.h"
+#include "instruments/preparation.h"
+
+namespace tracksmith::instruments {
+
+/// A switch of the user for how songs are prepared.
+struct SysexSwitch {
+    /// Name of the value in the settings.
+    const char* setting;
+    /// The group that an instrument needs for it; without one it holds for all instruments.
+    std::optional<Capability> capability;
+    /// Where it is kept while a song is prepared.
+    bool SysexOptions::*field;
+    Text label;
+    Text hint;
+};
+
+/// All switches, those for all instruments first.
+std::span<const SysexSwitch> SysexSwitches();
+
+/// Most tracks that the number of the track for set-up messages can name.
+inline constexpr std::int32_t kMostSysexTrack = 99;
+
+/// What an output of the Integra-7 is called, by its number; 0 is the usual one.
+std::span<const std::string_view> Integra7Outputs();
+
+/// The stored choices about instruments. Switches that need a capability are kept for each
+/// instrument. Reads go to the settings every time; not for the playback thread.
+class InstrumentSettings {
+public:
+    /// `store` must outlive the object.
+    explicit InstrumentSettings(settings::SettingsStore& store) : store_(store) {}
+
+    /// Instrument name of the output for all channels; "abc", which no instrument has, while none
+    /// was chosen. Names that former versions stored are read as the present ones.
+    std::string ReadInstrument();
+    /// Returns false when it could not be stored.
+    bool WriteInstrument(std::string_view name);
+
+    /// The same for another output, by the output's product name.
+    std::string ReadInstrumentOf(std::string_view output);
+    bool WriteInstrumentOf(std::string_view output, std::string_view name); ///< Likewise.
+
+    /// Everything that preparing a song for this instrument depends on. Switches of groups that the
+    /// instrument does not have keep their defaults.
+    SysexOptions ReadOptions(std::string_view instrumentName);
+
+    bool ReadSwitch(const SysexSwitch& choice, std::string_view instrumentName);
+    bool WriteSwitch(const SysexSwitch& choice, std::string_view instrumentName, bool on);
+
+    /// Track for set-up messages, counted from 0.
+    std::int32_t ReadSysexTrack();
+    bool WriteSysexTrack(std::int32_t track);
+
+    /// Sound map of a Roland SC instrument, counted from 1, as RolandScMap makes it valid.
+    std::int32_t ReadRolandScMap(std::string_view instrumentName);
+    bool WriteRolandScMap(std::string_view instrumentName, std::int32_t map);
+
+    /// Whether a Limex instrument has the Tradition Exclusiv 200v3 voices.
+    bool ReadLimexTe200(std::string_view instrumentName);
+    bool WriteLimexTe200(std::string_view instrumentName, bool on);
+
+    /// Output of a part (0-15) of the Integra-7.
+    std::uint8_t ReadIntegra7Output(std::size_t part);
+    bool WriteIntegra7Output(std::size_t part, std::uint8_t output);
+
+private:
+    settings::SettingsStore& store_;
+};
+
+} // namespace tracksmith::instruments

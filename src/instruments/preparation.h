@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "instruments/catalogue.h"
+
+namespace tracksmith::instruments {
+
+/// How songs are prepared for an instrument; the settings of the user.
+struct SysexOptions {
+    /// Whether songs are prepared when they are loaded.
+    bool automatic = true;
+    /// GM System On at tick 2, then the GS Reset at tick 62, both on the track of channel 10.
+    bool gmBeforeGs = false;
+    /// Set-up messages go to a fixed track.
+    bool fixedTrack = false;
+    /// That track, and the one for want of a track of channel 10; counted from 0.
+    std::int32_t defaultTrack = 10;
+    /// Part equalisers of Korg Pa instruments are looked for.
+    bool korgPartEqualizer = false;
+    /// Insertion effects and organ flutes of Yamaha arrangers are looked for.
+    bool yamahaDsps = true;
+    /// The song may set the master equaliser (XG address 02 40); its messages are removed if not.
+    bool yamahaMasterEq = true;
+    /// The song may set the vocal harmony (XG address 04); its messages are removed if not.
+    bool yamahaVocalHarmony = true;
+    /// The instrument's own set-up messages of Motif instruments are looked for.
+    bool motifDsps = false;
+    /// XG master equaliser messages stay in the song for Motif instruments.
+    bool motifMasterEq = false;
+    /// No GM System On for Motif instruments.
+    bool motifWithoutGmReset = false;
+    /// Outputs of the parts of an Integra-7: 0 is "Stereo Output A", the instrument's usual one.
+    std::array<std::uint8_t, 16> integra7Outputs{};
+};
+
+/// One message that the preparation put into the song, took out or only found.
+struct SysexNote {
+    enum class What : std::uint8_t { Inserted, Removed, Found };
+    What what = What::Inserted;
+    /// All bytes, F0 and F7 included; cut after kMostNotedBytes.
+    std::vector<std::uint8_t> bytes;
+    /// Bytes of the whole message.
+    std::size_t size = 0;
+    /// Track from 0.
+    std::int32_t track = 0;
+    /// Position in ticks.
+    std::int32_t tick = 0;
+};
+
+/// Most bytes of a message that a SysexNote keeps.
+inline constexpr std::size_t kMostNotedBytes = 256;
+/// Most notes that a report keeps; the counts go on.
+inline constexpr std::size_t kMostNotes = 1000;
+
+/// What preparing a song for an instrument did.
+struct PreparationReport {
+    InstrumentId instrument = kGmSoundset;
+    /// The preparation has run; false while it is switched off.
+    bool prepared = false;
+    std::int64_t inserted = 0;
+    std::int64_t removed = 0;
+    std::int64_t found = 0;
+    std::vector<SysexNote> notes;
+};
+
+} // namespace tracksmith::instruments

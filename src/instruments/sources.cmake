@@ -1,0 +1,11 @@
+set(SOURCES
+  capabilities.cpp
+  capabilities.h
+  catalogue.cpp
+  catalogue.h
+  instrument_settings.cpp
+  instrument_settings.h
+  output_assignment.cpp
+  output_assignment.h
+  preparation.h
+  texts.h)

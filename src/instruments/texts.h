@@ -1,0 +1,72 @@
+#pragma once
+
+#include "base/text.h"
+
+namespace tracksmith::instruments::texts {
+
+inline constexpr Text kOnlyKorgPa{
+    De{"Nur für Korg MP10 Pro, Pa500, Pa800, Pa2Xpro, Pa3X, Pa4X und Pa5X"},
+    En{"Only for Korg MP10 Pro, Pa500, Pa800, Pa2Xpro, Pa3X, Pa4X and Pa5X"}};
+inline constexpr Text kOnlyLimex{De{"Nur für Limex HQ200, HQ260 und Quattropack"},
+                                 En{"Only for Limex HQ200, HQ260 and Quattropack"}};
+inline constexpr Text kOnlyIntegra7{De{"Nur für Roland Integra-7"},
+                                    En{"Only for Roland Integra-7"}};
+inline constexpr Text kOnlyRolandSc{De{"Nur für die Instrumente Roland SC"},
+                                    En{"Only for Roland SC instruments"}};
+inline constexpr Text kOnlyMotif{De{"Nur für Yamaha Motif XF, Motif-Rack ES und Motif-Rack XS"},
+                                 En{"Only for Yamaha Motif XF, Motif-Rack ES and Motif-Rack XS"}};
+inline constexpr Text kOnlyYamahaArrangers{
+    De{"Nur für Yamaha Tyros, Genos, PSR-S900 bis S970 und PSR-SX"},
+    En{"Only for Yamaha Tyros, Genos, PSR-S900 to S970 and PSR-SX"}};
+inline constexpr Text kOnlyYamahaMasterEq{
+    De{"Nur für Yamaha Tyros 3 bis 5, Genos, PSR-S970 und PSR-SX"},
+    En{"Only for Yamaha Tyros 3 to 5, Genos, PSR-S970 and PSR-SX"}};
+inline constexpr Text kOnlyYamahaVocalHarmony{
+    De{"Nur für Yamaha Tyros 4 und 5, Genos, PSR-S970 und PSR-SX"},
+    En{"Only for Yamaha Tyros 4 and 5, Genos, PSR-S970 and PSR-SX"}};
+
+// Switches for how songs are prepared
+inline constexpr Text kAutoSysex{De{"Stücke beim Laden für das Instrument vorbereiten"},
+                                 En{"Prepare songs for the instrument when loading"}};
+inline constexpr Text kAutoSysexHint{
+    De{"Setzt die Meldungen, die das Instrument am Anfang braucht, und entfernt die der anderen"},
+    En{"Puts in the messages that the instrument needs at the start and removes the others'"}};
+inline constexpr Text kGmBeforeGs{De{"GM System On vor dem GS Reset"},
+                                  En{"GM System On before the GS Reset"}};
+inline constexpr Text kGmBeforeGsHint{
+    De{"Für Instrumente der Reihe Roland GS; die Meldungen kommen auf die Spur von Kanal 10"},
+    En{"For Roland GS instruments; the messages go to the track of channel 10"}};
+inline constexpr Text kFixedTrack{De{"Meldungen immer auf die Spur darunter"},
+                                  En{"Messages always on the track below"}};
+inline constexpr Text kFixedTrackHint{
+    De{"Sonst auf Spur 11, bei kurzen Stücken auf die erste"},
+    En{"Otherwise on track 11, or on the first one of a song with fewer tracks"}};
+inline constexpr Text kKorgPartEq{Both{"Korg PaXXX Track equalizer"}};
+inline constexpr Text kKorgPartEqHint{De{"Zeigt die Equalizer-Meldungen im Stück"},
+                                      En{"Shows the equaliser messages in the song"}};
+inline constexpr Text kYamahaDsps{Both{"DSP management"}};
+inline constexpr Text kYamahaDspsHint{De{"Zeigt Insert-Effekte und Orgelzugriegel im Stück"},
+                                      En{"Shows insertion effects and organ flutes in the song"}};
+inline constexpr Text kYamahaMasterEq{De{"Das Stück darf den Master-EQ einstellen"},
+                                      En{"The song may set the master EQ"}};
+inline constexpr Text kYamahaMasterEqHint{
+    De{"Sonst werden seine Meldungen für den Master-EQ entfernt"},
+    En{"Otherwise its messages for the master EQ are removed"}};
+inline constexpr Text kYamahaVocalHarmony{De{"Das Stück darf Vocal Harmony einstellen"},
+                                          En{"The song may set the vocal harmony"}};
+inline constexpr Text kYamahaVocalHarmonyHint{
+    De{"Sonst werden seine Meldungen für Vocal Harmony entfernt"},
+    En{"Otherwise its messages for the vocal harmony are removed"}};
+inline constexpr Text kMotifDsps{De{"Motif DSP management"}, En{"Motif DSP management"}};
+inline constexpr Text kMotifDspsHint{De{"Zeigt die eigenen Meldungen des Instruments im Stück"},
+                                     En{"Shows the instrument's own messages in the song"}};
+inline constexpr Text kMotifMasterEq{De{"Master EQ/FX des Stücks behalten"},
+                                     En{"Keep the song's master EQ/FX"}};
+inline constexpr Text kMotifMasterEqHint{De{"Sonst werden sie mit den XG-Effekten entfernt"},
+                                         En{"Otherwise removed together with the XG effects"}};
+inline constexpr Text kMotifWithoutGm{De{"Ohne GM System On"}, En{"Without GM System On"}};
+inline constexpr Text kMotifWithoutGmHint{
+    De{"Damit das Instrument in seiner eigenen Betriebsart bleibt"},
+    En{"So that the instrument stays in its own mode"}};
+
+} // namespace tracksmith::instruments::texts

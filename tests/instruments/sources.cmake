@@ -1,0 +1,1 @@
+set(SOURCES catalogue_test.cpp settings_test.cpp)

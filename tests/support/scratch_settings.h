@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "support/temporary_folder.h"
+
+#include "app/settings/settings_store.h"
+
+namespace tracksmith::test {
+
+/// Settings of a test's own: a file in a folder of its own, or a key of the Windows registry.
+class ScratchSettings {
+public:
+    ScratchSettings() = default;
+    ScratchSettings(const ScratchSettings&) = delete;
+    ScratchSettings& operator=(const ScratchSettings&) = delete;
+    ~ScratchSettings() { store_.DeleteAllRegistry(); }
+
+    settings::SettingsStore& Store() { return store_; }
+
+private:
+    std::filesystem::path Location() const {
+#ifdef _WIN32
+        return "Software\\TracksmithTest" + (folder_ / "").parent_path().filename().string();
+#else
+        return folder_ / "settings.json";
+#endif
+    }
+
+    TemporaryFolder folder_;
+    settings::SettingsStore store_{Location()};
+};
+
+} // namespace tracksmith::test
