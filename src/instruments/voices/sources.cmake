@@ -1,0 +1,20 @@
+set(SOURCES
+  shared_sets.cpp
+  shared_sets.h
+  texts.h
+  voice.h
+  voice_file_error.cpp
+  voice_file_error.h
+  voice_list.cpp
+  voice_list.h
+  voice_lookup.cpp
+  voice_lookup.h
+  voice_row.h
+  voice_table.cpp
+  voice_table.h
+  voice_table_reader.cpp
+  voice_table_reader.h
+  voice_table_writer.cpp
+  voice_table_writer.h
+  voice_tables.cpp
+  voice_tables.h)

@@ -1,0 +1,98 @@
+#include "instruments/voices/voice_table_writer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+#include "base/system/file_io.h"
+
+#include "instruments/voices/texts.h"
+#include "instruments/voices/voice_file_error.h"
+#include "instruments/voices/voice_table_reader.h"
+
+namespace tracksmith::instruments {
+namespace {
+
+void AppendLine(std::string& out, std::string_view family, std::string_view category,
+                VoiceNumbers numbers, std::string_view name) {
+    out.append(family).append(1, '\t').append(category).append(1, '\t');
+    for (const std::uint8_t number : {numbers.msb, numbers.lsb, numbers.program}) {
+        out.append(std::to_string(number)).append(1, '\t');
+    }
+    out.append(name).append(1, '\n');
+}
+
+std::string HeaderLine() {
+    std::string line(kTableHeaderLine);
+    return line.append(1, '\n');
+}
+
+auto SortKey(const VoiceRow& row) {
+    return std::tie(row.family, row.numbers.msb, row.numbers.lsb, row.numbers.program);
+}
+
+bool IsSame(const VoiceRow& a, const VoiceRow& b) {
+    return SortKey(a) == SortKey(b) && a.category == b.category && a.name == b.name;
+}
+
+} // namespace
+
+std::string VoiceTableText(std::span<const Voice> voices) {
+    std::string out = HeaderLine();
+    for (const Voice& voice : voices) {
+        AppendLine(out, voice.family, voice.category, voice.Numbers(), voice.name);
+    }
+    return out;
+}
+
+VoiceTable MakeVoiceTable(std::vector<VoiceRow> rows) {
+    std::ranges::stable_sort(
+        rows, [](const VoiceRow& a, const VoiceRow& b) { return SortKey(a) < SortKey(b); });
+    rows.erase(std::unique(rows.begin(), rows.end(), IsSame), rows.end());
+    std::string text = HeaderLine();
+    for (const VoiceRow& row : rows) {
+        AppendLine(text, row.family, row.category, row.numbers, row.name);
+    }
+    // The strict reader vouches for every table that is made to be written.
+    return ReadVoiceTable(std::move(text));
+}
+
+std::string TableFileName(const Instrument& instrument) {
+    const std::string code = std::to_string(instrument.id);
+    std::string name(3 - code.size(), '0');
+    name += code;
+    bool gap = true;
+    for (const char c : instrument.name) {
+        const bool capital = c >= 'A' && c <= 'Z';
+        if (!capital && !(c >= 'a' && c <= 'z') && !(c >= '0' && c <= '9')) {
+            gap = true;
+            continue;
+        }
+        if (std::exchange(gap, false)) {
+            name += '-';
+        }
+        name += capital ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return name + ".tsv";
+}
+
+std::filesystem::path SaveUserTable(const std::filesystem::path& folder, InstrumentId instrument,
+                                    const VoiceTable& table) {
+    const Instrument* entry = FindInstrument(instrument);
+    if (entry == nullptr) {
+        throw VoiceFileError(texts::kUnknownInstrument);
+    }
+    std::error_code error;
+    std::filesystem::create_directories(folder, error); // a failure shows when the file is written
+    std::filesystem::path path = folder / TableFileName(*entry);
+    const std::string text = VoiceTableText(table.Voices());
+    const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+    if (system::WriteFileAtomically(path, bytes).outcome != system::WriteOutcome::Written) {
+        throw VoiceFileError(texts::kTableNotWritten);
+    }
+    return path;
+}
+
+} // namespace tracksmith::instruments

@@ -1,0 +1,1 @@
+set(SOURCES shipped_tables_test.cpp voice_lookup_test.cpp voice_table_test.cpp voice_tables_test.cpp)
