@@ -1,0 +1,17 @@
+set(SOURCES
+  import_file.cpp
+  import_file.h
+  import_ins.cpp
+  import_ins.h
+  import_midnam.cpp
+  import_midnam.h
+  import_text.cpp
+  import_text.h
+  imported_table.h
+  ins_file.cpp
+  ins_file.h
+  midnam_device.cpp
+  midnam_device.h
+  row_collector.cpp
+  row_collector.h
+  texts.h)
