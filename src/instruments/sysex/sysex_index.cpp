@@ -1,0 +1,66 @@
+#include "instruments/sysex/sysex_index.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tracksmith::instruments {
+namespace {
+
+using song::SysexPlace;
+
+bool Before(const SysexPlace& a, const SysexPlace& b) {
+    return a.track != b.track ? a.track < b.track : a.event->tick < b.event->tick;
+}
+
+struct Position {
+    std::int32_t track;
+    std::int32_t tick;
+};
+
+bool PlaceBefore(const SysexPlace& place, const Position& position) {
+    return place.track != position.track ? place.track < position.track
+                                         : place.event->tick < position.tick;
+}
+
+bool PositionBefore(const Position& position, const SysexPlace& place) {
+    return place.track != position.track ? position.track < place.track
+                                         : position.tick < place.event->tick;
+}
+
+} // namespace
+
+SysexIndex::SysexIndex(std::vector<SysexPlace> places) : places_(std::move(places)) {
+    if (!std::is_sorted(places_.begin(), places_.end(), Before)) {
+        std::stable_sort(places_.begin(), places_.end(), Before);
+    }
+}
+
+SysexIndex SysexIndex::Of(const song::Song& song) {
+    std::vector<SysexPlace> places;
+    for (std::size_t i = 0; i < song.tracks.size(); ++i) {
+        for (song::EventLink event = song.tracks[i].first; event; event = event->next) {
+            if (event->status == song::kSystemExclusive) {
+                places.push_back({event, static_cast<std::int32_t>(i)});
+            }
+        }
+    }
+    return SysexIndex(std::move(places));
+}
+
+std::span<const SysexPlace> SysexIndex::At(std::int32_t track, std::int32_t tick) const {
+    const Position position{track, tick};
+    const auto begin = std::lower_bound(places_.begin(), places_.end(), position, PlaceBefore);
+    return {begin, std::upper_bound(begin, places_.end(), position, PositionBefore)};
+}
+
+void SysexIndex::Reserve() {
+    if (places_.size() == places_.capacity()) {
+        places_.reserve(places_.size() * 2 + 32);
+    }
+}
+
+void SysexIndex::Insert(SysexPlace place) {
+    places_.insert(std::upper_bound(places_.begin(), places_.end(), place, Before), place);
+}
+
+} // namespace tracksmith::instruments

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "song/song.h"
+#include "song/sysex_place.h"
+
+namespace tracksmith::instruments {
+
+/// All system-exclusive events of a song with their tracks, in track order and then chain order,
+/// so that nobody has to walk the song for them. Removed ones (length 0) are in it too. Valid until
+/// someone else adds or frees events of the song. One thread.
+class SysexIndex {
+public:
+    SysexIndex() = default;
+
+    /// Takes over a list that was collected while decoding, and orders it where needed.
+    explicit SysexIndex(std::vector<song::SysexPlace> places);
+
+    /// Collects the events by walking over the song. Throws std::bad_alloc.
+    static SysexIndex Of(const song::Song& song);
+
+    std::span<const song::SysexPlace> Places() const { return places_; }
+
+    /// The events of one track at one tick.
+    std::span<const song::SysexPlace> At(std::int32_t track, std::int32_t tick) const;
+
+    /// Makes room for one more event. Throws std::bad_alloc.
+    void Reserve();
+
+    /// Adds an event that stands behind all others of its track and tick.
+    void Insert(song::SysexPlace place);
+
+private:
+    std::vector<song::SysexPlace> places_;
+};
+
+} // namespace tracksmith::instruments

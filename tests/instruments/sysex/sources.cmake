@@ -1,0 +1,5 @@
+set(SOURCES
+  check_sysexs_test.cpp
+  describe_test.cpp
+  insert_test.cpp
+  sysex_fixture.h)
