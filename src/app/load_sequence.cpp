@@ -8,6 +8,7 @@
 #include "base/errors.h"
 #include "base/system/file_io.h"
 
+#include "app/empty_song.h"
 #include "app/midi_functions.h"
 #include "app/texts.h"
 
@@ -35,6 +36,7 @@ void ClearMidiMemory(Workspace& workspace) {
     workspace.hasSong = false;
     workspace.modified = false;
     workspace.loadReport = {};
+    workspace.preparation = {};
 }
 
 void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
@@ -67,6 +69,11 @@ void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, Messa
         RaiseMidiError(host, texts::OpenFailed(host.CurrentLanguage(), system::PathText(file)));
     }
     OpenMidiData(workspace, *bytes, file, host);
+}
+
+void NewSong(Workspace& workspace, MessageHost& host) {
+    OpenMidiData(workspace, EmptySongBytes(host.CurrentLanguage()), {}, host);
+    workspace.loadReport = {};
 }
 
 } // namespace tracksmith::app

@@ -24,4 +24,8 @@ void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, Messa
 void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
                   std::filesystem::path name, MessageHost& host);
 
+/// Makes a new song without a file: a conductor track and a track for each channel with the usual
+/// start values, prepared like a loaded one. Raises EMidiError.
+void NewSong(Workspace& workspace, MessageHost& host);
+
 } // namespace tracksmith::app

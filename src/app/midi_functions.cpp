@@ -1,13 +1,30 @@
 #include "app/midi_functions.h"
 
+#include <utility>
+
+#include "instruments/sysex/check_sysexs.h"
+
 namespace tracksmith::app {
 
 song::DecodeResult TMidiFunctions::DecodeMidiData(std::span<const std::uint8_t> file) {
     song::DecodeResult decoded =
         song::DecodeMidiData(workspace_.song, file, workspace_.decodeOptions, host_);
-    CheckSysexs();
+    if (workspace_.sysexOptions.automatic) {
+        RunSysexCheck(instruments::SysexIndex(std::move(decoded.sysex)));
+    }
     CheckEventCounter();
     return decoded;
+}
+
+void TMidiFunctions::CheckSysexs() {
+    RunSysexCheck(std::nullopt);
+}
+
+void TMidiFunctions::RunSysexCheck(std::optional<instruments::SysexIndex> index) {
+    instruments::SysexSession session(workspace_.sysexOptions, host_);
+    session.index = std::move(index);
+    instruments::CheckSysexs(workspace_.song, workspace_.outputs.outputs.front().id, session);
+    workspace_.preparation = std::move(session.report);
 }
 
 void TMidiFunctions::SetTimesAfterDecoding(const song::DecodeResult& decoded) {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "base/message_host.h"
 
 #include "app/workspace.h"
+#include "instruments/sysex/sysex_index.h"
 #include "song/midi_file_reader.h"
 #include "song/time_map.h"
 
@@ -26,8 +28,9 @@ public:
     /// Takes no action; called where the load sequence names it.
     void CheckEventCounter() {}
 
-    /// The instrument's system-exclusive check: empty until instruments are known to the program.
-    void CheckSysexs() {}
+    /// Puts the messages that the instrument of the first output needs into the song, takes out
+    /// those of other instruments, and keeps the report in the workspace.
+    void CheckSysexs();
 
     /// Removal of count-ins by metre: empty until that tool is built.
     void RemoveCountIns() {}
@@ -53,6 +56,8 @@ public:
     void SetTimesAfterDecoding(const song::DecodeResult& decoded);
 
 private:
+    void RunSysexCheck(std::optional<instruments::SysexIndex> index);
+
     Workspace& workspace_;
     MessageHost& host_;
 };

@@ -1,5 +1,8 @@
 #include "app/song_description.h"
 
+#include <algorithm>
+#include <array>
+
 #include "base/display_text.h"
 #include "base/system/file_io.h"
 
@@ -41,13 +44,32 @@ void CountChannelMessage(const song::MidiEvent& event, Channels& channels) {
     }
 }
 
+// Removed messages are in the chain still, without length.
+void CountSysex(const song::MidiEvent& event, SongDescription& description) {
+    if (event.length == 0) {
+        return;
+    }
+    ++description.sysex;
+    // The family is told by the first bytes; in the song the F0 is not among them.
+    std::array<std::uint8_t, 16> head{song::kSystemExclusive};
+    const auto payload = event.Payload();
+    const std::size_t known = std::min(payload.size(), head.size() - 1);
+    std::copy_n(payload.begin(), known, head.begin() + 1);
+    const instruments::SysexFamily family =
+        instruments::SysexFamilyOf(instruments::SysexBytes(head).first(known + 1));
+    if (family != instruments::SysexFamily::None &&
+        std::ranges::find(description.families, family) == description.families.end()) {
+        description.families.push_back(family);
+    }
+}
+
 void CountEvent(const song::MidiEvent& event, SongDescription& description,
                 SongDescription::TrackLine& line, Channels& channels) {
     if (event.IsChannelMessage()) {
         CountChannelMessage(event, channels);
         line.notes += event.IsNoteOn() ? 1 : 0;
     } else if (event.status == song::kSystemExclusive) {
-        ++description.sysex;
+        CountSysex(event, description);
     } else if (event.IsMeta(song::kMetaLyric)) {
         ++description.lyrics;
     }

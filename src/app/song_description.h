@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/workspace.h"
+#include "instruments/sysex/sysex_family.h"
 
 namespace tracksmith::app {
 
@@ -68,6 +69,8 @@ struct SongDescription {
     std::vector<TempoLine> tempos;
     std::vector<MetreLine> metres;
     song::LoadReport changes;
+    /// Families of instruments that the song's system-exclusive messages speak to, each once.
+    std::vector<instruments::SysexFamily> families;
 };
 
 /// Describes the song in one walk over its events.

@@ -1,10 +1,18 @@
 set(SOURCES
+  channel_voices.cpp
+  channel_voices.h
+  empty_song.cpp
+  empty_song.h
   load_sequence.cpp
   load_sequence.h
   midi_functions.cpp
   midi_functions.h
   output_choice.cpp
   output_choice.h
+  prepare_song.cpp
+  prepare_song.h
+  preparation_words.cpp
+  preparation_words.h
   save_song.cpp
   save_song.h
   song_description.cpp

@@ -47,4 +47,23 @@ std::string OverwriteQuestion(Language language, std::string_view name) {
     return language == Language::German ? text.append(kOverwriteEnd) : text;
 }
 
+std::string ChannelName(Language language, int number) {
+    static constexpr Text kChannel{De{"Kanal "}, En{"Channel "}};
+    return In(kChannel, language) + std::to_string(number);
+}
+
+std::string PreparedFor(Language language, std::string_view instrument, std::string_view what) {
+    static constexpr Text kPrepared{De{"Vorbereitet für "}, En{"Prepared for "}};
+    static constexpr Text kNothing{De{"alles war schon da"}, En{"everything was there already"}};
+    return In(kPrepared, language)
+        .append(instrument)
+        .append(": ")
+        .append(what.empty() ? kNothing.In(language) : what);
+}
+
+std::string AndMore(Language language, std::size_t number) {
+    static constexpr Text kMore{De{" weitere"}, En{" more"}};
+    return std::to_string(number) + In(kMore, language);
+}
+
 } // namespace tracksmith::app::texts

@@ -34,4 +34,20 @@ std::string SaveFailed(Language language, std::string_view name);
 /// The question before a file is overwritten.
 std::string OverwriteQuestion(Language language, std::string_view name);
 
+inline constexpr Text kNewSong{De{"Neues Stück"}, En{"New Song"}};
+
+/// Name of a channel's track in a new song; `number` counts from 1.
+std::string ChannelName(Language language, int number);
+
+inline constexpr Text kInserted{De{"eingesetzt"}, En{"inserted"}};
+inline constexpr Text kRemoved{De{"entfernt"}, En{"removed"}};
+inline constexpr Text kFound{De{"gefunden"}, En{"found"}};
+
+/// The line that tells for which instrument a song was prepared; `what` lists what was done and is
+/// empty when nothing had to be.
+std::string PreparedFor(Language language, std::string_view instrument, std::string_view what);
+
+/// The end of a list of which `number` entries are not shown.
+std::string AndMore(Language language, std::size_t number);
+
 } // namespace tracksmith::app::texts

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 
+#include "instruments/output_assignment.h"
+#include "instruments/preparation.h"
 #include "song/load_report.h"
 #include "song/midi_file_reader.h"
 #include "song/midi_file_writer.h"
@@ -20,6 +22,12 @@ struct Workspace {
     bool modified = false;
     /// What the last load dropped or changed.
     song::LoadReport loadReport;
+    /// What the last preparation for an instrument did.
+    instruments::PreparationReport preparation;
+    /// Instruments of the outputs; songs are prepared for that of the first.
+    instruments::OutputTable outputs;
+    /// How songs are prepared when they are loaded: not at all unless somebody switches it on.
+    instruments::SysexOptions sysexOptions{.automatic = false};
     song::DecodeOptions decodeOptions;
     song::EncodeOptions encodeOptions;
     /// Keeps its memory between savings.

@@ -1,0 +1,129 @@
+#include "app/prepare_song.h"
+
+#include <gtest/gtest.h>
+
+#include "base/recording_message_host.h"
+#include "support/scratch_settings.h"
+#include "support/song_assert.h"
+
+#include "app/load_sequence.h"
+#include "app/preparation_words.h"
+#include "app/save_song.h"
+
+namespace tracksmith::app {
+namespace {
+
+using namespace test;
+
+// A GM song of format 1 with notes at once and a tempo change within its first measure.
+Bytes GmSong() {
+    return MidiFileBuilder()
+        .Track(TrackBuilder()
+                   .Tempo(0, 400'000)
+                   .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+                   .Tempo(240, 700'000)
+                   .End())
+        .Track(TrackBuilder().Text(0, 3, "Piano").Note(480, 0, 60, 90).NoteOff(480, 0, 60).End())
+        .Build();
+}
+
+class PrepareSongTest : public testing::Test {
+protected:
+    void Load(const char* instrument, bool automatic = true) {
+        workspace_.outputs.outputs.front().SetName(instrument);
+        workspace_.sysexOptions.automatic = automatic;
+        OpenMidiData(workspace_, GmSong(), "song.mid", host_);
+        ASSERT_EQ(song::CheckSong(workspace_.song), "");
+    }
+    /// Clock times of all events, for comparing them with what a full computation gives.
+    std::vector<std::int32_t> Times() const {
+        std::vector<std::int32_t> times;
+        for (const song::Track& track : workspace_.song.tracks) {
+            for (song::EventLink event = track.first; event; event = event->next) {
+                times.push_back(event->timeMs);
+            }
+        }
+        return times;
+    }
+    std::string Line(Language language = Language::English) const {
+        return PreparationLine(workspace_.preparation, language);
+    }
+
+    Workspace workspace_;
+    RecordingMessageHost host_;
+};
+
+TEST_F(PrepareSongTest, PreparesWhileLoadingAndLeavesTheTimesRight) {
+    Load("Roland SC-88Pro");
+    EXPECT_EQ(Line(), "Prepared for Roland SC-88Pro: −1 GM System On, +1 GS Reset, device 10");
+    EXPECT_FALSE(workspace_.modified);
+    const std::vector<std::int32_t> times = Times();
+    song::SetTimePositions(workspace_.song);
+    EXPECT_EQ(Times(), times);
+
+    const std::vector<PreparationRow> rows =
+        PreparationRows(workspace_.preparation, workspace_.song, Language::German);
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].what, "entfernt");
+    EXPECT_EQ(rows[1].bytes, "F0 41 10 42 12 40 00 7F 00 41 F7");
+    EXPECT_EQ(rows[1].track, 1);
+    EXPECT_EQ(rows[1].position, "001.01.002");
+}
+
+TEST_F(PrepareSongTest, LeavesTheSongAloneWhenNothingIsToBeDone) {
+    Load("Roland SC-88Pro", false);
+    EXPECT_FALSE(workspace_.preparation.prepared);
+    EXPECT_EQ(Line(), "");
+    Load("GM Soundset");
+    EXPECT_EQ(Line(Language::German), "Vorbereitet für GM Soundset: alles war schon da");
+}
+
+TEST_F(PrepareSongTest, PreparesAgainForAnotherInstrumentAndStaysStable) {
+    Load("GM Soundset");
+    workspace_.outputs.outputs.front().SetName("Yamaha Genos");
+    PrepareSong(workspace_, host_);
+    EXPECT_TRUE(workspace_.modified);
+    EXPECT_EQ(Line(), "Prepared for Yamaha Genos: −1 GM System On, +1 XG System On");
+    EXPECT_EQ(song::CheckSong(workspace_.song), "");
+    const auto encoded = EncodeSong(workspace_, SaveFormat::AsSong, host_);
+    const Bytes saved(encoded.begin(), encoded.end());
+    workspace_.modified = false;
+    PrepareSong(workspace_, host_);
+    EXPECT_FALSE(workspace_.modified);
+    OpenMidiData(workspace_, saved, "again.mid", host_);
+    EXPECT_EQ(workspace_.preparation.inserted + workspace_.preparation.removed, 0);
+    const auto again = EncodeSong(workspace_, SaveFormat::AsSong, host_);
+    EXPECT_EQ(Bytes(again.begin(), again.end()), saved);
+}
+
+TEST_F(PrepareSongTest, NewSongHasATrackForEachChannelAndIsPrepared) {
+    workspace_.outputs.outputs.front().SetName("GM2 Soundset");
+    workspace_.sysexOptions.automatic = true;
+    NewSong(workspace_, host_);
+    EXPECT_EQ(song::CheckSong(workspace_.song), "");
+    ASSERT_EQ(workspace_.song.trackCount, 17);
+    EXPECT_EQ(workspace_.song.tracks[10].channel, 9);
+    EXPECT_EQ(workspace_.loadReport.Kinds(), 0U);
+    EXPECT_TRUE(workspace_.fileName.empty());
+    EXPECT_EQ(Line(), "Prepared for GM2 Soundset: +1 GM2 System On");
+}
+
+TEST_F(PrepareSongTest, TakesInstrumentsFromTheSettings) {
+    ScratchSettings scratch;
+    instruments::InstrumentSettings settings(scratch.Store());
+    TakeInstrument(workspace_, settings);
+    EXPECT_FALSE(workspace_.sysexOptions.automatic); // nobody has said what the songs are for
+    settings.WriteInstrument("Yamaha Tyros 5");
+    settings.WriteInstrumentOf("USB", "Korg Pa1000 (Musikant)");
+    TakeInstrument(workspace_, settings);
+    EXPECT_TRUE(workspace_.sysexOptions.automatic);
+    std::array<std::string, 16> outputs;
+    outputs[2] = outputs[5] = "USB";
+    TakeOtherOutputs(workspace_, settings, outputs);
+    EXPECT_EQ(workspace_.outputs.outputs.size(), 2U);
+    EXPECT_EQ(workspace_.outputs.InstrumentOfChannel(0), 74);
+    EXPECT_EQ(workspace_.outputs.InstrumentOfChannel(5), 91);
+}
+
+} // namespace
+} // namespace tracksmith::app
