@@ -111,6 +111,8 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddRenderCommand(app, context);
         AddPlayCommand(app, context);
         AddPortsCommand(app, context);
+        AddInstrumentsCommand(app, context);
+        AddVoicesCommand(app, context);
         for (CLI::App* command : app.get_subcommands({})) {
             command->group(context.Say(texts::kHelpCommands));
             command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));

@@ -1,25 +1,36 @@
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <system_error>
+#include <thread>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
 
 #include "app/cli/commands.h"
+#include "app/cli/instrument_choice.h"
 #include "app/cli/output_names.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 #include "app/save_song.h"
+#include "instruments/instrument_settings.h"
 
 namespace tracksmith::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kMostJobs = 64;
+
 struct ConvertArguments {
     std::vector<std::string> files;
     std::string format;
     std::string out;
+    std::string instrument;
+    std::size_t jobs = std::max(std::thread::hardware_concurrency(), 1U);
+    std::optional<std::int32_t> sysexTrack;
+    bool gmBeforeGs = false;
     bool runningStatus = false;
     bool omitPortEvents = false;
     bool split = false;
@@ -43,17 +54,42 @@ public:
             context_.log << context_.Say(*fault) << "\n";
             return kUsage;
         }
-        app::Workspace& workspace = batch_.Workspace();
-        workspace.decodeOptions.splitFormat0 = arguments_.split;
-        workspace.encodeOptions.useRunningStatus = arguments_.runningStatus;
-        workspace.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
-        OutputNames names(PathOf(arguments_.out), inputs);
-        return batch_.Run([&](const InputFile& input, app::Workspace& song, MessageHost& host) {
-            return Convert(input, song, host, names);
-        });
+        if (!arguments_.instrument.empty()) {
+            instrument_ = ChooseInstrument(context_, arguments_.instrument);
+            if (instrument_ == nullptr) {
+                return kUsage;
+            }
+        }
+        NameTargets(inputs);
+        batch_.SetUp([this](app::Workspace& workspace) { SetUp(workspace); });
+        batch_.SetJobs(inputs.size() > 1 ? arguments_.jobs : 1);
+        return batch_.Run([this](SongJob& job) { return Convert(job); });
     }
 
 private:
+    // Before the work, so that the names do not depend on who is ready first.
+    void NameTargets(const std::vector<InputFile>& inputs) {
+        OutputNames names(PathOf(arguments_.out), inputs);
+        for (const InputFile& input : inputs) {
+            const fs::path target = arguments_.inPlace ? input.path : names.Next(input);
+            targets_.push_back({target, !arguments_.inPlace && names.IsInput(target)});
+        }
+    }
+
+    void SetUp(app::Workspace& workspace) const {
+        workspace.decodeOptions.splitFormat0 = arguments_.split;
+        workspace.encodeOptions.useRunningStatus = arguments_.runningStatus;
+        workspace.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
+        instruments::SysexOptions& sysex = workspace.sysexOptions;
+        sysex.automatic = instrument_ != nullptr;
+        sysex.gmBeforeGs = arguments_.gmBeforeGs;
+        sysex.fixedTrack = arguments_.sysexTrack.has_value();
+        sysex.defaultTrack = arguments_.sysexTrack.value_or(sysex.defaultTrack + 1) - 1;
+        if (instrument_ != nullptr) {
+            workspace.outputs.outputs.front().SetName(instrument_->name);
+        }
+    }
+
     /// What is wrong with the combination of arguments; null when nothing is.
     const Text* FaultOf(const std::vector<InputFile>& inputs) const {
         if (arguments_.inPlace && !arguments_.out.empty()) {
@@ -73,38 +109,42 @@ private:
         return nullptr;
     }
 
-    int Convert(const InputFile& input, app::Workspace& workspace, MessageHost& host,
-                OutputNames& names) {
-        LogChanges(context_, input, workspace);
-        const std::span<const std::uint8_t> bytes = app::EncodeSong(workspace, Format(), host);
+    int Convert(SongJob& job) const {
+        LogChanges(job.context, job.input, job.workspace);
+        const std::span<const std::uint8_t> bytes =
+            app::EncodeSong(job.workspace, Format(), job.host);
         if (arguments_.ToStandardOutput()) {
             if (!arguments_.dryRun) {
-                context_.out.write(reinterpret_cast<const char*>(bytes.data()),
-                                   static_cast<std::streamsize>(bytes.size()));
+                job.context.out.write(reinterpret_cast<const char*>(bytes.data()),
+                                      static_cast<std::streamsize>(bytes.size()));
             }
             return kOk;
         }
-        const fs::path target = arguments_.inPlace ? input.path : names.Next(input);
-        if (!arguments_.inPlace && names.IsInput(target)) {
-            host.ShowMessage(context_.Say(texts::kWouldOverwriteInput) + Shown(target));
+        const Target& target = targets_[job.index];
+        if (target.isInput) {
+            job.host.ShowMessage(context_.Say(texts::kWouldOverwriteInput) + Shown(target.path));
             return kWriteFailed;
         }
-        return Store(input, target, bytes, host);
+        return Store(job, target.path, bytes);
     }
 
-    int Store(const InputFile& input, const fs::path& target, std::span<const std::uint8_t> bytes,
-              MessageHost& host) {
+    int Store(SongJob& job, const fs::path& target, std::span<const std::uint8_t> bytes) const {
         if (!arguments_.dryRun) {
-            if (!arguments_.inPlace && !app::ConfirmOverwrite(target, host)) {
+            if (!arguments_.inPlace && !app::ConfirmOverwrite(target, job.host)) {
                 return kWriteFailed;
             }
             std::error_code error; // writing reports what cannot be created
             fs::create_directories(target.parent_path(), error);
-            app::WriteMidiFile(target, bytes, host);
+            app::WriteMidiFile(target, bytes, job.host);
         }
-        context_.out << input.Name() << " -> " << Shown(target) << "\n";
+        job.context.out << job.input.Name() << " -> " << Shown(target) << "\n";
         return kOk;
     }
+
+    struct Target {
+        fs::path path;
+        bool isInput = false;
+    };
 
     static std::string Shown(const fs::path& path) { return DisplayPath(system::PathText(path)); }
 
@@ -118,6 +158,8 @@ private:
     CliContext& context_;
     const ConvertArguments& arguments_;
     SongBatch batch_;
+    const instruments::Instrument* instrument_ = nullptr;
+    std::vector<Target> targets_;
 };
 
 } // namespace
@@ -135,6 +177,15 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
         });
     command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutFolder))
         ->type_name("DIR");
+    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpInstrument))
+        ->type_name("NAME");
+    command->add_flag("--gm-before-gs", arguments->gmBeforeGs, context.Say(texts::kHelpGmBeforeGs));
+    command->add_option("--sysex-track", arguments->sysexTrack, context.Say(texts::kHelpSysexTrack))
+        ->type_name("N")
+        ->check(CLI::Range(1, instruments::kMostSysexTrack + 1));
+    command->add_option("-j,--jobs", arguments->jobs, context.Say(texts::kHelpJobs))
+        ->type_name("N")
+        ->check(CLI::Range(1, kMostJobs));
     command->add_flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
     command->add_flag("--running-status", arguments->runningStatus,
                       context.Say(texts::kHelpRunningStatus));

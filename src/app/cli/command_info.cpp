@@ -1,9 +1,15 @@
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <ostream>
 
+#include "base/data_folders.h"
+
+#include "app/channel_voices.h"
 #include "app/cli/commands.h"
 #include "app/cli/info_json.h"
 #include "app/cli/info_text.h"
+#include "app/cli/instrument_choice.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 
@@ -12,28 +18,59 @@ namespace {
 
 struct InfoArguments {
     std::vector<std::string> files;
+    std::string instrument;
     bool json = false;
     bool all = false;
 };
 
+// The instrument that speaks the song's own language.
+instruments::InstrumentId InstrumentOf(const app::SongDescription& song) {
+    using instruments::SysexFamily;
+    struct Speaker {
+        SysexFamily family;
+        instruments::InstrumentId instrument;
+    };
+    constexpr instruments::InstrumentId kNewestGs = 4; // Roland SC-8850
+    static constexpr auto kSpeakers =
+        std::to_array<Speaker>({{SysexFamily::Xg, instruments::kXgSoundset},
+                                {SysexFamily::Gs, kNewestGs},
+                                {SysexFamily::Gm2, instruments::kGm2Soundset}});
+    for (const Speaker& speaker : kSpeakers) {
+        if (std::ranges::find(song.families, speaker.family) != song.families.end()) {
+            return speaker.instrument;
+        }
+    }
+    return instruments::kGmSoundset;
+}
+
 int RunInfo(CliContext& context, const InfoArguments& arguments) {
+    const instruments::Instrument* instrument = nullptr;
+    if (!arguments.instrument.empty()) {
+        instrument = ChooseInstrument(context, arguments.instrument);
+        if (instrument == nullptr) {
+            return kUsage;
+        }
+    }
     SongBatch batch(context);
     batch.Expand(arguments.files);
-    bool first = true;
-    const auto describe = [&](const InputFile& input, app::Workspace& workspace, MessageHost&) {
-        const app::SongDescription song = app::DescribeSong(workspace);
+    const instruments::VoiceTables tables(VoiceFolders());
+    const auto describe = [&](SongJob& job) {
+        const app::SongDescription song = app::DescribeSong(job.workspace);
+        const std::vector<std::string> voices = app::VoicesOfChannels(
+            tables, song, instrument != nullptr ? instrument->id : InstrumentOf(song),
+            context.language);
+        std::ostream& out = job.context.out;
         if (arguments.json) {
-            context.out << InfoJson(input.Name(), song) << "\n";
+            out << InfoJson(job.input.Name(), song, voices) << "\n";
         } else {
-            context.out << (first ? "" : "\n");
-            WriteInfo(context.out, input.Name(), song, context.language, arguments.all);
+            out << (job.index == 0 ? "" : "\n");
+            WriteInfo(out, job.input.Name(), song, voices, context.language, arguments.all);
         }
-        first = false;
         return int{kOk};
     };
-    const auto failed = [&](const std::string& name, const std::string& message) {
+    const auto failed = [&](CliContext& sink, const std::string& name, const std::string& message) {
         if (arguments.json) {
-            context.out << InfoFailureJson(name, message) << "\n";
+            sink.out << InfoFailureJson(name, message) << "\n";
         }
     };
     return batch.Run(describe, failed);
@@ -47,6 +84,8 @@ void AddInfoCommand(CLI::App& app, CliContext& context) {
     command->add_option("FILE", arguments->files, context.Say(texts::kHelpFiles))
         ->required()
         ->type_name("");
+    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpVoicesOf))
+        ->type_name("NAME");
     command->add_flag("--json", arguments->json, context.Say(texts::kHelpJson));
     command->add_flag("--all", arguments->all, context.Say(texts::kHelpAll));
     command->callback([&context, arguments] {

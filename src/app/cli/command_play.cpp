@@ -107,8 +107,8 @@ int RunPlay(CliContext& context, const PlayArguments& arguments) {
         context.log << context.Say(texts::kOneSong) << "\n";
         return kUsage;
     }
-    return batch.Run([&](const InputFile& input, app::Workspace& workspace, MessageHost& host) {
-        return PlayInput(context, arguments, input, workspace, host);
+    return batch.Run([&](SongJob& job) {
+        return PlayInput(context, arguments, job.input, job.workspace, job.host);
     });
 }
 

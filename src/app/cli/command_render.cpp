@@ -77,8 +77,8 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
                     << "\n";
         return kWriteFailed;
     }
-    return batch.Run([&](const InputFile& input, app::Workspace& workspace, MessageHost& host) {
-        return RenderInput(context, arguments, input, workspace, host);
+    return batch.Run([&](SongJob& job) {
+        return RenderInput(context, arguments, job.input, job.workspace, job.host);
     });
 }
 

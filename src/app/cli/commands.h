@@ -23,4 +23,10 @@ void AddPlayCommand(CLI::App& app, CliContext& context);
 /// `ports`: lists the MIDI outputs and inputs as text or JSON.
 void AddPortsCommand(CLI::App& app, CliContext& context);
 
+/// `instruments`: lists the catalogue as text, JSON or Markdown.
+void AddInstrumentsCommand(CLI::App& app, CliContext& context);
+
+/// `voices`: lists, imports and exports the voices of an instrument.
+void AddVoicesCommand(CLI::App& app, CliContext& context);
+
 } // namespace tracksmith::cli

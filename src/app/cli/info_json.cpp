@@ -33,7 +33,11 @@ Json TracksJson(const app::SongDescription& song) {
     return tracks;
 }
 
-Json ChannelsJson(const app::SongDescription& song) {
+Json VoiceJson(const std::string& name) {
+    return name.empty() ? Json() : Json(name);
+}
+
+Json ChannelsJson(const app::SongDescription& song, std::span<const std::string> voices) {
     Json channels = Json::array();
     for (const auto& line : song.channels) {
         channels.push_back({{"channel", line.channel + 1},
@@ -41,9 +45,17 @@ Json ChannelsJson(const app::SongDescription& song) {
                             {"bankMsb", OrNull(line.bankMsb)},
                             {"bankLsb", OrNull(line.bankLsb)},
                             {"program", OrNull(line.program)},
-                            {"voice", nullptr}});
+                            {"voice", VoiceJson(voices[channels.size()])}});
     }
     return channels;
+}
+
+Json FamiliesJson(const app::SongDescription& song) {
+    Json families = Json::array();
+    for (const instruments::SysexFamily family : song.families) {
+        families.push_back(instruments::FamilyName(family).english);
+    }
+    return families;
 }
 
 Json ChangesJson(const song::LoadReport& report) {
@@ -59,7 +71,8 @@ Json ChangesJson(const song::LoadReport& report) {
 
 } // namespace
 
-std::string InfoJson(const std::string& file, const app::SongDescription& song) {
+std::string InfoJson(const std::string& file, const app::SongDescription& song,
+                     std::span<const std::string> voices) {
     return Line({{"schema", kSchema},
                  {"file", file},
                  {"ok", true},
@@ -74,12 +87,13 @@ std::string InfoJson(const std::string& file, const app::SongDescription& song) 
                  {"timeSignatures", song.metres.size()},
                  {"keySignatures", song.keySignatures},
                  {"sysex", song.sysex},
+                 {"families", FamiliesJson(song)},
                  {"lyrics", song.lyrics},
                  {"songLength", song.songLength},
                  {"lengthMs", song.lengthMs},
                  {"lengthText", song.lengthText},
                  {"tracks", TracksJson(song)},
-                 {"channels", ChannelsJson(song)},
+                 {"channels", ChannelsJson(song, voices)},
                  {"changes", ChangesJson(song.changes)}});
 }
 

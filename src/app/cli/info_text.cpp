@@ -34,6 +34,7 @@ public:
         Labelled(texts::kEvents, std::to_string(song_.events));
         Labelled(texts::kNotes, std::to_string(song_.notes));
         Labelled(texts::kSysex, std::to_string(song_.sysex));
+        Labelled(texts::kFamilies, Families());
         Labelled(texts::kLyrics, std::to_string(song_.lyrics));
         Labelled(texts::kKeySignatures, std::to_string(song_.keySignatures));
     }
@@ -63,19 +64,21 @@ public:
         }
     }
 
-    void WriteChannels() {
+    void WriteChannels(std::span<const std::string> voices) {
         if (song_.channels.empty()) {
             return;
         }
         out_ << "  " << Left(Say(texts::kChannels), kLabelWidth) << Right("#", 5)
              << Right(Say(texts::kProgram), kChannelWidth)
              << Right(Say(texts::kBank), kNumberWidth + 2)
-             << Right(Say(texts::kNotes), kNumberWidth) << "\n";
+             << Right(Say(texts::kNotes), kNumberWidth) << "  " << Say(texts::kVoice) << "\n";
+        std::size_t index = 0;
         for (const auto& line : song_.channels) {
             out_ << std::string(2 + kLabelWidth, ' ') << Right(ChannelText(line.channel), 5)
                  << Right(line.program ? std::to_string(*line.program + 1) : "-", kChannelWidth)
                  << Right(BankText(line), kNumberWidth + 2)
-                 << Right(std::to_string(line.notes), kNumberWidth) << "\n";
+                 << Right(std::to_string(line.notes), kNumberWidth) << "  " << voices[index++]
+                 << "\n";
         }
     }
 
@@ -97,6 +100,15 @@ public:
 
 private:
     std::string Say(const Text& text) const { return std::string(text.In(language_)); }
+
+    std::string Families() const {
+        std::string names;
+        for (const instruments::SysexFamily family : song_.families) {
+            names.append(names.empty() ? "" : ", ");
+            names.append(instruments::FamilyName(family).In(language_));
+        }
+        return names.empty() ? "-" : names;
+    }
 
     void Row(const std::string& label, const std::string& value) {
         out_ << "  " << Left(label, kLabelWidth) << value << "\n";
@@ -140,13 +152,13 @@ private:
 } // namespace
 
 void WriteInfo(std::ostream& out, const std::string& file, const app::SongDescription& song,
-               Language language, bool all) {
+               std::span<const std::string> voices, Language language, bool all) {
     out << file << "\n";
     InfoWriter writer(out, song, language, all);
     writer.WriteHead();
     writer.WriteTimeMap();
     writer.WriteTracks();
-    writer.WriteChannels();
+    writer.WriteChannels(voices);
     writer.WriteChanges();
 }
 

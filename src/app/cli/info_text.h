@@ -1,6 +1,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <span>
 #include <string>
 
 #include "base/text.h"
@@ -14,7 +15,8 @@ inline constexpr std::size_t kShownChanges = 8;
 
 /// Writes a description for people: aligned columns, channels from 1, programs from 1. `all` shows
 /// every change of tempo and metre.
+/// `voices` are the names of the voices of `song.channels`, one for each.
 void WriteInfo(std::ostream& out, const std::string& file, const app::SongDescription& song,
-               Language language, bool all);
+               std::span<const std::string> voices, Language language, bool all);
 
 } // namespace tracksmith::cli

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
-#include <istream>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "app/cli/cli_context.h"
-#include "app/cli/cli_message_host.h"
 #include "app/cli/input_files.h"
 #include "app/workspace.h"
 
@@ -16,39 +16,56 @@ namespace tracksmith::cli {
 void LoadInput(const InputFile& input, app::Workspace& workspace, std::istream& standardInput,
                MessageHost& host);
 
-/// Logs what loading changed, unless the user wants quiet.
+/// Logs what loading and preparing changed, unless the user wants quiet.
 void LogChanges(const CliContext& context, const InputFile& input, const app::Workspace& workspace);
+
+/// One song of a batch while it is worked on. Several are worked on at once, each by one thread.
+struct SongJob {
+    const InputFile& input;
+    /// Place of the song in the batch.
+    std::size_t index;
+    app::Workspace& workspace;
+    MessageHost& host;
+    /// Streams of this song alone; what they hold comes out in the order of the batch.
+    CliContext& context;
+};
 
 /// Loads every input and does one thing with it; a failure never stops the rest.
 class SongBatch {
 public:
     /// Called with each song that is loaded; returns kOk or the code of what went wrong. What it
-    /// throws counts as a failed write.
-    using Action = std::function<int(const InputFile&, app::Workspace&, MessageHost&)>;
-    /// Told about each input that cannot be loaded, with the message.
-    using OnFailure = std::function<void(const std::string& name, const std::string& message)>;
+    /// throws counts as a failed write. Called by several threads at once when there are jobs.
+    using Action = std::function<int(SongJob&)>;
+    /// Told about each input that cannot be loaded, with the message; `context` has the streams.
+    using OnFailure = std::function<void(CliContext& context, const std::string& name,
+                                         const std::string& message)>;
 
     /// `context` must outlive the batch.
-    explicit SongBatch(CliContext& context) : context_(context), host_(context) {}
+    explicit SongBatch(CliContext& context) : context_(context) {}
 
     /// The songs that `names` stand for; folders without songs count as failures of the batch.
     const std::vector<InputFile>& Expand(const std::vector<std::string>& names);
 
-    /// The one workspace that all songs are loaded into in turn, for setting its options.
-    app::Workspace& Workspace() { return workspace_; }
+    /// Sets the options of every workspace that the batch uses.
+    void SetUp(std::function<void(app::Workspace&)> setUp) { setUp_ = std::move(setUp); }
+
+    /// So many songs are worked on at once, at least 1.
+    void SetJobs(std::size_t jobs) { jobs_ = jobs; }
 
     /// Runs the batch and returns the exit code: a single input gives its own code, several give
     /// kPartFailed when any failed. Stops early only when nobody takes the results any more.
     int Run(const Action& action, const OnFailure& onFailure = {});
 
 private:
-    int RunOne(const InputFile& input, const Action& action, const OnFailure& onFailure);
-    int Act(const InputFile& input, const Action& action);
+    class Worker;
+    class Results;
+
+    void WorkThrough(Results& results, const Action& action, const OnFailure& onFailure);
     void LogSummary(std::size_t total, std::size_t failed) const;
 
     CliContext& context_;
-    CliMessageHost host_;
-    app::Workspace workspace_;
+    std::function<void(app::Workspace&)> setUp_ = [](app::Workspace&) {};
+    std::size_t jobs_ = 1;
     std::vector<InputFile> files_;
     std::vector<std::string> emptyFolders_;
 };

@@ -1,5 +1,6 @@
 #include "app/cli/texts.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -19,6 +20,10 @@ constexpr Text kPeak{De{", Spitze "}, En{", peak "}};
 constexpr Text kLimited{De{" Samples begrenzt"}, En{" samples limited"}};
 
 constexpr Text kNoOutputFits{De{"Kein MIDI-Ausgang heißt so: "}, En{"No MIDI output is called "}};
+constexpr Text kNoInstrumentFits{De{"Kein Instrument heißt so: "},
+                                 En{"No instrument is called so: "}};
+constexpr Text kInstrumentsFit{De{"Mehrere Instrumente heißen so: "},
+                               En{"Several instruments are called so: "}};
 constexpr Text kOutputsFit{De{"Mehrere MIDI-Ausgänge passen zu "}, En{"Several MIDI outputs fit "}};
 constexpr Text kThereAre{De{". Vorhanden: "}, En{". There are: "}};
 constexpr Text kNotOpened{De{"Der MIDI-Ausgang lässt sich nicht öffnen: "},
@@ -72,6 +77,30 @@ std::string NotOneOutput(Language language, std::string_view name, bool several,
     for (const std::string& output : outputs) {
         text << between << output;
         between = ", ";
+    }
+    return text.str();
+}
+
+std::string NotOneInstrument(Language language, std::string_view name,
+                             std::span<const std::string> matches) {
+    constexpr std::size_t kMostShown = 8;
+    std::ostringstream text;
+    text << (matches.empty() ? kNoInstrumentFits : kInstrumentsFit).In(language) << name;
+    for (std::size_t i = 0; i < std::min(matches.size(), kMostShown); ++i) {
+        text << (i == 0 ? ": " : ", ") << matches[i];
+    }
+    text << (matches.size() > kMostShown ? ", …" : "");
+    return text.str();
+}
+
+std::string VoicesImported(Language language, std::string_view model, std::size_t voices,
+                           std::size_t leftOut) {
+    static constexpr Text kTaken{De{" Klänge übernommen"}, En{" voices taken"}};
+    static constexpr Text kLeftOut{De{" unvollständige weggelassen"}, En{" incomplete left out"}};
+    std::ostringstream text;
+    text << model << ": " << voices << kTaken.In(language);
+    if (leftOut > 0) {
+        text << ", " << leftOut << kLeftOut.In(language);
     }
     return text.str();
 }

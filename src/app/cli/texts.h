@@ -70,6 +70,41 @@ inline constexpr Text kHelpPorts{De{"Zeigt die MIDI-Ausgänge und -Eingänge"},
 inline constexpr Text kHelpPortsJson{De{"Ein JSON-Objekt je Anschluss und Zeile"},
                                      En{"One JSON object per port and line"}};
 
+inline constexpr Text kHelpInstrument{
+    De{"Für dieses Instrument vorbereiten: Name, Teil davon oder Nummer"},
+    En{"Prepare for this instrument: name, part of it or number"}};
+inline constexpr Text kHelpVoicesOf{
+    De{"Klangnamen dieses Instruments; sonst nach den Meldungen des Songs"},
+    En{"Voice names of this instrument; else by the song's own messages"}};
+inline constexpr Text kHelpGmBeforeGs{De{"GM System On vor dem GS Reset"},
+                                      En{"GM System On before the GS Reset"}};
+inline constexpr Text kHelpSysexTrack{De{"Meldungen des Instruments auf diese Spur (ab 1)"},
+                                      En{"The instrument's messages go to this track (from 1)"}};
+inline constexpr Text kHelpJobs{De{"So viele Dateien zugleich"}, En{"So many files at once"}};
+inline constexpr Text kHelpInstruments{De{"Zeigt die Instrumente des Katalogs"},
+                                       En{"Lists the instruments of the catalogue"}};
+inline constexpr Text kHelpSearchInstruments{De{"Wörter, die der Name enthält"},
+                                             En{"Words that the name contains"}};
+inline constexpr Text kHelpInstrumentsJson{De{"Ein JSON-Objekt je Instrument und Zeile"},
+                                           En{"One JSON object per instrument and line"}};
+inline constexpr Text kHelpMarkdown{De{"Als Tabelle in Markdown"}, En{"As a Markdown table"}};
+inline constexpr Text kHelpVoices{
+    De{"Zeigt, importiert und exportiert die Klänge eines Instruments"},
+    En{"Lists, imports and exports the voices of an instrument"}};
+inline constexpr Text kHelpVoicesInstrument{De{"Instrument: Name, Teil davon oder Nummer"},
+                                            En{"Instrument: name, part of it or number"}};
+inline constexpr Text kHelpSearchVoices{De{"Wörter, die der Name oder die Gruppe enthält"},
+                                        En{"Words that the name or the category contains"}};
+inline constexpr Text kHelpVoicesJson{De{"Ein JSON-Objekt je Klang und Zeile"},
+                                      En{"One JSON object per voice and line"}};
+inline constexpr Text kHelpImport{
+    De{"Klangliste (.midnam, .ins, .tsv) für das Instrument übernehmen"},
+    En{"Take a voice list (.midnam, .ins, .tsv) for the instrument"}};
+inline constexpr Text kHelpExport{De{"Klangliste als TSV in diese Datei"},
+                                  En{"Write the voice list as TSV to this file"}};
+inline constexpr Text kHelpModel{De{"Welches Modell der Datei übernommen wird"},
+                                 En{"Which model of the file to take"}};
+
 // Usage.
 inline constexpr Text kUsageError{De{"Fehler im Aufruf: "}, En{"Usage error: "}};
 inline constexpr Text kUsageHint{De{"Hilfe: tracksmith-cli --help"},
@@ -133,6 +168,18 @@ inline constexpr Text kMidiMapper{De{"MIDI-Mapper"}, En{"MIDI mapper"}};
 inline constexpr Text kUsable{De{"bereit"}, En{"usable"}};
 inline constexpr Text kNotUsable{De{"nicht benutzbar"}, En{"not usable"}};
 
+// Instruments and voices.
+inline constexpr Text kGmNames{De{"Namen von General MIDI"}, En{"General MIDI names"}};
+inline constexpr Text kVoices{De{"Klänge"}, En{"voices"}};
+inline constexpr Text kFamilies{De{"Meldungen für"}, En{"Messages for"}};
+inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
+inline constexpr Text kWhichModel{
+    De{"Die Datei enthält mehrere Modelle; bitte eines mit --model nennen:"},
+    En{"The file holds several models; please name one with --model:"}};
+inline constexpr Text kNotWritten{De{"Die Datei konnte nicht geschrieben werden: "},
+                                  En{"The file could not be written: "}};
+inline constexpr Text kNoVoices{De{"Kein Klang passt dazu."}, En{"No voice matches."}};
+
 // Labels of `info`.
 inline constexpr Text kName{Both{"Name"}};
 inline constexpr Text kFormat{Both{"Format"}};
@@ -173,6 +220,14 @@ std::string Rendered(Language language, std::string_view file, std::int64_t leng
 /// `name` means none of the outputs, or several of them; `outputs` are those to choose from.
 std::string NotOneOutput(Language language, std::string_view name, bool several,
                          std::span<const std::string> outputs);
+
+/// `name` means none of the instruments, or several of them, which `matches` names.
+std::string NotOneInstrument(Language language, std::string_view name,
+                             std::span<const std::string> matches);
+
+/// `voices` of a model have been imported, `leftOut` entries could not be.
+std::string VoicesImported(Language language, std::string_view model, std::size_t voices,
+                           std::size_t leftOut);
 
 /// An output that is there but cannot be opened.
 std::string OutputNotOpened(Language language, std::string_view name);

@@ -21,15 +21,16 @@ TEST_F(CliTest, InfoJsonHasEveryField) {
     ASSERT_EQ(Run({"info", "--json", At("song.mid")}), 0);
     const std::vector<json> lines = Lines(out_);
     ASSERT_EQ(lines.size(), 1U);
-    json expected = json::parse(R"({
+    json expected = json::parse(R"json({
         "schema": 1, "ok": true, "error": null, "format": 0, "fileFormat": 0, "division": 480,
         "trackCount": 1, "notes": 2, "tempos": 2, "timeSignatures": 1, "keySignatures": 0,
-        "sysex": 1, "lyrics": 1, "songLength": 1450, "lengthMs": 1408,
+        "sysex": 1, "families": ["GM"], "lyrics": 1, "songLength": 1450, "lengthMs": 1408,
         "channels": [
-            {"channel": 1, "notes": 1, "bankMsb": 8, "bankLsb": 1, "program": 24, "voice": null},
+            {"channel": 1, "notes": 1, "bankMsb": 8, "bankLsb": 1, "program": 24,
+             "voice": "Acoustic Guitar (nylon)"},
             {"channel": 10, "notes": 1, "bankMsb": null, "bankLsb": null, "program": null,
              "voice": null}],
-        "changes": {"noteOnVelocityZero": 1}})");
+        "changes": {"noteOnVelocityZero": 1}})json");
     json found = lines[0];
     EXPECT_EQ(found["file"], At("song.mid"));
     EXPECT_TRUE(found["lengthText"].is_string());

@@ -1,0 +1,129 @@
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "base/data_folders.h"
+
+#include "app/cli/columns.h"
+#include "app/cli/commands.h"
+#include "app/cli/instrument_choice.h"
+#include "app/cli/texts.h"
+#include "instruments/sysex/operation_table.h"
+#include "instruments/voices/voice_tables.h"
+
+namespace tracksmith::cli {
+namespace {
+
+constexpr int kSchema = 1;
+
+struct InstrumentsArguments {
+    std::vector<std::string> words;
+    bool json = false;
+    bool markdown = false;
+};
+
+/// An instrument with what the program knows of it.
+struct InstrumentLine {
+    const instruments::Instrument* instrument;
+    /// Voices of its own table, 0 without one.
+    std::size_t voices = 0;
+    std::vector<instruments::OperationStep> operations;
+};
+
+std::vector<InstrumentLine> LinesFor(const std::string& words) {
+    instruments::VoiceTables tables(VoiceFolders());
+    std::vector<InstrumentLine> lines;
+    for (const instruments::Instrument* instrument : MatchInstruments(words)) {
+        const instruments::VoiceTable* own = tables.OwnTable(instrument->id);
+        lines.push_back({instrument, own == nullptr ? 0 : own->Voices().size(),
+                         instruments::OperationsOf(instrument->id)});
+    }
+    return lines;
+}
+
+std::vector<std::string_view> OperationNames(const InstrumentLine& line) {
+    std::vector<std::string_view> names;
+    for (const instruments::OperationStep& step : line.operations) {
+        names.push_back(step.operation.name);
+    }
+    return names;
+}
+
+void WriteJson(std::ostream& out, const InstrumentLine& line) {
+    nlohmann::ordered_json json{{"schema", kSchema},
+                                {"id", line.instrument->id},
+                                {"name", line.instrument->name},
+                                {"voices", line.voices},
+                                {"operations", OperationNames(line)}};
+    out << json.dump() << "\n";
+}
+
+void WriteText(const CliContext& context, const InstrumentLine& line) {
+    const std::string voices =
+        line.voices == 0 ? context.Say(texts::kGmNames)
+                         : std::to_string(line.voices) + " " + context.Say(texts::kVoices);
+    context.out << Right(std::to_string(line.instrument->id), 3) << "  "
+                << Left(std::string(line.instrument->name), 34) << voices << "\n";
+}
+
+// Each with its condition behind it.
+std::string OperationsText(const InstrumentLine& line, Language language) {
+    std::string text;
+    for (const instruments::OperationStep& step : line.operations) {
+        text.append(text.empty() ? "" : ", ").append(step.operation.name);
+        if (step.when != nullptr) {
+            text.append(" (").append(step.when->words.In(language)).append(")");
+        }
+    }
+    return text;
+}
+
+// The table of the documents.
+void WriteMarkdown(const CliContext& context, const std::vector<InstrumentLine>& lines) {
+    std::ostream& out = context.out;
+    out << "| id | instrument | voices | operations |\n|---:|---|---:|---|\n";
+    for (const InstrumentLine& line : lines) {
+        out << "| " << int{line.instrument->id} << " | " << line.instrument->name << " | "
+            << (line.voices == 0 ? "GM" : std::to_string(line.voices)) << " | "
+            << OperationsText(line, context.language) << " |\n";
+    }
+}
+
+int RunInstruments(const CliContext& context, const InstrumentsArguments& arguments) {
+    std::string words;
+    for (const std::string& word : arguments.words) {
+        words.append(words.empty() ? "" : " ").append(word);
+    }
+    const std::vector<InstrumentLine> lines = LinesFor(words);
+    if (arguments.markdown) {
+        WriteMarkdown(context, lines);
+        return kOk;
+    }
+    for (const InstrumentLine& line : lines) {
+        if (arguments.json) {
+            WriteJson(context.out, line);
+        } else {
+            WriteText(context, line);
+        }
+    }
+    if (lines.empty()) {
+        context.log << texts::NotOneInstrument(context.language, words, {}) << "\n";
+    }
+    return lines.empty() ? kFindings : kOk;
+}
+
+} // namespace
+
+void AddInstrumentsCommand(CLI::App& app, CliContext& context) {
+    const auto arguments = std::make_shared<InstrumentsArguments>();
+    CLI::App* command = app.add_subcommand("instruments", context.Say(texts::kHelpInstruments));
+    command->add_option("SEARCH", arguments->words, context.Say(texts::kHelpSearchInstruments))
+        ->type_name("");
+    command->add_flag("--json", arguments->json, context.Say(texts::kHelpInstrumentsJson));
+    command->add_flag("--markdown", arguments->markdown, context.Say(texts::kHelpMarkdown));
+    command->callback([&context, arguments] {
+        context.run = [&context, arguments] { return RunInstruments(context, *arguments); };
+    });
+}
+
+} // namespace tracksmith::cli

@@ -1,0 +1,149 @@
+#include <nlohmann/json.hpp>
+
+#include "base/recording_message_host.h"
+#include "cli_fixture.h"
+
+#include "app/load_sequence.h"
+#include "instruments/catalogue.h"
+
+namespace tracksmith::cli {
+namespace {
+
+using nlohmann::json;
+
+std::vector<json> JsonLines(const std::string& text) {
+    std::vector<json> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(json::parse(line));
+    }
+    return lines;
+}
+
+/// The user's own data in the test's folder.
+class InstrumentsTest : public CliTest {
+protected:
+    void SetUp() override {
+        const std::string folder = system::PathText(folder_.Path());
+#ifdef _WIN32
+        _putenv_s("APPDATA", folder.c_str());
+#else
+        setenv("XDG_DATA_HOME", folder.c_str(), 1);
+#endif
+    }
+
+    /// The system-exclusive messages of a converted file, without their F0.
+    std::vector<test::Bytes> Messages(const std::string& file) const {
+        app::Workspace workspace;
+        RecordingMessageHost host;
+        app::OpenMidiData(workspace, Get(file), "", host);
+        std::vector<test::Bytes> messages;
+        for (const song::Track& track : workspace.song.tracks) {
+            for (song::EventLink event = track.first; event; event = event->next) {
+                if (event->status == song::kSystemExclusive) {
+                    const auto bytes = event->Payload();
+                    messages.emplace_back(bytes.begin(), bytes.end());
+                }
+            }
+        }
+        return messages;
+    }
+};
+
+TEST_F(InstrumentsTest, ListsTheCatalogueAndFindsInstrumentsByWords) {
+    ASSERT_EQ(Run({"instruments", "--json"}), 0);
+    EXPECT_EQ(JsonLines(out_).size(), instruments::kInstrumentCount);
+    ASSERT_EQ(Run({"instruments", "--json", "tyros", "YAMAHA", "5"}), 0);
+    const json line = JsonLines(out_).at(0);
+    EXPECT_EQ(line["id"], 74);
+    EXPECT_GT(line["voices"], 1000);
+    EXPECT_EQ(line["operations"].front(), "RemoveGMSysex");
+    EXPECT_EQ(Run({"instruments", "no", "such", "thing"}), 1);
+    ASSERT_EQ(Run({"instruments", "--markdown", "sc-88"}), 0);
+    EXPECT_NE(out_.find("| 15 | Roland SC-88 | 860 | RemoveGMSysex,"), std::string::npos) << out_;
+}
+
+TEST_F(InstrumentsTest, ConvertsForAnInstrumentAndSaysWhatItDid) {
+    Put("songs/song.mid", Format0Song());
+    ASSERT_EQ(Run({"convert", At("songs"), "--instrument", "genos", "--out", At("new")}), 0)
+        << log_;
+    EXPECT_TRUE(Says("Prepared for Yamaha Genos: −1 GM System On, +1 XG System On")) << log_;
+    const test::Bytes xgOn{0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00, 0xF7};
+    EXPECT_EQ(Messages("new/song.mid"), (std::vector<test::Bytes>{xgOn}));
+
+    const test::Bytes before = Get("new/song.mid");
+    EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "15", "--out", At("dry"), "--dry-run"}),
+              0);
+    EXPECT_TRUE(Says("GS Reset"));
+    EXPECT_FALSE(Exists("dry"));
+    EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "psr-s9", "--out", At("new")}), 2);
+    EXPECT_TRUE(Says("Yamaha PSR-S950")) << log_;
+    EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "none", "--out", At("new")}), 2);
+    EXPECT_EQ(Get("new/song.mid"), before);
+}
+
+TEST_F(InstrumentsTest, PutsTheMessagesOnTheTrackAskedFor) {
+    Put("song.mid", Format0Song());
+    ASSERT_EQ(Run({"convert", At("song.mid"), "--split", "--instrument", "Roland SC-88Pro",
+                   "--gm-before-gs", "--out", At("a")}),
+              0);
+    EXPECT_TRUE(Says("GM System On")) << log_;
+    EXPECT_EQ(Messages("a/song.mid").at(0).at(0), 0x7E);
+    ASSERT_EQ(Run({"convert", At("song.mid"), "--split", "--instrument", "Roland SC-88Pro",
+                   "--sysex-track", "3", "--out", At("b")}),
+              0);
+    EXPECT_NE(Get("a/song.mid"), Get("b/song.mid"));
+}
+
+// Whatever the number of jobs, files and lines come out the same and in order.
+TEST_F(InstrumentsTest, JobsChangeNothingButTheTime) {
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = "songs/" + std::to_string(100 + i) + ".mid";
+        Put(name, i % 10 == 3 ? BrokenSong() : Format0Song());
+    }
+    const auto convert = [&](const char* jobs) {
+        return Run({"convert", At("songs"), "--instrument", "sc-8850", "--out", At("new"), "--jobs",
+                    jobs, "--yes"});
+    };
+    ASSERT_EQ(convert("1"), 5);
+    const std::string out = out_;
+    const std::string log = log_;
+    EXPECT_TRUE(Says("40 files: 36 done, 4 failed")) << log_;
+    const test::Bytes result = Get("new/139.mid");
+    ASSERT_EQ(convert("4"), 5);
+    EXPECT_EQ(out_, out);
+    EXPECT_EQ(Get("new/139.mid"), result);
+    ASSERT_EQ(Run({"convert", At("songs"), "--instrument", "sc-8850", "--out", At("new"), "--jobs",
+                   "4", "--yes"}),
+              5);
+    EXPECT_EQ(log_.size(), log.size());
+    EXPECT_EQ(Run({"convert", At("songs"), "--jobs", "0", "--out", At("new")}), 2);
+}
+
+TEST_F(InstrumentsTest, ListsVoicesAndTakesOwnVoiceLists) {
+    ASSERT_EQ(Run({"voices", "Yamaha Tyros 5", "concert", "grand", "--json"}), 0);
+    EXPECT_EQ(JsonLines(out_).at(0)["instrument"], "Yamaha Tyros 5");
+    EXPECT_EQ(Run({"voices", "Yamaha Tyros 5", "zyxw"}), 1);
+
+    Put("list.ins", test::BytesOf(".Patch Names\n[P]\n0=First\n5=Sixth\n"
+                                  ".Instrument Definitions\n[Korg]\nPatch[*]=P\n"));
+    ASSERT_EQ(Run({"voices", "Korg Pa700", "--import", At("list.ins")}), 0) << log_;
+    ASSERT_EQ(Run({"voices", "Korg Pa700", "sixth", "--json"}), 0) << log_;
+    EXPECT_EQ(JsonLines(out_).at(0)["program"], 5);
+    ASSERT_EQ(Run({"voices", "Korg Pa700", "--export", At("list.tsv")}), 0);
+    ASSERT_EQ(Run({"voices", "Korg Pa1000 (Musikant)", "--import", At("list.tsv")}), 0) << log_;
+    Put("bad.midnam", test::BytesOf("<MIDINameDocument>\n<Master"));
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "--import", At("bad.midnam")}), 3);
+    EXPECT_TRUE(Says("bad.midnam")) << log_;
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "sixth"}), 0);
+}
+
+TEST_F(InstrumentsTest, InfoNamesVoicesOfAnInstrument) {
+    Put("song.mid", Format0Song());
+    ASSERT_EQ(Run({"info", "--json", "--instrument", "XG Soundset", At("song.mid")}), 0);
+    EXPECT_EQ(JsonLines(out_).at(0)["channels"][0]["voice"], "unknown 8 1 24");
+    EXPECT_EQ(Run({"info", "--instrument", "nothing", At("song.mid")}), 2);
+}
+
+} // namespace
+} // namespace tracksmith::cli
