@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTextLayout>
 
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -17,18 +18,16 @@ constexpr int kDrumChannel = 9;
 constexpr double kCaptionSize = 0.8;
 constexpr const char* kNothing = "–";
 
-QString BankText(const app::SongDescription::ChannelLine& line) {
-    if (!line.bankMsb && !line.bankLsb) {
-        return ToQString(kNothing);
-    }
-    const auto part = [](std::optional<std::uint8_t> byte) {
-        return byte ? QString::number(*byte) : ToQString(kNothing);
+// "0·112·5": bank select MSB and LSB, then the program counted from 1.
+QString NumbersText(const app::SongDescription::ChannelLine& line) {
+    const auto part = [](std::optional<std::uint8_t> byte, int from) {
+        return byte ? QString::number(*byte + from) : ToQString(kNothing);
     };
-    return part(line.bankMsb) + QStringLiteral("·") + part(line.bankLsb);
-}
-
-QString ProgramText(const app::SongDescription::ChannelLine& line) {
-    return line.program ? QString::number(*line.program + 1) : ToQString(kNothing);
+    if (!line.bankMsb && !line.bankLsb) {
+        return part(line.program, 1);
+    }
+    return part(line.bankMsb, 0) + QStringLiteral("·") + part(line.bankLsb, 0) +
+           QStringLiteral("·") + part(line.program, 1);
 }
 
 } // namespace
@@ -40,23 +39,25 @@ ChannelCard::ChannelCard(int channel, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ChannelCard::ShowLine(const app::SongDescription::ChannelLine* line, Language language) {
+void ChannelCard::ShowLine(const app::SongDescription::ChannelLine* line, const QString& voice,
+                           Language language) {
     const QString nothing = ToQString(kNothing);
+    voice_ = voice.isEmpty() ? nothing : voice;
     fields_ = {{{InLanguage(texts::kNotes, language),
                  line != nullptr ? NumberText(line->notes, language) : nothing},
-                {InLanguage(texts::kBank, language), line != nullptr ? BankText(*line) : nothing},
-                {InLanguage(texts::kProgramChange, language),
-                 line != nullptr ? ProgramText(*line) : nothing}}};
+                {InLanguage(texts::kBankProgram, language),
+                 line != nullptr ? NumbersText(*line) : nothing}}};
     setEnabled(line != nullptr);
-    setAccessibleName(texts::ChannelCardName(channel_, fields_[0].value, fields_[1].value,
-                                             fields_[2].value, language));
-    setToolTip(InLanguage(texts::kChannelHint, language));
+    setAccessibleName(
+        texts::ChannelCardName(channel_, voice_, fields_[0].value, fields_[1].value, language));
+    setToolTip(voice_ + QStringLiteral("\n") + InLanguage(texts::kChannelHint, language));
     update();
 }
 
 QSize ChannelCard::sizeHint() const {
     const QFontMetrics small(ScaledFont(font(), kCaptionSize));
-    const int lines = fontMetrics().height() + 3 * (small.height() + fontMetrics().height());
+    const int lines = fontMetrics().height() + 2 * small.height() +
+                      static_cast<int>(fields_.size()) * (small.height() + fontMetrics().height());
     return {fontMetrics().averageCharWidth() * 7, lines + 2 * Gap()};
 }
 
@@ -75,6 +76,8 @@ void ChannelCard::paintEvent(QPaintEvent* event) {
     const QFontMetricsF small(ScaledFont(font(), kCaptionSize));
     const double height = small.height() + fontMetrics().height();
     double top = inside.top() + fontMetrics().height() + 2;
+    PaintVoice(painter, {inside.left(), top, inside.width(), 2 * small.height()});
+    top += 2 * small.height();
     for (const Field& field : fields_) {
         PaintField(painter, {inside.left(), top, inside.width(), height}, field);
         top += height;
@@ -102,6 +105,23 @@ void ChannelCard::PaintHead(QPainter& painter, const QRectF& inside) const {
     }
 }
 
+// Two lines, broken between words; what is left over ends with an ellipsis.
+void ChannelCard::PaintVoice(QPainter& painter, const QRectF& place) const {
+    const QFont small = ScaledFont(font(), kCaptionSize);
+    QTextLayout layout(voice_, small);
+    painter.setPen(palette().color(QPalette::ButtonText));
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(place.width());
+    const qsizetype second = line.textLength();
+    line.draw(&painter, place.topLeft());
+    layout.endLayout();
+    painter.setFont(small);
+    const QString rest = voice_.mid(second).trimmed();
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom,
+                     QFontMetricsF(small).elidedText(rest, Qt::ElideRight, place.width()));
+}
+
 void ChannelCard::PaintField(QPainter& painter, const QRectF& place, const Field& field) const {
     painter.setFont(ScaledFont(font(), kCaptionSize));
     painter.setPen(DimText(palette()));
@@ -127,13 +147,14 @@ ChannelCards::ChannelCards(QWidget* parent) : QWidget(parent) {
 }
 
 void ChannelCards::ShowChannels(const std::vector<app::SongDescription::ChannelLine>& lines,
-                                Language language) {
+                                const VoiceName& voiceName, Language language) {
     for (int channel = 0; channel < 16; ++channel) {
         const auto line = std::find_if(lines.begin(), lines.end(), [channel](const auto& each) {
             return each.channel == channel;
         });
-        cards_[static_cast<std::size_t>(channel)]->ShowLine(line != lines.end() ? &*line : nullptr,
-                                                            language);
+        const bool used = line != lines.end();
+        cards_[static_cast<std::size_t>(channel)]->ShowLine(
+            used ? &*line : nullptr, used ? voiceName(*line) : QString(), language);
     }
     const auto first = std::find_if(cards_.begin(), cards_.end(),
                                     [](const ChannelCard* card) { return card->isEnabled(); });

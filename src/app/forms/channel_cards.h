@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "base/text.h"
@@ -10,8 +11,8 @@
 
 namespace tracksmith::forms {
 
-/// One channel: its number in its colour, notes, bank and program. Pressing it brings the channel
-/// out or takes that back.
+/// One channel: its number in its colour, voice, notes, bank and program. Pressing it brings the
+/// channel out or takes that back.
 class ChannelCard : public QAbstractButton {
     Q_OBJECT
 
@@ -19,8 +20,10 @@ public:
     /// `channel` counts from 0.
     explicit ChannelCard(int channel, QWidget* parent = nullptr);
 
-    /// Shows a channel's line; null when the song does not use the channel.
-    void ShowLine(const app::SongDescription::ChannelLine* line, Language language);
+    /// Shows a channel's line and the name of its voice; null when the song does not use the
+    /// channel.
+    void ShowLine(const app::SongDescription::ChannelLine* line, const QString& voice,
+                  Language language);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -35,10 +38,12 @@ private:
     };
 
     void PaintHead(QPainter& painter, const QRectF& inside) const;
+    void PaintVoice(QPainter& painter, const QRectF& place) const;
     void PaintField(QPainter& painter, const QRectF& place, const Field& field) const;
 
     int channel_;
-    std::array<Field, 3> fields_;
+    QString voice_;
+    std::array<Field, 2> fields_;
 };
 
 /// The cards of all sixteen channels in a row. One stop for the Tab key; the arrow keys move
@@ -49,8 +54,11 @@ class ChannelCards : public QWidget {
 public:
     explicit ChannelCards(QWidget* parent = nullptr);
 
+    /// Names the voice of a channel.
+    using VoiceName = std::function<QString(const app::SongDescription::ChannelLine&)>;
+
     void ShowChannels(const std::vector<app::SongDescription::ChannelLine>& lines,
-                      Language language);
+                      const VoiceName& voiceName, Language language);
 
     /// Brings no channel out.
     void ClearChoice() { Choose(0, false); }

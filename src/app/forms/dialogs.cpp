@@ -1,50 +1,20 @@
 #include "app/forms/dialogs.h"
 
+#include "base/forms/dialog_frame.h"
+#include "base/forms/list_panel.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/forms/labels.h"
-#include "app/forms/list_panel.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
+#include "app/preparation_words.h"
 
 namespace tracksmith::forms {
 namespace {
-
-/// A dialog with a column of widgets and a button that closes it.
-QDialog* NewDialog(QWidget* window, const char* objectName, const QString& title) {
-    auto* dialog = new QDialog(window);
-    dialog->setObjectName(QLatin1String(objectName));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(title);
-    auto* column = new QVBoxLayout(dialog);
-    column->setContentsMargins(Gap() * 2, Gap() * 2, Gap() * 2, Gap() * 2);
-    column->setSpacing(Gap());
-    return dialog;
-}
-
-void AddCloseButton(QDialog& dialog, Language language) {
-    auto* close = new QPushButton(InLanguage(texts::kClose, language));
-    close->setObjectName(QStringLiteral("Btn_Close"));
-    close->setDefault(true);
-    QObject::connect(close, &QPushButton::clicked, &dialog, &QDialog::accept);
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(close);
-    static_cast<QVBoxLayout*>(dialog.layout())->addLayout(row);
-}
-
-void AddLine(QDialog& dialog, const char* objectName, const QString& text, double size = 1) {
-    QLabel* label = NewLabel(objectName, &dialog);
-    label->setText(text);
-    label->setFont(ScaledFont(label->font(), size));
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    dialog.layout()->addWidget(label);
-}
 
 std::vector<Row> ChangeRows(const song::LoadReport& report, Language language) {
     std::vector<Row> rows;
@@ -60,21 +30,57 @@ std::vector<Row> ChangeRows(const song::LoadReport& report, Language language) {
     return rows;
 }
 
+void AddMessages(QDialog& dialog, const app::Workspace& workspace, Language language) {
+    const auto& preparation = workspace.preparation;
+    AddLine(dialog, "Lbl_Prepared", ToQString(app::PreparationLine(preparation, language)));
+    if (preparation.notes.empty()) {
+        return;
+    }
+    std::vector<Row> rows;
+    for (const app::PreparationRow& note :
+         app::PreparationRows(preparation, workspace.song, language)) {
+        Row row;
+        row.cells = {ToQString(note.what), ToQString(note.words), QString::number(note.track),
+                     ToQString(note.position), ToQString(note.bytes)};
+        rows.push_back(std::move(row));
+    }
+    auto* list = new ListPanel("Table_Messages", texts::kMessages,
+                               {{texts::kWhatHappened},
+                                {texts::kMessage},
+                                {texts::kTrack, true},
+                                {texts::kPlace, true},
+                                {texts::kBytes}},
+                               4);
+    list->Retranslate(language);
+    list->SetRows(std::move(rows));
+    dialog.layout()->addWidget(list);
+}
+
+void AddChanges(QDialog& dialog, const song::LoadReport& report, Language language) {
+    auto* list = new ListPanel("Table_Changes", texts::kChangesTitle,
+                               {{texts::kChange}, {texts::kCount, true}}, 0);
+    list->Retranslate(language);
+    list->SetRows(ChangeRows(report, language));
+    dialog.layout()->addWidget(list);
+}
+
 } // namespace
 
-void ShowChangesDialog(QWidget* window, const song::LoadReport& report, Language language) {
+void ShowChangesDialog(QWidget* window, const app::Workspace& workspace, Language language) {
     QDialog* dialog = NewDialog(window, "Dlg_Changes", InLanguage(texts::kChangesTitle, language));
-    if (report.Kinds() == 0) {
-        AddLine(*dialog, "Lbl_NothingChanged", InLanguage(texts::kNothingChanged, language));
-    } else {
-        auto* list = new ListPanel("Table_Changes", texts::kChangesTitle,
-                                   {{texts::kChange}, {texts::kCount, true}}, 0);
-        list->Retranslate(language);
-        list->SetRows(ChangeRows(report, language));
-        dialog->layout()->addWidget(list);
+    const bool loading = workspace.loadReport.Kinds() > 0;
+    if (workspace.preparation.prepared) {
+        AddMessages(*dialog, workspace, language);
+    }
+    if (loading) {
+        AddChanges(*dialog, workspace.loadReport, language);
+    }
+    if (loading || !workspace.preparation.notes.empty()) {
         AddLine(*dialog, "Lbl_Advice", InLanguage(texts::kChangesAdvice, language));
-        dialog->resize(dialog->fontMetrics().averageCharWidth() * 90,
-                       dialog->fontMetrics().height() * 22);
+        dialog->resize(dialog->fontMetrics().averageCharWidth() * 130,
+                       dialog->fontMetrics().height() * 26);
+    } else {
+        AddLine(*dialog, "Lbl_NothingChanged", InLanguage(texts::kNothingChanged, language));
     }
     AddCloseButton(*dialog, language);
     dialog->open();

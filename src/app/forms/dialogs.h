@@ -3,13 +3,14 @@
 #include "base/text.h"
 #include <QDialog>
 
-#include "song/load_report.h"
+#include "app/workspace.h"
 
 namespace tracksmith::forms {
 
-/// Shows over `window` what loading changed, each kind with its number. Returns at once; the dialog
+/// Shows over `window` what loading changed, each kind with its number, and each message that
+/// preparing the song for its instrument inserted, removed or found. Returns at once; the dialog
 /// (object name "Dlg_Changes") deletes itself when it is closed.
-void ShowChangesDialog(QWidget* window, const song::LoadReport& report, Language language);
+void ShowChangesDialog(QWidget* window, const app::Workspace& workspace, Language language);
 
 /// Shows over `window` name, version and licence of the program. Returns at once; the dialog
 /// (object name "Dlg_About") deletes itself when it is closed.

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/forms/labels.h"
+#include "base/forms/panel.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,12 +14,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/forms/labels.h"
-#include "app/forms/panel.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/recent_files.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

@@ -2,11 +2,10 @@
 
 #include <system_error>
 
+#include "base/forms/qt_text.h"
 #include "base/system/file_io.h"
 #include <QDir>
 #include <QLocale>
-
-#include "app/forms/qt_text.h"
 
 namespace tracksmith::forms {
 

@@ -2,10 +2,10 @@
 
 #include <filesystem>
 
+#include "base/forms/theme.h"
 #include "base/text.h"
 #include <QByteArray>
 
-#include "app/forms/theme.h"
 #include "app/settings/settings_store.h"
 
 namespace tracksmith::forms {

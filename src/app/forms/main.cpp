@@ -1,24 +1,28 @@
 #include <chrono>
 
+#include "base/forms/qt_text.h"
+#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QTimer>
 
 #include "app/forms/main_form.h"
 #include "app/forms/play_desk.h"
-#include "app/forms/qt_text.h"
 #include "app/settings/settings_store.h"
 
 using namespace tracksmith;
 
 namespace {
 
-// Paints the window into a picture file, for documents, and ends the program.
+// Paints the window, or the dialog over it, into a picture file for documents and ends the program.
 void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
-    constexpr std::chrono::milliseconds kSettled{
-        1'000}; // the song is loaded, laid out and plays by then
-    QTimer::singleShot(kSettled, &form,
-                       [&form, picture] { QApplication::exit(form.grab().save(picture) ? 0 : 1); });
+    // The song is loaded, laid out and plays by then.
+    constexpr std::chrono::milliseconds kSettled{1'000};
+    QTimer::singleShot(kSettled, &form, [&form, picture] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        QWidget& shown = dialog != nullptr ? *dialog : form;
+        QApplication::exit(shown.grab().save(picture) ? 0 : 1);
+    });
 }
 
 } // namespace
@@ -45,6 +49,10 @@ int main(int argc, char** argv) {
                                   QStringLiteral("Play the song from <measure> on."),
                                   QStringLiteral("measure"));
     arguments.addOption(play);
+    const QCommandLineOption show(QStringLiteral("show"),
+                                  QStringLiteral("Call the menu <command> by its object name."),
+                                  QStringLiteral("command"));
+    arguments.addOption(show);
     arguments.process(application);
 
     settings::SettingsStore store;
@@ -54,11 +62,16 @@ int main(int argc, char** argv) {
     if (!files.isEmpty()) {
         // The window is seen before the song is read.
         const int measure = arguments.value(play).toInt();
-        QTimer::singleShot(0, &form, [&form, &files, measure] {
+        const QString command = arguments.value(show);
+        QTimer::singleShot(0, &form, [&form, &files, measure, command] {
             form.OpenMidiFile(forms::PathFromQString(files.constFirst()));
             if (measure > 0) {
                 form.Desk().MoveByMeasures(measure - 1);
                 form.MMP_PlayStopClick();
+            }
+            auto* action = command.isEmpty() ? nullptr : form.findChild<QAction*>(command);
+            if (action != nullptr) {
+                action->trigger();
             }
         });
     }

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/forms/qt_text.h"
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLibraryInfo>
@@ -15,7 +16,6 @@
 #include "app/forms/notice_bar.h"
 #include "app/forms/notice_host.h"
 #include "app/forms/play_desk.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/recent_files_menu.h"
 #include "app/forms/song_options.h"
 #include "app/forms/song_view.h"
@@ -35,6 +35,8 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
       settings_(store),
       recentFiles_(store),
       sound_(store),
+      instruments_(store),
+      voices_(workspace_, instruments_),
       host_(*this),
       chooser_(std::make_unique<FileChooser>()) {
     setObjectName(QStringLiteral("MainForm"));
@@ -47,6 +49,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
     ConnectPlayer();
     ConnectAreas();
     ConnectOptions();
+    TakeInstruments();
     menu_->SetTheme(settings_.ReadTheme());
     ApplyLanguage(settings_.ReadLanguage());
     RestoreGeometry();
@@ -71,7 +74,7 @@ void TMainForm::BuildAreas() {
     status_ = new StatusLine(this);
     setStatusBar(status_);
     emptyPage_ = new EmptyPage;
-    songView_ = new SongView(workspace_, *menu_, *desk_);
+    songView_ = new SongView(workspace_, voices_, *menu_, *desk_);
     pages_ = new QStackedWidget;
     pages_->addWidget(emptyPage_);
     pages_->addWidget(songView_);
@@ -114,7 +117,11 @@ void TMainForm::ConnectMenu() {
         {Command::TempoReset, &TMainForm::MMP_TempoResetClick},
         {Command::Panic, &TMainForm::MMP_PanicClick},
         {Command::NextPage, &TMainForm::MMV_NextPageClick},
+        {Command::ChooseInstrument, &TMainForm::MMI_ChooseInstrumentClick},
+        {Command::PrepareSong, &TMainForm::MMI_PrepareSongClick},
+        {Command::Voices, &TMainForm::MMI_VoicesClick},
         {Command::MidiPorts, &TMainForm::MMS_MidiPortsClick},
+        {Command::Instruments, &TMainForm::MMS_InstrumentsClick},
         {Command::Dark, &TMainForm::MMF_ThemeDarkClick},
         {Command::Light, &TMainForm::MMF_ThemeLightClick},
         {Command::System, &TMainForm::MMF_ThemeSystemClick},

@@ -15,8 +15,10 @@
 #include "app/forms/qt_message_host.h"
 #include "app/forms/recent_files.h"
 #include "app/forms/sound_settings.h"
+#include "app/forms/voice_names.h"
 #include "app/save_song.h"
 #include "app/workspace.h"
+#include "instruments/instrument_settings.h"
 
 class QStackedWidget;
 class QTranslator;
@@ -95,9 +97,14 @@ public:
     void MMP_TempoUpClick();
     void MMP_TempoResetClick();
     void MMP_PanicClick();
+    // Instrument
+    void MMI_ChooseInstrumentClick();
+    void MMI_PrepareSongClick();
+    void MMI_VoicesClick();
     // View, Settings, Help
     void MMV_NextPageClick();
     void MMS_MidiPortsClick();
+    void MMS_InstrumentsClick();
     void MMF_ThemeDarkClick();
     void MMF_ThemeLightClick();
     void MMF_ThemeSystemClick();
@@ -116,6 +123,8 @@ private:
     void BuildPlayer(std::unique_ptr<devices::MidiDevices> devices);
     void ConnectPlayer();
     void ShowMissingOutput();
+    void TakeInstruments();
+    void OfferPreparing(const std::string& formerInstrument);
     void ConnectMenu();
     void ConnectAreas();
     void ConnectOptions();
@@ -137,6 +146,8 @@ private:
     FormSettings settings_;
     RecentFiles recentFiles_;
     SoundSettings sound_;
+    instruments::InstrumentSettings instruments_;
+    VoiceNames voices_;
     QtMessageHost host_;
     std::unique_ptr<FileChooser> chooser_;
     std::unique_ptr<QTranslator> qtTexts_;

@@ -1,6 +1,8 @@
 #include <functional>
 
+#include "base/data_folders.h"
 #include "base/errors.h"
+#include "base/forms/qt_text.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -8,12 +10,10 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "app/forms/demo_song.h"
 #include "app/forms/dialogs.h"
 #include "app/forms/main_form.h"
 #include "app/forms/notice_bar.h"
 #include "app/forms/play_desk.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/status_line.h"
 #include "app/forms/texts.h"
 #include "app/load_sequence.h"
@@ -81,10 +81,10 @@ void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
             settings_.WriteLastFolder(std::filesystem::absolute(file).parent_path());
             ShowRecentFiles();
         }
-        notice_->ShowChanges(workspace_.loadReport);
+        notice_->ShowChanges(workspace_);
         status_->ShowStatus(texts::kLoaded, SongFileName());
     } else if (!workspace_.hasSong) {
-        notice_->ShowChanges({});
+        notice_->Clear();
     }
     ShowWorkspace();
 }
@@ -95,7 +95,7 @@ void TMainForm::ClearMidiMemory() {
     desk_->TakeSong();
     source_.clear();
     isDemo_ = false;
-    notice_->ShowChanges({});
+    notice_->Clear();
     status_->ShowStatus(texts::kReady);
     ShowWorkspace();
 }
@@ -109,7 +109,7 @@ bool TMainForm::SaveSongAs(app::SaveFormat format) {
     const auto proposal = workspace_.fileName.empty()
                               ? settings_.ReadLastFolder() / source_.filename()
                               : workspace_.fileName;
-    const auto file = chooser_->ChooseSave(this, host_.CurrentLanguage(), proposal);
+    const auto file = chooser_->ChooseSave(this, host_.CurrentLanguage(), FileKind::Song, proposal);
     return file && SaveTo(*file, format);
 }
 
@@ -129,14 +129,19 @@ bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format
 }
 
 void TMainForm::MMF_NewMidifileClick() {
-    if (ConfirmDiscard()) {
-        ClearMidiMemory();
+    if (!ConfirmDiscard()) {
+        return;
     }
+    ClearMidiMemory();
+    Run([&] { app::NewSong(workspace_, host_); });
+    desk_->TakeSong();
+    notice_->ShowChanges(workspace_);
+    ShowWorkspace();
 }
 
 void TMainForm::MMF_OpenMidifileClick() {
-    const auto file =
-        chooser_->ChooseOpen(this, host_.CurrentLanguage(), settings_.ReadLastFolder());
+    const auto file = chooser_->ChooseOpen(this, host_.CurrentLanguage(), FileKind::Song,
+                                           settings_.ReadLastFolder());
     if (file) {
         OpenMidiFile(*file);
     }
@@ -174,7 +179,7 @@ void TMainForm::MMF_SaveFileAsFormat1Click() {
 }
 
 void TMainForm::MMF_WhatChangedClick() {
-    ShowChangesDialog(this, workspace_.loadReport, host_.CurrentLanguage());
+    ShowChangesDialog(this, workspace_, host_.CurrentLanguage());
 }
 
 void TMainForm::MMF_ThemeDarkClick() {
@@ -200,7 +205,7 @@ void TMainForm::MMF_EnglishClick() {
 }
 
 void TMainForm::MMF_OpenDemoSongClick() {
-    const auto demo = FindDemoSong();
+    const auto demo = FindData(std::filesystem::path("demo") / "demo.mid");
     if (!demo) {
         notice_->ShowText(texts::kNoDemo);
     } else if (ConfirmDiscard()) {

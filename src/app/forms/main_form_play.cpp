@@ -1,8 +1,9 @@
+#include "base/forms/qt_text.h"
+
 #include "app/forms/main_form.h"
 #include "app/forms/notice_bar.h"
 #include "app/forms/play_desk.h"
 #include "app/forms/ports_dialog.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/song_view.h"
 #include "app/forms/texts.h"
 

@@ -1,11 +1,11 @@
 #include "app/forms/main_menu.h"
 
+#include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
 #include <QActionGroup>
 #include <QLabel>
 #include <QMenu>
 
-#include "app/forms/labels.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/recent_files_menu.h"
 #include "app/forms/texts.h"
 
@@ -45,7 +45,11 @@ constexpr std::array<CommandSpec, static_cast<std::size_t>(Command::Count)> kCom
     {"MMP_TempoReset", texts::kTempoReset, false, QKeySequence::UnknownKey, "Ctrl+="},
     {"MMP_Panic", texts::kPanic, false, QKeySequence::UnknownKey, "Ctrl+Alt+P"},
     {"MMV_NextPage", texts::kNextPage, false, QKeySequence::UnknownKey, "F9"},
+    {"MMI_ChooseInstrument", texts::kChooseInstrument, false, QKeySequence::UnknownKey, "Ctrl+I"},
+    {"MMI_PrepareSong", texts::kPrepareAgain, false, QKeySequence::UnknownKey, "Ctrl+Shift+I"},
+    {"MMI_Voices", texts::kVoices, false, QKeySequence::UnknownKey, "Ctrl+K"},
     {"MMS_MidiPorts", texts::kMidiPorts},
+    {"MMS_Instruments", texts::kInstrumentSettings},
     {"MMF_SplitFormat0", texts::kSplitFormat0, true},
     {"MMF_HonourZelIgnore", texts::kHonourZelIgnore, true},
     {"MMF_RunningStatusAcrossSysex", texts::kRunningAcross, true},
@@ -120,12 +124,14 @@ void MainMenu::AddMenus() {
     Fill(*play, {Command::TempoDown, Command::TempoUp, Command::TempoReset});
     play->addSeparator();
     Fill(*play, {Command::Panic});
+    Fill(*NewMenu(texts::kMenuInstrument, "Menu_Instrument"),
+         {Command::ChooseInstrument, Command::PrepareSong, Command::Voices});
     QMenu* view = NewMenu(texts::kMenuView, "Menu_View");
     Fill(*view, {Command::NextPage});
     Fill(*NewMenu(texts::kMenuTheme, "Menu_Theme", view),
          {Command::Dark, Command::Light, Command::System});
     QMenu* settings = NewMenu(texts::kMenuSettings, "Menu_Settings");
-    Fill(*settings, {Command::MidiPorts});
+    Fill(*settings, {Command::MidiPorts, Command::Instruments});
     Fill(*NewMenu(texts::kMenuLanguage, "Menu_Language", settings),
          {Command::German, Command::English});
     Fill(*NewMenu(texts::kMenuHelp, "Menu_Help"), {Command::OpenDemo, Command::About});
@@ -172,11 +178,11 @@ void MainMenu::SetTheme(Theme theme) {
 
 void MainMenu::SetSongState(bool hasSong, bool reloadable) {
     for (const Command command :
-         {Command::New, Command::Save, Command::SaveAs, Command::SaveFormat0, Command::SaveFormat1,
+         {Command::Save, Command::SaveAs, Command::SaveFormat0, Command::SaveFormat1,
           Command::WhatChanged, Command::PlayStop, Command::MoveToStart, Command::MoveToEnd,
           Command::MeasureBack, Command::MeasureForward, Command::Looping, Command::LoopFromHere,
           Command::LoopToHere, Command::TempoDown, Command::TempoUp, Command::TempoReset,
-          Command::NextPage}) {
+          Command::NextPage, Command::PrepareSong}) {
         ActionOf(command).setEnabled(hasSong);
     }
     ActionOf(Command::Reload).setEnabled(reloadable);

@@ -4,10 +4,9 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/forms/theme.h"
 #include "base/text.h"
 #include <QMenuBar>
-
-#include "app/forms/theme.h"
 
 class QLabel;
 
@@ -39,7 +38,11 @@ enum class Command {
     TempoReset,
     Panic,
     NextPage,
+    ChooseInstrument,
+    PrepareSong,
+    Voices,
     MidiPorts,
+    Instruments,
     SplitFormat0,
     HonourZelIgnore,
     RunningAcross,

@@ -1,12 +1,12 @@
 #include "app/forms/notice_bar.h"
 
+#include "base/forms/labels.h"
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QToolButton>
 
-#include "app/forms/labels.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 
@@ -36,9 +36,16 @@ NoticeBar::NoticeBar(QWidget* parent)
     hide();
 }
 
-void NoticeBar::ShowChanges(const song::LoadReport& report) {
-    report_ = report;
-    kind_ = report.Kinds() > 0 ? Kind::Changes : Kind::None;
+void NoticeBar::ShowChanges(const app::Workspace& workspace) {
+    report_ = workspace.loadReport;
+    preparation_ = workspace.preparation;
+    const bool prepared = preparation_.inserted > 0 || preparation_.removed > 0;
+    kind_ = report_.Kinds() > 0 || prepared ? Kind::Changes : Kind::None;
+    Render();
+}
+
+void NoticeBar::Clear() {
+    kind_ = Kind::None;
     Render();
 }
 
@@ -63,7 +70,7 @@ void NoticeBar::ShowPlain(const QString& line) {
 QString NoticeBar::ShownText() const {
     switch (kind_) {
         case Kind::Changes:
-            return texts::ChangesSummary(report_, language_);
+            return texts::ChangesSummary(report_, preparation_, language_);
         case Kind::Reload:
             return InLanguage(texts::kReloadOffer, language_);
         case Kind::Fixed:

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/forms/panel.h"
 #include "base/text.h"
 
-#include "app/forms/panel.h"
-#include "song/load_report.h"
+#include "app/workspace.h"
 
 class QPushButton;
 class QToolButton;
@@ -20,8 +20,12 @@ class NoticeBar : public Panel {
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    /// Tells what loading changed; hides the bar when that is nothing.
-    void ShowChanges(const song::LoadReport& report);
+    /// Tells what loading and preparing changed in the workspace's song; hides the bar when that is
+    /// nothing.
+    void ShowChanges(const app::Workspace& workspace);
+
+    /// Hides the bar.
+    void Clear();
 
     /// Tells that a setting needs a reload and offers it.
     void ShowReloadOffer();
@@ -45,6 +49,7 @@ private:
 
     Kind kind_ = Kind::None;
     song::LoadReport report_;
+    instruments::PreparationReport preparation_;
     Text fixed_{Both{""}};
     QString plain_;
     Language language_ = Language::English;

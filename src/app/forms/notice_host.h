@@ -2,10 +2,10 @@
 
 #include <string_view>
 
+#include "base/forms/qt_text.h"
 #include "base/message_host.h"
 
 #include "app/forms/notice_bar.h"
-#include "app/forms/qt_text.h"
 
 namespace tracksmith::forms {
 

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "base/forms/panel.h"
 #include "base/text.h"
-
-#include "app/forms/panel.h"
 
 class QComboBox;
 class QLabel;

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/forms/theme.h"
 #include <QFontMetricsF>
-
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/forms/qt_text.h"
 #include <QAccessible>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -12,7 +13,6 @@
 
 #include "app/forms/overview_accessible.h"
 #include "app/forms/overview_painter.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {

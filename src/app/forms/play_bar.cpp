@@ -2,18 +2,19 @@
 
 #include <array>
 
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QToolButton>
 
+#include "app/forms/instrument_box.h"
 #include "app/forms/main_menu.h"
 #include "app/forms/output_box.h"
 #include "app/forms/play_desk.h"
 #include "app/forms/position_display.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/tempo_box.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -40,6 +41,7 @@ PlayBar::PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent)
       menu_(menu),
       desk_(desk),
       position_(new PositionDisplay),
+      instrument_(new InstrumentBox(menu)),
       tempo_(new TempoBox(desk)),
       output_(new OutputBox(desk)) {
     auto* row = new QHBoxLayout(this);
@@ -49,7 +51,7 @@ PlayBar::PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent)
     AddButtons(*buttons);
     row->addWidget(buttons);
     row->addWidget(position_);
-    row->addStretch();
+    row->addWidget(instrument_, 1);
     row->addWidget(tempo_);
     row->addWidget(output_);
     connect(&desk, &PlayDesk::PlayingChanged, this, &PlayBar::ShowPlaying);
@@ -92,6 +94,7 @@ void PlayBar::ShowPlaying(bool /*playing*/) {
 void PlayBar::Retranslate(Language language) {
     language_ = language;
     position_->Retranslate(language);
+    instrument_->Retranslate(language);
     tempo_->Retranslate(language);
     output_->Retranslate(language);
     menu_.ActionOf(Command::PlayStop)

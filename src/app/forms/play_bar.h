@@ -11,13 +11,15 @@ class QToolButton;
 
 namespace tracksmith::forms {
 
+class InstrumentBox;
 class MainMenu;
 class OutputBox;
 class PlayDesk;
 class PositionDisplay;
 class TempoBox;
 
-/// The line with which the song is played: transport buttons, position, tempo, output.
+/// The line with which the song is played: transport buttons, position, instrument, tempo,
+/// output.
 class PlayBar : public QWidget {
     Q_OBJECT
 
@@ -26,6 +28,7 @@ public:
     PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent = nullptr);
 
     PositionDisplay& Position() const { return *position_; }
+    InstrumentBox& Instrument() const { return *instrument_; }
 
     void Retranslate(Language language);
 
@@ -41,6 +44,7 @@ private:
     PlayDesk& desk_;
     std::vector<QToolButton*> buttons_;
     PositionDisplay* position_;
+    InstrumentBox* instrument_;
     TempoBox* tempo_;
     OutputBox* output_;
     Language language_ = Language::English;

@@ -50,6 +50,19 @@ void PlayDesk::TakeSong() {
     emit PlaceChanged();
 }
 
+void PlayDesk::EditSong(const std::function<void()>& edit) {
+    const bool playing = Playing();
+    if (!player_.Stop()) {
+        return; // a driver hangs and has been told of; the song is still in use
+    }
+    edit();
+    player_.RebuildAfterEdit();
+    if (playing) {
+        player_.Play();
+    }
+    emit PlaceChanged();
+}
+
 void PlayDesk::TogglePlay() {
     if (Playing()) {
         Stop();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,6 +35,9 @@ public:
     void LeaveSong();
     /// Another song, or none, is in memory.
     void TakeSong();
+
+    /// Changes the song by `edit` while nothing plays, and goes on playing where it was.
+    void EditSong(const std::function<void()>& edit);
 
     void TogglePlay();
     void Stop();

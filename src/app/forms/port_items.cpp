@@ -1,9 +1,9 @@
 #include "app/forms/port_items.h"
 
 #include "base/display_text.h"
+#include "base/forms/qt_text.h"
 #include <QComboBox>
 
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {

@@ -1,6 +1,10 @@
 #include "app/forms/ports_dialog.h"
 
 #include "base/display_text.h"
+#include "base/forms/dialog_frame.h"
+#include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -13,12 +17,9 @@
 #include <QVBoxLayout>
 
 #include "app/forms/file_chooser.h"
-#include "app/forms/labels.h"
 #include "app/forms/play_desk.h"
 #include "app/forms/port_items.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 
@@ -37,14 +38,12 @@ PortsDialog::PortsDialog(PlayDesk& desk, SoundSettings& sound, FileChooser& choo
     setObjectName(QStringLiteral("Dlg_MidiPorts"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(Say(texts::kPortsTitle));
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(Gap() * 2, Gap() * 2, Gap() * 2, Gap() * 2);
-    column->setSpacing(Gap());
-    column->addWidget(BuildPorts());
+    AddColumn(*this);
+    layout()->addWidget(BuildPorts());
     if (sound_.HasSynth()) {
-        column->addWidget(BuildSynth());
+        layout()->addWidget(BuildSynth());
     }
-    AddButtons();
+    AddCloseButton(*this, language);
     connect(&desk, &PlayDesk::PortsChanged, this, &PortsDialog::ShowInputs);
     connect(&desk, &PlayDesk::PortsChanged, this, &PortsDialog::ShowTrouble);
     ShowInputs();
@@ -118,17 +117,6 @@ QWidget* PortsDialog::BuildSynth() {
     return group;
 }
 
-void PortsDialog::AddButtons() {
-    auto* close = new QPushButton(Say(texts::kClose));
-    close->setObjectName(QStringLiteral("Btn_Close"));
-    close->setDefault(true);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(close);
-    static_cast<QVBoxLayout*>(layout())->addLayout(row);
-}
-
 void PortsDialog::ShowInputs() {
     FillWithOutputs(*output_, desk_.Player().OutputDevices(), language_);
     output_->setCurrentIndex(output_->findData(ToQString(desk_.Outputs().Output())));
@@ -149,7 +137,7 @@ void PortsDialog::ShowSoundfont() {
 
 void PortsDialog::ChooseSoundfont() {
     const std::filesystem::path last = sound_.ReadSynthOptions().soundfont.parent_path();
-    if (const auto file = chooser_.ChooseSoundfont(this, language_, last)) {
+    if (const auto file = chooser_.ChooseOpen(this, language_, FileKind::Soundfont, last)) {
         sound_.SetSoundfont(*file);
         ShowSoundfont();
     }

@@ -33,7 +33,6 @@ public:
 private:
     QWidget* BuildPorts();
     QWidget* BuildSynth();
-    void AddButtons();
     void ShowInputs();
     void ShowSoundfont();
     void ChooseSoundfont();

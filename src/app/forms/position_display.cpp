@@ -1,9 +1,9 @@
 #include "app/forms/position_display.h"
 
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 #include "app/forms/value_box.h"
 
 namespace tracksmith::forms {

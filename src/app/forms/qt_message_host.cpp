@@ -1,10 +1,10 @@
 #include "app/forms/qt_message_host.h"
 
+#include "base/forms/qt_text.h"
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {

@@ -5,9 +5,8 @@
 #include <string>
 #include <system_error>
 
+#include "base/forms/qt_text.h"
 #include "base/system/file_io.h"
-
-#include "app/forms/qt_text.h"
 
 namespace tracksmith::forms {
 namespace {

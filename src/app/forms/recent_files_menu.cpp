@@ -2,7 +2,8 @@
 
 #include <system_error>
 
-#include "app/forms/qt_text.h"
+#include "base/forms/qt_text.h"
+
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {

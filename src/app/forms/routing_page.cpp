@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -9,12 +12,9 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 
-#include "app/forms/labels.h"
 #include "app/forms/play_desk.h"
 #include "app/forms/port_items.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {

@@ -1,12 +1,12 @@
 #include "app/forms/song_header.h"
 
+#include "base/forms/labels.h"
+#include "base/forms/panel.h"
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "app/forms/labels.h"
-#include "app/forms/panel.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 #include "app/forms/value_box.h"
 #include "song/song_position.h"
 

@@ -2,7 +2,8 @@
 
 #include <map>
 
-#include "app/forms/qt_text.h"
+#include "base/forms/qt_text.h"
+
 #include "app/forms/texts.h"
 #include "song/song_position.h"
 

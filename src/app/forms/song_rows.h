@@ -2,10 +2,10 @@
 
 #include <vector>
 
+#include "base/forms/rows_model.h"
 #include "base/text.h"
 
 #include "app/forms/overview_scene.h"
-#include "app/forms/rows_model.h"
 #include "app/song_description.h"
 
 namespace tracksmith::forms {

@@ -1,11 +1,13 @@
 #include "app/forms/song_view.h"
 
+#include "base/forms/list_panel.h"
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "app/forms/channel_cards.h"
-#include "app/forms/list_panel.h"
+#include "app/forms/instrument_box.h"
 #include "app/forms/overview_widget.h"
 #include "app/forms/play_bar.h"
 #include "app/forms/play_desk.h"
@@ -14,7 +16,7 @@
 #include "app/forms/song_header.h"
 #include "app/forms/song_rows.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
+#include "app/forms/voice_names.h"
 #include "song/note_overview.h"
 #include "song/song_position.h"
 
@@ -37,9 +39,11 @@ PositionDisplay::Place PlaceAt(const song::SongRecord& map, std::int32_t tick, s
 
 } // namespace
 
-SongView::SongView(const app::Workspace& workspace, MainMenu& menu, PlayDesk& desk, QWidget* parent)
+SongView::SongView(const app::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
+                   PlayDesk& desk, QWidget* parent)
     : QWidget(parent),
       workspace_(workspace),
+      voices_(voices),
       desk_(desk),
       playBar_(new PlayBar(menu, desk)),
       header_(new SongHeader),
@@ -114,10 +118,24 @@ void SongView::ShowFileName(const QString& fileName) {
 
 void SongView::ShowLists() {
     header_->ShowSong(description_, fileName_, language_);
-    cards_->ShowChannels(description_.channels, language_);
+    ShowCards();
     tracks_->SetRows(TrackRows(description_, language_));
     tempos_->SetRows(TempoRows(description_));
     metres_->SetRows(MetreRows(description_));
+}
+
+void SongView::ShowCards() {
+    cards_->ShowChannels(
+        description_.channels,
+        [this](const app::SongDescription::ChannelLine& line) {
+            return voices_.NameOf(line, language_);
+        },
+        language_);
+}
+
+void SongView::ShowInstrument(const std::string& name) {
+    playBar_->Instrument().ShowInstrument(name);
+    ShowCards();
 }
 
 void SongView::ShowPlace() {

@@ -18,6 +18,7 @@ class PlayBar;
 class PlayDesk;
 class RoutingPage;
 class SongHeader;
+class VoiceNames;
 
 /// Everything that the window shows of a song, built anew from the workspace by ShowSong.
 class SongView : public QWidget {
@@ -25,12 +26,16 @@ class SongView : public QWidget {
 
 public:
     /// All of them must outlive the view.
-    SongView(const app::Workspace& workspace, MainMenu& menu, PlayDesk& desk,
-             QWidget* parent = nullptr);
+    SongView(const app::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
+             PlayDesk& desk, QWidget* parent = nullptr);
 
     /// Shows the workspace's song, which must have a time map, from its start. `fileName` is what
     /// is shown as the file's name.
     void ShowSong(const QString& fileName);
+
+    /// Shows the instrument of the first output, empty for none, and the voices by their names on
+    /// the instruments.
+    void ShowInstrument(const std::string& name);
 
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
@@ -46,10 +51,12 @@ private:
     QWidget* BuildSongPage();
     void Connect();
     void ShowLists();
+    void ShowCards();
     void ShowPlace();
     void ShowLoop();
 
     const app::Workspace& workspace_;
+    const VoiceNames& voices_;
     PlayDesk& desk_;
     app::SongDescription description_;
     QString fileName_;

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/forms/qt_text.h"
 #include "base/system/file_io.h"
 
 #include "app/forms/play_desk.h"
-#include "app/forms/qt_text.h"
 
 namespace tracksmith::forms {
 namespace {

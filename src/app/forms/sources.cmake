@@ -1,27 +1,22 @@
 set(SOURCES
   channel_cards.cpp
   channel_cards.h
-  demo_song.cpp
-  demo_song.h
   dialogs.cpp
   dialogs.h
   empty_page.cpp
   empty_page.h
   file_chooser.cpp
   file_chooser.h
-  flat_header.cpp
-  flat_header.h
   form_settings.cpp
   form_settings.h
+  instrument_box.cpp
+  instrument_box.h
   key_guard.cpp
   key_guard.h
-  labels.cpp
-  labels.h
-  list_panel.cpp
-  list_panel.h
   main_form.cpp
   main_form.h
   main_form_commands.cpp
+  main_form_instrument.cpp
   main_form_play.cpp
   main_menu.cpp
   main_menu.h
@@ -38,8 +33,6 @@ set(SOURCES
   overview_scene.h
   overview_widget.cpp
   overview_widget.h
-  panel.cpp
-  panel.h
   play_bar.cpp
   play_bar.h
   play_desk.cpp
@@ -52,16 +45,12 @@ set(SOURCES
   position_display.h
   qt_message_host.cpp
   qt_message_host.h
-  qt_text.cpp
-  qt_text.h
   recent_files.cpp
   recent_files.h
   recent_files_menu.cpp
   recent_files_menu.h
   routing_page.cpp
   routing_page.h
-  rows_model.cpp
-  rows_model.h
   song_header.cpp
   song_header.h
   song_options.h
@@ -77,9 +66,9 @@ set(SOURCES
   tempo_box.h
   texts.cpp
   texts.h
-  theme.cpp
-  theme.h
   transport_icons.cpp
   transport_icons.h
   value_box.cpp
-  value_box.h)
+  value_box.h
+  voice_names.cpp
+  voice_names.h)

@@ -1,8 +1,9 @@
 #include "app/forms/status_line.h"
 
-#include "app/forms/labels.h"
+#include "base/forms/labels.h"
+#include "base/forms/theme.h"
+
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 
@@ -10,6 +11,7 @@ StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
       text_(texts::kReady),
       message_(new ElidedLabel),
+      instrument_(NewLabel("Lbl_StatusInstrument", this)),
       facts_(NewLabel("Lbl_Facts", this)),
       modified_(NewLabel("Lbl_Modified", this)) {
     setObjectName(QStringLiteral("StatusLine"));
@@ -18,6 +20,7 @@ StatusLine::StatusLine(QWidget* parent)
     setContentsMargins(Gap() * 3 / 2, 0, Gap() * 3 / 2, Gap() / 2);
     message_->setForegroundRole(QPalette::PlaceholderText);
     addWidget(message_, 1);
+    addPermanentWidget(instrument_);
     addPermanentWidget(facts_);
     addPermanentWidget(modified_);
     modified_->hide();
@@ -34,6 +37,11 @@ void StatusLine::ShowSong(const app::SongDescription* song) {
     format_ = song != nullptr ? song->format : 0;
     division_ = song != nullptr ? song->division : 0;
     Render();
+}
+
+void StatusLine::SetInstrument(const QString& name) {
+    instrument_->setText(name);
+    instrument_->setVisible(!name.isEmpty());
 }
 
 void StatusLine::SetModified(bool modified) {

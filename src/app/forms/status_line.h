@@ -24,6 +24,9 @@ public:
     /// Shows format, division and number of tracks; null while no song is open.
     void ShowSong(const app::SongDescription* song);
 
+    /// Shows the instrument that songs are prepared for; empty for none.
+    void SetInstrument(const QString& name);
+
     void SetModified(bool modified);
     void Retranslate(Language language);
 
@@ -37,6 +40,7 @@ private:
     std::int64_t trackCount_ = -1;
     Language language_ = Language::English;
     ElidedLabel* message_;
+    QLabel* instrument_;
     QLabel* facts_;
     QLabel* modified_;
 };

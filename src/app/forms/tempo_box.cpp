@@ -1,16 +1,16 @@
 #include "app/forms/tempo_box.h"
 
+#include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-#include "app/forms/labels.h"
 #include "app/forms/play_desk.h"
-#include "app/forms/qt_text.h"
 #include "app/forms/texts.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 namespace {

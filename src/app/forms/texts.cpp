@@ -1,5 +1,7 @@
 #include "app/forms/texts.h"
 
+#include "app/preparation_words.h"
+
 namespace tracksmith::forms::texts {
 namespace {
 
@@ -9,8 +11,8 @@ constexpr int kNamedChanges = 2;
 constexpr Text kMeasure{De{"Takt %1"}, En{"Measure %1"}};
 constexpr Text kMeasures{De{"Takte %1–%2"}, En{"Measures %1–%2"}};
 constexpr Text kChannelNumber{De{"Kanal %1"}, En{"Channel %1"}};
-constexpr Text kChannelCard{De{"Kanal %1: %2 Noten, Bank %3, Programm %4"},
-                            En{"Channel %1: %2 notes, bank %3, program %4"}};
+constexpr Text kChannelCard{De{"Kanal %1: %2, %3 Noten, Bank und Programm %4"},
+                            En{"Channel %1: %2, %3 notes, bank and program %4"}};
 constexpr Text kOneNote{De{"1 Note"}, En{"1 note"}};
 constexpr Text kManyNotes{De{"%1 Noten"}, En{"%1 notes"}};
 constexpr Text kOneTrack{De{"1 Spur"}, En{"1 track"}};
@@ -36,10 +38,10 @@ QString RouteTargetName(int channel, Language language) {
     return InLanguage(kNumbered, language).arg(channel + 1);
 }
 
-QString ChannelCardName(int channel, const QString& notes, const QString& bank,
-                        const QString& program, Language language) {
+QString ChannelCardName(int channel, const QString& voice, const QString& notes,
+                        const QString& numbers, Language language) {
     return InLanguage(kChannelCard, language)
-        .arg(QString::number(channel + 1), notes, bank, program);
+        .arg(QString::number(channel + 1), voice, notes, numbers);
 }
 
 QString MeasureName(std::int64_t first, std::int64_t last, Language language) {
@@ -61,7 +63,9 @@ QString SaveChangesQuestion(const QString& fileName, Language language) {
     return InLanguage(kSaveQuestion, language).arg(fileName);
 }
 
-QString ChangesSummary(const song::LoadReport& report, Language language) {
+namespace {
+
+QString LoadingSummary(const song::LoadReport& report, Language language) {
     QStringList named;
     for (std::size_t i = 0; i < song::kLoadChangeCount && named.size() < kNamedChanges; ++i) {
         const auto change = static_cast<song::LoadChange>(i);
@@ -76,6 +80,26 @@ QString ChangesSummary(const song::LoadReport& report, Language language) {
     const auto more = static_cast<qsizetype>(report.Kinds()) - named.size();
     return InLanguage(kLoadingChanged, language) + named.join(QStringLiteral("; ")) +
            (more > 0 ? InLanguage(kMoreKinds, language).arg(more) : QString());
+}
+
+} // namespace
+
+QString ChangesSummary(const song::LoadReport& report,
+                       const instruments::PreparationReport& preparation, Language language) {
+    QStringList parts;
+    if (preparation.inserted > 0 || preparation.removed > 0) {
+        parts << ToQString(app::PreparationLine(preparation, language));
+    }
+    if (report.Kinds() > 0) {
+        parts << LoadingSummary(report, language);
+    }
+    return parts.join(QStringLiteral(" · "));
+}
+
+QString PrepareQuestion(const QString& instrument, Language language) {
+    static constexpr Text kQuestion{De{"Soll das geöffnete Stück für \"%1\" vorbereitet werden?"},
+                                    En{"Shall the open song be prepared for \"%1\"?"}};
+    return InLanguage(kQuestion, language).arg(instrument);
 }
 
 QString VersionLine(const QString& version) {

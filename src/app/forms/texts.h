@@ -2,11 +2,12 @@
 
 #include <cstdint>
 
+#include "base/forms/qt_text.h"
 #include "base/text.h"
 #include <QString>
 #include <QStringList>
 
-#include "app/forms/qt_text.h"
+#include "instruments/preparation.h"
 #include "song/load_report.h"
 
 /// Every text that the windows show. An ampersand marks the key of a menu entry.
@@ -21,7 +22,6 @@ inline constexpr Text kNo{De{"&Nein"}, En{"&No"}};
 inline constexpr Text kSaveButton{De{"&Speichern"}, En{"&Save"}};
 inline constexpr Text kDiscard{De{"&Verwerfen"}, En{"&Discard"}};
 inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
-inline constexpr Text kClose{De{"&Schließen"}, En{"&Close"}};
 inline constexpr Text kDetails{Both{"&Details"}};
 inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
 
@@ -80,7 +80,22 @@ inline constexpr Text kEnglish{Both{"&English"}};
 inline constexpr Text kOpenDemo{De{"&Demostück öffnen"}, En{"Open the &Demo Song"}};
 inline constexpr Text kAbout{De{"&Über Tracksmith"}, En{"&About Tracksmith"}};
 
+inline constexpr Text kMenuInstrument{De{"&Instrument"}, En{"&Instrument"}};
+inline constexpr Text kChooseInstrument{De{"Instrument &wählen…"}, En{"&Choose…"}};
+inline constexpr Text kPrepareAgain{De{"Stück neu &vorbereiten"}, En{"&Prepare Song Again"}};
+inline constexpr Text kVoices{De{"&Klänge…"}, En{"&Voices…"}};
+inline constexpr Text kInstrumentSettings{De{"&Instrumente…"}, En{"&Instruments…"}};
+
 // Dialogs
+inline constexpr Text kImportVoicesTitle{De{"Klangliste importieren"}, En{"Import Voice List"}};
+inline constexpr Text kExportVoicesTitle{De{"Klangliste exportieren"}, En{"Export Voice List"}};
+inline constexpr Text kVoiceFiles{De{"Klanglisten"}, En{"Voice lists"}};
+inline constexpr Text kMessages{De{"Meldungen für das Instrument"},
+                                En{"Messages for the Instrument"}};
+inline constexpr Text kWhatHappened{De{"Was"}, En{"What"}};
+inline constexpr Text kMessage{De{"Meldung"}, En{"Message"}};
+inline constexpr Text kTrack{De{"Spur"}, En{"Track"}};
+inline constexpr Text kBytes{Both{"Bytes"}};
 inline constexpr Text kOpenTitle{De{"Mididatei öffnen"}, En{"Open Midi File"}};
 inline constexpr Text kSaveTitle{De{"Mididatei speichern"}, En{"Save Midi File"}};
 inline constexpr Text kMidiFiles{De{"Mididateien"}, En{"Midi files"}};
@@ -130,12 +145,10 @@ inline constexpr Text kBpm{Both{"BPM"}};
 inline constexpr Text kClock{De{"Zeit"}, En{"Time"}};
 inline constexpr Text kIgnored{De{"ignoriert"}, En{"ignored"}};
 inline constexpr Text kDrums{Both{"drums"}};
-inline constexpr Text kBank{Both{"Bank"}};
-inline constexpr Text kProgramChange{De{"Programm"}, En{"Program"}};
 inline constexpr Text kChannelHint{
-    De{"Bank: erste Bankwahl (MSB·LSB). Programm: erster Programmwechsel, von 1 an gezählt. "
+    De{"Bank·Prog.: erste Bankwahl (MSB·LSB) und erster Programmwechsel, von 1 an gezählt. "
        "Anklicken hebt den Kanal in der Übersicht hervor."},
-    En{"Bank: first bank select (MSB·LSB). Program: first program change, counted from 1. "
+    En{"Bank·Prog.: first bank select (MSB·LSB) and first program change, counted from 1. "
        "Click to bring the channel out in the overview."}};
 inline constexpr Text kOverview{De{"Notenübersicht"}, En{"Note overview"}};
 inline constexpr Text kOverviewHint{
@@ -178,6 +191,18 @@ inline constexpr Text kVolume{De{"Lautstärke"}, En{"Volume"}};
 inline constexpr Text kPolyphony{De{"Stimmen"}, En{"Voices"}};
 inline constexpr Text kBuiltIn{De{"Eingebautes Instrument"}, En{"Built-in instrument"}};
 
+// Instrument
+inline constexpr Text kInstrument{De{"Instrument"}, En{"Instrument"}};
+inline constexpr Text kNoInstrument{De{"bitte wählen…"}, En{"please choose…"}};
+inline constexpr Text kInstrumentHint{
+    De{"Das Instrument am Ausgang: Für dieses werden Stücke vorbereitet, seine Klangnamen werden "
+       "gezeigt."},
+    En{"The instrument at the output: songs are prepared for it and its voice names are shown."}};
+inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
+inline constexpr Text kBankProgram{De{"Bank·Prog."}, En{"Bank·Prog."}};
+inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeichert werden."},
+                                        En{"The setting could not be stored."}};
+
 // Notice bar and status bar
 inline constexpr Text kNotice{De{"Hinweis"}, En{"Notice"}};
 inline constexpr Text kCloseNotice{De{"Hinweis schließen"}, En{"Close the notice"}};
@@ -194,9 +219,9 @@ inline constexpr Text kDemoName{De{"Demostück"}, En{"Demo song"}};
 /// "Kanal 3" / "Channel 3"; `channel` counts from 0.
 QString ChannelName(int channel, Language language);
 
-/// Channel, notes, bank and program of a channel card in one sentence for a screen reader.
-QString ChannelCardName(int channel, const QString& notes, const QString& bank,
-                        const QString& program, Language language);
+/// Channel, voice, notes and numbers of a channel card in one sentence for a screen reader.
+QString ChannelCardName(int channel, const QString& voice, const QString& notes,
+                        const QString& numbers, Language language);
 
 /// "Takt 12" or "Takte 12–15", measures from 1.
 QString MeasureName(std::int64_t first, std::int64_t last, Language language);
@@ -210,14 +235,18 @@ QString TrackCount(std::int64_t tracks, Language language);
 /// The question before changes in `fileName` are lost.
 QString SaveChangesQuestion(const QString& fileName, Language language);
 
-/// What loading changed, in one line; empty when it changed nothing.
-QString ChangesSummary(const song::LoadReport& report, Language language);
+/// What loading and preparing changed, in one line; empty when they changed nothing.
+QString ChangesSummary(const song::LoadReport& report,
+                       const instruments::PreparationReport& preparation, Language language);
 
 /// "Ausgang von Kanal 3" / "Output of channel 3"; `channel` counts from 0.
 QString RouteOutputName(int channel, Language language);
 
 /// "Zielkanal von Kanal 3" / "Target of channel 3"; `channel` counts from 0.
 QString RouteTargetName(int channel, Language language);
+
+/// The question whether the open song is to be prepared for another instrument.
+QString PrepareQuestion(const QString& instrument, Language language);
 
 /// "Version 1.2.3".
 QString VersionLine(const QString& version);

@@ -1,11 +1,10 @@
 #include "app/forms/value_box.h"
 
+#include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
 #include <QLabel>
 #include <QVBoxLayout>
-
-#include "app/forms/labels.h"
-#include "app/forms/qt_text.h"
-#include "app/forms/theme.h"
 
 namespace tracksmith::forms {
 

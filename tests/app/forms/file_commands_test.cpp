@@ -113,7 +113,10 @@ TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
     }
     BoxAnswer box("Btn_Discard");
     Trigger("MMF_NewMidifile");
-    EXPECT_FALSE(form_->Workspace().hasSong);
+    EXPECT_EQ(form_->Workspace().song.trackCount, 17);
+    EXPECT_TRUE(form_->Workspace().fileName.empty());
+    EXPECT_EQ(LabelText("Lbl_SongName"), "New Song");
+    form_->ClearMidiMemory();
     EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/forms/qt_text.h"
 #include "support/midi_file_builder.h"
 #include <QAction>
 #include <QApplication>
@@ -17,7 +18,6 @@
 #include <QTimer>
 
 #include "app/forms/main_form.h"
-#include "app/forms/qt_text.h"
 #include "app/settings/settings_store.h"
 #include "midi/backends/loop/backend.h"
 #include "midi/portable_driver.h"
@@ -28,13 +28,13 @@ namespace tracksmith::forms {
 /// Answers the file dialogs with one file and keeps what was asked.
 class ScriptedChooser : public FileChooser {
 public:
-    std::optional<std::filesystem::path> ChooseOpen(QWidget*, Language,
+    std::optional<std::filesystem::path> ChooseOpen(QWidget*, Language, FileKind,
                                                     const std::filesystem::path& folder) override {
         asked = folder;
         return answer;
     }
     std::optional<std::filesystem::path> ChooseSave(
-        QWidget*, Language, const std::filesystem::path& proposal) override {
+        QWidget*, Language, FileKind, const std::filesystem::path& proposal) override {
         asked = proposal;
         return answer;
     }

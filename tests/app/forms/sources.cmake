@@ -1,6 +1,6 @@
 set(SOURCES
   file_commands_test.cpp
-  form_fixture.h
+  form_fixture.h instrument_test.cpp
   language_test.cpp
   main.cpp
   overview_test.cpp

@@ -1,0 +1,114 @@
+#include <array>
+
+#include "base/data_folders.h"
+#include "base/display_text.h"
+#include "base/forms/qt_text.h"
+
+#include "app/forms/main_form.h"
+#include "app/forms/notice_bar.h"
+#include "app/forms/play_desk.h"
+#include "app/forms/song_view.h"
+#include "app/forms/status_line.h"
+#include "app/forms/texts.h"
+#include "app/prepare_song.h"
+#include "app/save_song.h"
+#include "instruments/forms/instrument_chooser.h"
+#include "instruments/forms/options_form.h"
+#include "instruments/forms/texts.h"
+#include "instruments/forms/voices_dialog.h"
+
+// The commands for the instruments at the outputs.
+
+namespace tracksmith::forms {
+
+// The instruments' settings into the workspace, and their names into the window.
+void TMainForm::TakeInstruments() {
+    app::TakeInstrument(workspace_, instruments_);
+    std::array<std::string, instruments::OutputTable::kChannels> outputs;
+    for (std::size_t channel = 0; channel < outputs.size(); ++channel) {
+        outputs[channel] = desk_->Outputs().Route(channel).output;
+    }
+    app::TakeOtherOutputs(workspace_, instruments_, outputs);
+    const std::string& name = workspace_.outputs.outputs.front().name;
+    const std::string shown = instruments::FindInstrument(name) != nullptr ? name : std::string();
+    songView_->ShowInstrument(shown);
+    status_->SetInstrument(ToQString(shown));
+}
+
+void TMainForm::MMI_ChooseInstrumentClick() {
+    const Language language = host_.CurrentLanguage();
+    const std::string current = instruments_.ReadInstrument();
+    auto* chooser = new InstrumentChooser(
+        current, [this, language](const auto& each) { return voices_.Remark(each, language); },
+        language, this);
+    connect(chooser, &InstrumentChooser::Chosen, this, [this, current](const QString& name) {
+        if (!instruments_.WriteInstrument(name.toStdString())) {
+            notice_->ShowText(texts::kSettingNotStored);
+        }
+        TakeInstruments();
+        OfferPreparing(current);
+    });
+    chooser->open();
+}
+
+void TMainForm::OfferPreparing(const std::string& formerInstrument) {
+    const std::string& name = workspace_.outputs.outputs.front().name;
+    const QString question = texts::PrepareQuestion(ToQString(name), host_.CurrentLanguage());
+    if (workspace_.hasSong && name != formerInstrument && host_.AskYesNo(question.toStdString())) {
+        MMI_PrepareSongClick();
+    }
+}
+
+void TMainForm::MMI_PrepareSongClick() {
+    Run([&] { desk_->EditSong([&] { app::PrepareSong(workspace_, host_); }); });
+    notice_->ShowPlain(texts::ChangesSummary({}, workspace_.preparation, host_.CurrentLanguage()));
+    ShowWorkspace();
+}
+
+void TMainForm::MMI_VoicesClick() {
+    const Language language = host_.CurrentLanguage();
+    const instruments::InstrumentId id = workspace_.outputs.outputs.front().id;
+    const VoicesDialog::Files files{
+        [this, language](QWidget* window) {
+            return chooser_->ChooseOpen(window, language, FileKind::Voices,
+                                        settings_.ReadLastFolder());
+        },
+        [this, language](QWidget* window, const std::filesystem::path& name) {
+            auto file = chooser_->ChooseSave(window, language, FileKind::Voices,
+                                             settings_.ReadLastFolder() / name);
+            return file && app::ConfirmOverwrite(*file, host_) ? file : std::nullopt;
+        }};
+    auto* dialog = new VoicesDialog(*instruments::FindInstrument(id), voices_.OptionsOf(id),
+                                    VoiceFolders(), files, language, this);
+    connect(dialog, &VoicesDialog::TableChanged, this, [this] {
+        voices_.Reload();
+        TakeInstruments();
+    });
+    dialog->open();
+}
+
+void TMainForm::MMS_InstrumentsClick() {
+    const Language language = host_.CurrentLanguage();
+    std::vector<TOptionsForm::Output> outputs{
+        {std::string(), InLanguage(instrument_texts::kMainOutput, language)
+                            .arg(ToQString(DisplayText(desk_->Outputs().Output())))}};
+    for (const auto& device : desk_->Player().OutputDevices()) {
+        outputs.push_back({device.productName, ToQString(DisplayText(device.productName))});
+    }
+    auto* form = new TOptionsForm(
+        instruments_, std::move(outputs),
+        [this, language](const auto& each) { return voices_.Remark(each, language); }, language,
+        this);
+    connect(form, &TOptionsForm::InstrumentStored, this, &TMainForm::TakeInstruments);
+    connect(form, &TOptionsForm::SettingStored, this, [this] {
+        TakeInstruments();
+        if (workspace_.hasSong) {
+            notice_->ShowReloadOffer();
+        }
+    });
+    const std::string former = instruments_.ReadInstrument();
+    connect(form, &QDialog::finished, this, [this, former] { OfferPreparing(former); });
+    form->open();
+}
+
+} // namespace tracksmith::forms

@@ -1,0 +1,12 @@
+set(SOURCES
+  audio_routing_dialog.cpp
+  audio_routing_dialog.h
+  instrument_chooser.cpp
+  instrument_chooser.h
+  instrument_list.cpp
+  instrument_list.h
+  options_form.cpp
+  options_form.h
+  texts.h
+  voices_dialog.cpp
+  voices_dialog.h)

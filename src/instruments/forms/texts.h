@@ -1,0 +1,59 @@
+#pragma once
+
+#include "base/text.h"
+
+namespace tracksmith::forms::instrument_texts {
+
+// Choosing an instrument
+inline constexpr Text kInstrument{De{"Instrument"}, En{"Instrument"}};
+inline constexpr Text kChooseInstrument{De{"Instrument wählen"}, En{"Choose Instrument"}};
+inline constexpr Text kSearchInstrument{De{"Hersteller oder Modell suchen"},
+                                        En{"Search maker or model"}};
+inline constexpr Text kChoose{De{"&Wählen"}, En{"&Choose"}};
+inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
+inline constexpr Text kGmNames{De{"GM-Namen"}, En{"GM names"}};
+inline constexpr Text kVoiceCount{De{"%1 Klänge"}, En{"%1 voices"}};
+
+// Settings of the instruments
+inline constexpr Text kOptionsTitle{De{"Instrumente"}, En{"Instruments"}};
+inline constexpr Text kForOutput{De{"Für den &Ausgang"}, En{"For the &output"}};
+inline constexpr Text kMainOutput{De{"%1 (alle Kanäle)"}, En{"%1 (all channels)"}};
+inline constexpr Text kPreparing{De{"Vorbereiten der Stücke"}, En{"Preparing songs"}};
+inline constexpr Text kOnlyThisInstrument{De{"Nur dieses Instrument"}, En{"This instrument only"}};
+inline constexpr Text kSysexTrack{De{"&Spur für die Meldungen"}, En{"&Track for the messages"}};
+inline constexpr Text kRolandMap{De{"&Klangtabelle"}, En{"Sound &map"}};
+inline constexpr Text kRolandMapHint{De{"Welche Klänge Bankwahl-LSB 0 meint"},
+                                     En{"Which sounds bank select LSB 0 means"}};
+inline constexpr Text kLimexTe200{De{"mit Tradition Exclusiv 200v3"},
+                                  En{"with Tradition Exclusiv 200v3"}};
+inline constexpr Text kLimexTe200Hint{De{"Klangnamen auch aus dessen Liste"},
+                                      En{"Voice names from its list too"}};
+inline constexpr Text kAudioRouting{De{"Audio-Ausgänge…"}, En{"Audio Outputs…"}};
+inline constexpr Text kAudioRoutingTitle{De{"Audio-Ausgänge der Parts"},
+                                         En{"Audio Outputs of the Parts"}};
+inline constexpr Text kPart{De{"Part %1"}, En{"Part %1"}};
+inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeichert werden."},
+                                        En{"The setting could not be stored."}};
+
+// Voices
+inline constexpr Text kVoicesTitle{De{"Klänge: %1"}, En{"Voices: %1"}};
+inline constexpr Text kSearchVoice{De{"Name oder Gruppe suchen"}, En{"Search name or category"}};
+inline constexpr Text kVoices{De{"Klänge"}, En{"Voices"}};
+inline constexpr Text kFamily{De{"Familie"}, En{"Family"}};
+inline constexpr Text kCategory{De{"Gruppe"}, En{"Category"}};
+inline constexpr Text kName{Both{"Name"}};
+inline constexpr Text kMsb{Both{"MSB"}};
+inline constexpr Text kLsb{Both{"LSB"}};
+inline constexpr Text kProgram{De{"Programm"}, En{"Program"}};
+inline constexpr Text kImport{De{"&Importieren…"}, En{"&Import…"}};
+inline constexpr Text kExport{De{"&Exportieren…"}, En{"&Export…"}};
+inline constexpr Text kImported{De{"%1 Klänge übernommen: %2"}, En{"%1 voices taken: %2"}};
+inline constexpr Text kExported{De{"Gespeichert: %1"}, En{"Saved: %1"}};
+inline constexpr Text kExportFailed{De{"Die Datei konnte nicht geschrieben werden: %1"},
+                                    En{"The file could not be written: %1"}};
+inline constexpr Text kReadFailed{De{"Die Datei kann nicht gelesen werden: %1"},
+                                  En{"The file cannot be read: %1"}};
+inline constexpr Text kWhichModel{De{"Welches Modell?"}, En{"Which model?"}};
+inline constexpr Text kVoiceFiles{De{"Klanglisten"}, En{"Voice lists"}};
+
+} // namespace tracksmith::forms::instrument_texts

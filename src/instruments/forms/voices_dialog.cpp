@@ -1,0 +1,183 @@
+#include "instruments/forms/voices_dialog.h"
+
+#include "base/forms/dialog_frame.h"
+#include "base/forms/labels.h"
+#include "base/forms/list_panel.h"
+#include "base/forms/qt_text.h"
+#include "base/forms/theme.h"
+#include "base/system/file_io.h"
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "instruments/forms/texts.h"
+#include "instruments/importers/import_file.h"
+#include "instruments/voices/voice_file_error.h"
+#include "instruments/voices/voice_list.h"
+#include "instruments/voices/voice_table_writer.h"
+
+namespace tracksmith::forms {
+namespace {
+
+using instruments::ImportedTable;
+using instruments::Voice;
+
+Row VoiceRow(const Voice& voice) {
+    Row row;
+    row.cells = {ToQString(voice.name),      ToQString(voice.category),
+                 ToQString(voice.family),    QString::number(voice.msb),
+                 QString::number(voice.lsb), QString::number(voice.program + 1)};
+    return row;
+}
+
+std::vector<Voice> CopyOf(const std::vector<const Voice*>& voices) {
+    std::vector<Voice> copy;
+    for (const Voice* voice : voices) {
+        copy.push_back(*voice);
+    }
+    return copy;
+}
+
+} // namespace
+
+VoicesDialog::VoicesDialog(const instruments::Instrument& instrument,
+                           const instruments::LookupOptions& options,
+                           std::vector<std::filesystem::path> folders, Files files,
+                           Language language, QWidget* parent)
+    : QDialog(parent),
+      instrument_(instrument),
+      options_(options),
+      folders_(std::move(folders)),
+      files_(std::move(files)),
+      language_(language),
+      search_(new QLineEdit),
+      list_(new ListPanel("Table_Voices", instrument_texts::kVoices,
+                          {{instrument_texts::kName},
+                           {instrument_texts::kCategory},
+                           {instrument_texts::kFamily},
+                           {instrument_texts::kMsb, true},
+                           {instrument_texts::kLsb, true},
+                           {instrument_texts::kProgram, true}},
+                          0)),
+      message_(NewLabel("L_VoicesMessage", this)) {
+    setObjectName(QStringLiteral("Dlg_Voices"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(instrument.name)));
+    AddColumn(*this);
+    AddSearch();
+    layout()->addWidget(list_);
+    list_->Retranslate(language);
+    layout()->addWidget(message_);
+    message_->setWordWrap(true);
+    AddFileButtons();
+    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
+    Reload();
+}
+
+VoicesDialog::~VoicesDialog() = default;
+
+QString VoicesDialog::Say(const Text& text) const {
+    return InLanguage(text, language_);
+}
+
+void VoicesDialog::AddSearch() {
+    search_->setObjectName(QStringLiteral("E_SelectSoundName"));
+    search_->setPlaceholderText(Say(instrument_texts::kSearchVoice));
+    search_->setAccessibleName(Say(instrument_texts::kSearchVoice));
+    search_->setClearButtonEnabled(true);
+    layout()->addWidget(search_);
+    connect(search_, &QLineEdit::textChanged, this, &VoicesDialog::ShowVoices);
+}
+
+void VoicesDialog::AddFileButtons() {
+    AddCloseButton(*this, language_);
+    auto* import = new QPushButton(Say(instrument_texts::kImport));
+    import->setObjectName(QStringLiteral("Btn_ImportVoices"));
+    import->setAutoDefault(false);
+    auto* save = new QPushButton(Say(instrument_texts::kExport));
+    save->setObjectName(QStringLiteral("Btn_ExportVoices"));
+    save->setAutoDefault(false);
+    auto* row = static_cast<QHBoxLayout*>(layout()->itemAt(layout()->count() - 1)->layout());
+    row->insertWidget(0, import);
+    row->insertWidget(1, save);
+    connect(import, &QPushButton::clicked, this, &VoicesDialog::Import);
+    connect(save, &QPushButton::clicked, this, &VoicesDialog::Export);
+}
+
+void VoicesDialog::Reload() {
+    tables_ = std::make_unique<instruments::VoiceTables>(folders_);
+    QStringList problems;
+    for (const std::string& problem : tables_->Problems(instrument_.id, language_)) {
+        problems << ToQString(problem);
+    }
+    message_->setText(problems.join(u'\n'));
+    ShowVoices();
+}
+
+void VoicesDialog::ShowVoices() {
+    std::vector<Row> rows;
+    const std::string words = search_->text().toStdString();
+    for (const Voice* voice :
+         instruments::SearchVoices(*tables_, instrument_.id, words, options_)) {
+        rows.push_back(VoiceRow(*voice));
+    }
+    list_->SetRows(std::move(rows));
+}
+
+// The table of a file with one model, or the one that the user picks.
+static const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTable>& tables,
+                                 const QString& question) {
+    if (tables.size() == 1) {
+        return tables.data();
+    }
+    QStringList models;
+    for (const ImportedTable& table : tables) {
+        models << ToQString(table.modelName);
+    }
+    bool chosen = false;
+    const QString model =
+        QInputDialog::getItem(window, question, question, models, 0, false, &chosen);
+    return chosen ? &tables.at(static_cast<std::size_t>(models.indexOf(model))) : nullptr;
+}
+
+void VoicesDialog::Import() {
+    const auto file = files_.open(this);
+    if (!file || folders_.empty()) {
+        return;
+    }
+    try {
+        const std::vector<ImportedTable> tables = instruments::ImportVoiceFile(*file);
+        if (const ImportedTable* picked = Pick(this, tables, Say(instrument_texts::kWhichModel))) {
+            SaveUserTable(folders_.front(), instrument_.id, picked->table);
+            Reload();
+            message_->setText(
+                Say(instrument_texts::kImported)
+                    .arg(NumberText(static_cast<std::int64_t>(picked->table.Voices().size()),
+                                    language_),
+                         ToQString(picked->modelName)));
+            emit TableChanged();
+        }
+    } catch (const instruments::VoiceFileError& error) {
+        message_->setText(ShownFileName(*file) + QStringLiteral(": ") +
+                          ToQString(error.Message(language_)));
+    }
+}
+
+void VoicesDialog::Export() {
+    const auto file = files_.save(this, instruments::TableFileName(instrument_));
+    if (!file) {
+        return;
+    }
+    const std::string text = instruments::VoiceTableText(
+        CopyOf(instruments::VoicesOf(*tables_, instrument_.id, options_)));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const bool written = system::WriteFileAtomically(*file, {bytes, text.size()}).outcome ==
+                         system::WriteOutcome::Written;
+    message_->setText(Say(written ? instrument_texts::kExported : instrument_texts::kExportFailed)
+                          .arg(ShownPath(*file)));
+}
+
+} // namespace tracksmith::forms

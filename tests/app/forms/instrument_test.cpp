@@ -1,0 +1,160 @@
+#include "form_fixture.h"
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "app/forms/play_desk.h"
+#include "song/check_song.h"
+
+namespace tracksmith::forms {
+namespace {
+
+/// Windows of the instruments; voice lists of the user are in the test's folder.
+class InstrumentTest : public FormTest {
+protected:
+    void SetUp() override {
+        qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
+        FormTest::SetUp();
+    }
+
+    void Choose(const char* words) {
+        Trigger("MMI_ChooseInstrument");
+        auto* search = Find<QLineEdit>("E_SearchInstrument");
+        QTest::keyClicks(search, QLatin1String(words));
+        QTest::keyClick(search, Qt::Key_Return);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    std::string Instrument() { return store_->ReadStrFromUserRegistry("MidiInstrument00", "none"); }
+};
+
+TEST_F(InstrumentTest, IsFoundByTypingAndRemembered) {
+    EXPECT_EQ(Find<QPushButton>("Btn_Instrument")->accessibleName().toStdString(),
+              "Instrument: please choose…");
+    Choose("yam tyros 5");
+    EXPECT_EQ(Instrument(), "Yamaha Tyros 5");
+    EXPECT_EQ(LabelText("Lbl_StatusInstrument"), "Yamaha Tyros 5");
+    Trigger("MMI_ChooseInstrument");
+    auto* search = Find<QLineEdit>("E_SearchInstrument");
+    auto* tree = Find<QTreeWidget>("Tree_Instruments");
+    EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 5");
+    QTest::keyClick(search, Qt::Key_Up);
+    EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 4");
+    QTest::keyClick(search, Qt::Key_Escape);
+    EXPECT_EQ(Instrument(), "Yamaha Tyros 5");
+    OpenWindow();
+    EXPECT_EQ(Find<QPushButton>("Btn_Instrument")->text().toStdString(), "Yamaha Tyros 5");
+}
+
+TEST_F(InstrumentTest, LoadingPreparesTheSongAndTellsSo) {
+    Choose("Yamaha Genos2");
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    EXPECT_NE(Find<QLabel>("Lbl_Notice")
+                  ->accessibleName()
+                  .indexOf(QStringLiteral("Prepared for Yamaha Genos2: +1 XG System On")),
+              -1);
+    EXPECT_FALSE(form_->Workspace().modified);
+    Find<QPushButton>("Btn_Details")->click();
+    EXPECT_EQ(RowText("Table_Messages", 0),
+              "inserted|XG System On|1|001.01.002|F0 43 10 4C 00 00 7E 00 F7");
+}
+
+TEST_F(InstrumentTest, ChangingItAsksAndPreparesTheOpenSong) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    EXPECT_FALSE(form_->Workspace().preparation.prepared); // none chosen yet
+    {
+        BoxAnswer no("Btn_No");
+        Choose("gm2 soundset");
+        EXPECT_EQ(no.text, "Shall the open song be prepared for \"GM2 Soundset\"?");
+    }
+    EXPECT_FALSE(form_->Workspace().modified);
+    BoxAnswer yes("Btn_Yes");
+    Choose("roland sc-88pro");
+    EXPECT_TRUE(form_->Workspace().modified);
+    EXPECT_EQ(form_->Workspace().preparation.inserted, 1);
+    EXPECT_EQ(song::CheckSong(form_->Workspace().song), "");
+}
+
+TEST_F(InstrumentTest, PreparingGoesOnPlayingWhereItWas) {
+    Choose("roland sc-88pro");
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    form_->Desk().MoveToTick(1440);
+    Trigger("MMP_PlayStop");
+    BoxAnswer yes("Btn_Yes");
+    Choose("yamaha genos2");
+    EXPECT_EQ(form_->Workspace().preparation.inserted, 1);
+    EXPECT_TRUE(form_->Desk().Playing());
+    EXPECT_GE(form_->Desk().Tick(), 1440);
+    Trigger("MMP_PlayStop");
+}
+
+TEST_F(InstrumentTest, SettingsAreOpenOnlyWhereTheInstrumentHasThem) {
+    Choose("yamaha genos2");
+    Trigger("MMS_Instruments");
+    auto* list = Find<QTreeWidget>("CB_Instrument");
+    auto* dsp = Find<QCheckBox>("CB_YamahaDSPsEnabled");
+    auto* korg = Find<QCheckBox>("CB_KorgPartEQ");
+    auto* maps = Find<QComboBox>("CB_RolandSCDefaultMap");
+    EXPECT_TRUE(dsp->isEnabled());
+    EXPECT_FALSE(korg->isEnabled());
+    EXPECT_NE(korg->toolTip().indexOf(QStringLiteral("Pa5X")), -1);
+    const auto take = [&](const char* name) {
+        list->setCurrentItem(
+            list->findItems(QLatin1String(name), Qt::MatchExactly | Qt::MatchRecursive).at(0));
+    };
+    take("Roland SC-88Pro");
+    EXPECT_EQ(Instrument(), "Roland SC-88Pro");
+    EXPECT_FALSE(dsp->isEnabled());
+    ASSERT_TRUE(maps->isEnabled());
+    EXPECT_EQ(maps->currentText(), QStringLiteral("SC-88Pro"));
+    maps->setCurrentIndex(0);
+    emit maps->activated(0);
+    take("Korg Pa800");
+    korg->click();
+    take("Roland SC-88Pro");
+    EXPECT_EQ(maps->currentText(), QStringLiteral("SC-55"));
+    EXPECT_FALSE(korg->isEnabled());
+    EXPECT_TRUE(store_->ReadBoolFromUserRegistrySubdir("Korg Pa800", "KorgPartEQ", false));
+}
+
+TEST_F(InstrumentTest, AnotherOutputHasAnInstrumentOfItsOwn) {
+    Choose("yamaha genos2");
+    Trigger("MMS_Instruments");
+    auto* output = Find<QComboBox>("CB_InstrumentOutput");
+    ASSERT_EQ(output->count(), 3);
+    output->setCurrentIndex(2);
+    emit output->activated(2);
+    auto* list = Find<QTreeWidget>("CB_Instrument");
+    list->setCurrentItem(
+        list->findItems(QStringLiteral("Korg Pa700"), Qt::MatchExactly | Qt::MatchRecursive).at(0));
+    EXPECT_EQ(Instrument(), "Yamaha Genos2");
+    const std::string port = output->itemText(2).toStdString();
+    EXPECT_EQ(store_->ReadStrFromUserRegistrySubdir(port, "MidiInstrument", ""), "Korg Pa700");
+}
+
+TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {
+    Choose("korg pa700");
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    chooser_->answer =
+        Write("list.ins", test::BytesOf(".Patch Names\n[P]\n24=Our Guitar\n"
+                                        ".Instrument Definitions\n[Korg]\nPatch[1027]=P\n"));
+    Trigger("MMI_Voices");
+    Find<QPushButton>("Btn_ImportVoices")->click();
+    EXPECT_NE(LabelText("L_VoicesMessage").find("1 voices taken"), std::string::npos);
+    EXPECT_EQ(RowText("Table_Voices", 0), "Our Guitar|P|Voices|8|3|25");
+    EXPECT_NE(
+        Find<QWidget>("Card_Channel02")->accessibleName().indexOf(QStringLiteral("Our Guitar")),
+        -1);
+    chooser_->answer = Path("list.tsv");
+    Find<QPushButton>("Btn_ExportVoices")->click();
+    EXPECT_GT(std::filesystem::file_size(Path("list.tsv")), 40U);
+    chooser_->answer = Write("bad.ins", test::BytesOf("nonsense\n"));
+    Find<QPushButton>("Btn_ImportVoices")->click();
+    EXPECT_NE(LabelText("L_VoicesMessage").find("bad.ins"), std::string::npos);
+    EXPECT_EQ(RowText("Table_Voices", 0), "Our Guitar|P|Voices|8|3|25");
+}
+
+} // namespace
+} // namespace tracksmith::forms
