@@ -161,6 +161,8 @@ void AddOther(Words& words, SysexBytes data) {
 void AddMeaning(Words& words, SysexBytes data) {
     if (const Text* universal = UniversalMeaning(data)) {
         words.Add(*universal);
+    } else if (const Text* setUp = SetUpMeaning(data)) {
+        words.Add(*setUp);
     } else if (data[0] == kUniversalNonRealTime || data[0] == kUniversalRealTime) {
         words.Add(texts::kUniversal)
             .Add(" ")

@@ -52,6 +52,28 @@ constexpr auto kUniversal = std::to_array<UniversalRow>({
     {0x7F, 0x0A, kAny, Text{De{"Controller je Taste"}, En{"key-based controller"}}},
 });
 
+struct SetUpRow {
+    SysexBytes beginning; // with F0
+    Text words;
+};
+
+constexpr auto kSetUps = std::to_array<SetUpRow>({
+    {templates::kKetron, Text{De{"Ketron: Grundeinstellung"}, En{"Ketron: set-up"}}},
+    {SysexBytes(templates::kKetronSd1000).first(templates::kKetronSd1000Prefix),
+     Text{De{"Ketron SD1000: Grundeinstellung"}, En{"Ketron SD1000: set-up"}}},
+    {templates::kLimexPart, Text{De{"Limex: Part 1"}, En{"Limex: part 1"}}},
+    {templates::kKn6000,
+     Text{De{"Technics KN6000: Grundeinstellung"}, En{"Technics KN6000: set-up"}}},
+    {templates::kMotifEs, Text{De{"Motif ES: Insert-Effekte"}, En{"Motif ES: insertion effects"}}},
+    {templates::kMotifXf, Text{De{"Motif XF: Insert-Effekte"}, En{"Motif XF: insertion effects"}}},
+    {templates::kMotifXs, Text{De{"Motif XS: Insert-Effekte"}, En{"Motif XS: insertion effects"}}},
+    {templates::kSonicCellReverb, Text{De{"SonicCell: Hallpegel"}, En{"SonicCell: reverb level"}}},
+    {SysexBytes(templates::kKorgPartEq).first(templates::kKorgPartEqPrefix),
+     Text{De{"Korg Pa: Part-Equalizer"}, En{"Korg Pa: part equaliser"}}},
+    {SysexBytes(templates::kBk9PartEq).first(templates::kBk9PartEqPrefix),
+     Text{De{"BK-9: Part-Equalizer"}, En{"BK-9: part equaliser"}}},
+});
+
 // Addresses from `low` to `lowEnd`; of the middle byte only the bits of the mask count.
 struct AddressRow {
     int high;
@@ -254,6 +276,12 @@ std::string_view RolandModel(SysexBytes data) {
     const auto* found = std::ranges::find_if(
         kModels, [model](const Model& candidate) { return StartsWith(model, candidate.id); });
     return found == kModels.end() ? std::string_view() : found->name;
+}
+
+const Text* SetUpMeaning(SysexBytes data) {
+    const auto* row = std::ranges::find_if(
+        kSetUps, [data](const SetUpRow& each) { return StartsWith(data, DataOf(each.beginning)); });
+    return row == kSetUps.end() ? nullptr : &row->words;
 }
 
 } // namespace tracksmith::instruments

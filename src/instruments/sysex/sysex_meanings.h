@@ -22,6 +22,10 @@ struct AddressMeaning {
 /// RP-037); null for one that is not listed.
 const Text* UniversalMeaning(SysexBytes data);
 
+/// Meaning of a message (data without F0) that the program itself inserts or looks for on
+/// instruments whose messages are not published in general; null for any other.
+const Text* SetUpMeaning(SysexBytes data);
+
 /// Meaning of a GS address; null for one that is not listed. Source: Roland's MIDI implementations
 /// of the Sound Canvas series.
 const AddressMeaning* GsMeaning(const ParameterMessage& message);
