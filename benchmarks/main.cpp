@@ -50,6 +50,7 @@ struct Times {
     Series copy;
     Series scan;
     Series load;
+    Series loadPrepared;
     Series snapshot;
     Series retime;
     Series saveFormat1;
@@ -70,6 +71,11 @@ void MeasureRound(Times& times, app::Workspace& workspace, song::SongSnapshot& s
         sink = sink + copy[file.size() / 2];
     });
     times.scan.Measure([&] { sink = sink + song::ScanMidiData(file, host).checksum; });
+    times.loadPrepared.Measure([&] {
+        workspace.sysexOptions.automatic = true;
+        Load(workspace, file);
+    });
+    workspace.sysexOptions.automatic = false;
     times.load.Measure([&] { Load(workspace, file); });
     times.snapshot.Measure([&] { snapshot.Take(song); });
     times.retime.Measure([&] { song::SetTimePositions(workspace.song); });
@@ -162,6 +168,8 @@ void PrintTimes(BudgetTable& table, const Input& input, const Times& times, cons
     table.Row("scan", scan * toNs, "ns an event");
     table.Row("copy of the file", scan / times.copy.Median(), "of the scan's speed");
     PrintSpeed(table, "load, warm", scan / times.load.Median(), input.loadOfScan);
+    table.AtMost("load and prepare for an instrument",
+                 times.loadPrepared.Median() / times.load.Median(), 1.1, "times the load alone");
     PrintSpeed(table, "save as format 1", scan / times.saveFormat1.Median(), input.saveOfScan);
     PrintSpeed(table, "save as format 0", scan / times.saveFormat0.Median(), input.saveOfScan);
     table.AtMost("snapshot into the kept buffer", times.snapshot.Median() * toNs, 4, "ns an event");
@@ -182,6 +190,7 @@ bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std:
     const std::vector<std::uint8_t> file = GenerateSong(input.events);
     std::vector<std::uint8_t> copy(file.size());
     app::Workspace workspace;
+    workspace.outputs.outputs.front().SetName("Roland SC-88Pro");
     song::SongSnapshot snapshot;
     Times warmUp;
     MeasureRound(warmUp, workspace, snapshot, file, copy);

@@ -1,20 +1,30 @@
 #!/bin/sh
-# Paints the main window playing the demo song into docs/main-window-dark.png and -light.png.
+# Paints the pictures of the documents: the main window playing the demo song in both themes, the
+# list of instruments, and what preparing the demo song did.
 # usage: tools/make_screenshots.sh PROGRAM [FOLDER]
 # PROGRAM is the built tracksmith; no screen is needed. FOLDER takes the pictures instead of docs;
 # LANGUAGE_SHOWN=de makes German ones, QT_SCALE_FACTOR=1.5 larger ones.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 program=${1:?usage: make_screenshots.sh path/to/tracksmith}
+folder=${2:-$root/docs}
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
+mkdir -p "$folder" "$scratch/tracksmith"
 
-mkdir -p "$root/docs"
-for theme in dark light; do
+# picture NAME THEME OPTION...
+picture() {
     # Settings of its own, so that neither the user's theme nor the recent files come in.
-    mkdir -p "$scratch/$theme/tracksmith"
-    printf '{"SOFTWARE\\\\Orlavo\\\\Tracksmith 12": {"Theme": "%s", "Language": "%s"}}\n' \
-        "$theme" "${LANGUAGE_SHOWN:-en}" > "$scratch/$theme/tracksmith/settings.json"
-    XDG_CONFIG_HOME="$scratch/$theme" QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy "$program" \
-        --play 23 --screenshot "${2:-$root/docs}/main-window-$theme.png" "$root/data/demo/demo.mid"
-done
+    printf '{"SOFTWARE\\\\Orlavo\\\\Tracksmith 12": {"Theme": "%s", "Language": "%s", %s}}\n' \
+        "$2" "${LANGUAGE_SHOWN:-en}" '"MidiInstrument00": "Yamaha Genos"' \
+        >"$scratch/tracksmith/settings.json"
+    out=$folder/$1.png
+    shift 2
+    XDG_CONFIG_HOME=$scratch XDG_DATA_HOME=$scratch QT_QPA_PLATFORM=offscreen \
+        SDL_AUDIODRIVER=dummy "$program" "$@" --screenshot "$out" "$root/data/demo/demo.mid"
+}
+
+picture main-window-dark dark --play 23
+picture main-window-light light --play 23
+picture instrument-chooser dark --show MMI_ChooseInstrument
+picture what-changed dark --show MMF_WhatChanged

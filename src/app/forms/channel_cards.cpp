@@ -109,6 +109,9 @@ void ChannelCard::PaintHead(QPainter& painter, const QRectF& inside) const {
 void ChannelCard::PaintVoice(QPainter& painter, const QRectF& place) const {
     const QFont small = ScaledFont(font(), kCaptionSize);
     QTextLayout layout(voice_, small);
+    QTextOption wrapped(Qt::AlignLeft);
+    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(wrapped);
     painter.setPen(palette().color(QPalette::ButtonText));
     layout.beginLayout();
     QTextLine line = layout.createLine();

@@ -1,0 +1,23 @@
+#!/bin/sh
+# Writes docs/instruments.md: which instrument has a voice table and which operations prepare a song
+# for it, as the program itself lists them.
+# usage: tools/make_instrument_table.sh path/to/tracksmith-cli
+set -eu
+root=$(cd "$(dirname "$0")/.." && pwd)
+program=${1:?usage: make_instrument_table.sh path/to/tracksmith-cli}
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+{
+    cat <<'TEXT'
+# Instruments
+
+The catalogue in its order: the stable identifier, the name as it stands in the settings, how many
+voices and drum kits the program's own table has (GM: the names of General MIDI are shown), and the
+operations that prepare a song for the instrument, in their order, each with the option that decides
+it where there is one. Where the voices come from is told in [voice-tables.md](voice-tables.md).
+
+Written by `tools/make_instrument_table.sh`.
+
+TEXT
+    XDG_DATA_HOME=$scratch "$program" instruments --lang en --markdown
+} >"$root/docs/instruments.md"
