@@ -15,6 +15,7 @@ constexpr const char* kRolandScMap = "RolandSCDefaultMapIdx";
 constexpr const char* kLimexTe200 = "LimexTE200";
 constexpr std::string_view kNoInstrument = "abc";
 constexpr std::string_view kIntegra7 = "Roland Integra-7";
+constexpr std::string_view kMotifXs = "Yamaha Motif-Rack XS";
 
 constexpr auto kSwitches = std::to_array<SysexSwitch>({
     {"AutoSysex", std::nullopt, &SysexOptions::automatic, texts::kAutoSysex, texts::kAutoSysexHint},
@@ -38,10 +39,27 @@ constexpr auto kSwitches = std::to_array<SysexSwitch>({
      texts::kMotifWithoutGm, texts::kMotifWithoutGmHint},
 });
 
-constexpr auto kIntegra7Outputs = std::to_array<std::string_view>(
-    {"Stereo Output A", "Stereo Output B", "Stereo Output C", "Stereo Output D", "Mono Output 1",
-     "Mono Output 2", "Mono Output 3", "Mono Output 4", "Mono Output 5", "Mono Output 6",
-     "Mono Output 7", "Mono Output 8"});
+constexpr auto kIntegra7Outputs = std::to_array<AudioOutput>({{"Stereo Output A", 0},
+                                                              {"Stereo Output B", 1},
+                                                              {"Stereo Output C", 2},
+                                                              {"Stereo Output D", 3},
+                                                              {"Mono Output 1", 4},
+                                                              {"Mono Output 2", 5},
+                                                              {"Mono Output 3", 6},
+                                                              {"Mono Output 4", 7},
+                                                              {"Mono Output 5", 8},
+                                                              {"Mono Output 6", 9},
+                                                              {"Mono Output 7", 10},
+                                                              {"Mono Output 8", 11}});
+constexpr auto kMotifXsOutputs = std::to_array<AudioOutput>({{"Output L+R", 0x00},
+                                                             {"Assignable L+R", 0x08},
+                                                             {"m1+2", 0x09},
+                                                             {"m3+4", 0x0A},
+                                                             {"m5+6", 0x0B},
+                                                             {"m7+8", 0x0C},
+                                                             {"m9+10", 0x0D},
+                                                             {"m11+12", 0x0E},
+                                                             {"m13+14", 0x0F}});
 
 std::string OutputSetting(std::size_t part) {
     return "AudioOutput" + std::string(part < 10 ? "0" : "") + std::to_string(part);
@@ -57,8 +75,12 @@ std::span<const SysexSwitch> SysexSwitches() {
     return kSwitches;
 }
 
-std::span<const std::string_view> Integra7Outputs() {
-    return kIntegra7Outputs;
+std::span<const AudioOutput> AudioOutputs(std::string_view instrumentName) {
+    if (instrumentName == kIntegra7) {
+        return kIntegra7Outputs;
+    }
+    return instrumentName == kMotifXs ? std::span<const AudioOutput>(kMotifXsOutputs)
+                                      : std::span<const AudioOutput>();
 }
 
 std::string InstrumentSettings::ReadInstrument() {
@@ -87,9 +109,9 @@ SysexOptions InstrumentSettings::ReadOptions(std::string_view instrumentName) {
         }
     }
     options.defaultTrack = ReadSysexTrack();
-    if (instrumentName == kIntegra7) {
-        for (std::size_t part = 0; part < options.integra7Outputs.size(); ++part) {
-            options.integra7Outputs[part] = ReadIntegra7Output(part);
+    if (!AudioOutputs(instrumentName).empty()) {
+        for (std::size_t part = 0; part < options.partOutputs.size(); ++part) {
+            options.partOutputs[part] = ReadAudioOutput(instrumentName, part);
         }
     }
     return options;
@@ -137,15 +159,19 @@ bool InstrumentSettings::WriteLimexTe200(std::string_view instrumentName, bool o
     return store_.WriteBoolToUserRegistrySubdir(instrumentName, kLimexTe200, on);
 }
 
-std::uint8_t InstrumentSettings::ReadIntegra7Output(std::size_t part) {
+std::uint8_t InstrumentSettings::ReadAudioOutput(std::string_view instrumentName,
+                                                 std::size_t part) {
     const std::int32_t stored =
-        store_.ReadIntFromUserRegistrySubdir(kIntegra7, OutputSetting(part), 0);
-    const bool valid = stored > 0 && stored < static_cast<std::int32_t>(kIntegra7Outputs.size());
-    return static_cast<std::uint8_t>(valid ? stored : 0);
+        store_.ReadIntFromUserRegistrySubdir(instrumentName, OutputSetting(part), 0);
+    const auto outputs = AudioOutputs(instrumentName);
+    const bool known = std::ranges::any_of(
+        outputs, [stored](const AudioOutput& output) { return output.value == stored; });
+    return static_cast<std::uint8_t>(known ? stored : 0);
 }
 
-bool InstrumentSettings::WriteIntegra7Output(std::size_t part, std::uint8_t output) {
-    return store_.WriteIntToUserRegistrySubdir(kIntegra7, OutputSetting(part), output);
+bool InstrumentSettings::WriteAudioOutput(std::string_view instrumentName, std::size_t part,
+                                          std::uint8_t value) {
+    return store_.WriteIntToUserRegistrySubdir(instrumentName, OutputSetting(part), value);
 }
 
 } // namespace tracksmith::instruments

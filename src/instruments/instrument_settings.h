@@ -34,8 +34,16 @@ std::span<const SysexSwitch> SysexSwitches();
 /// Most tracks that the number of the track for set-up messages can name.
 inline constexpr std::int32_t kMostSysexTrack = 99;
 
-/// What an output of the Integra-7 is called, by its number; 0 is the usual one.
-std::span<const std::string_view> Integra7Outputs();
+/// An audio output of an instrument.
+struct AudioOutput {
+    std::string_view name;
+    /// The instrument's own number of it.
+    std::uint8_t value;
+};
+
+/// The outputs that the parts of an instrument can be put on by messages, the usual one first;
+/// empty where no such message is known.
+std::span<const AudioOutput> AudioOutputs(std::string_view instrumentName);
 
 /// The stored choices about instruments. Switches that need a capability are kept for each
 /// instrument. Reads go to the settings every time; not for the playback thread.
@@ -73,9 +81,10 @@ public:
     bool ReadLimexTe200(std::string_view instrumentName);
     bool WriteLimexTe200(std::string_view instrumentName, bool on);
 
-    /// Output of a part (0-15) of the Integra-7.
-    std::uint8_t ReadIntegra7Output(std::size_t part);
-    bool WriteIntegra7Output(std::size_t part, std::uint8_t output);
+    /// Audio output of a part (0-15) by the instrument's number; 0, the usual one, for a number
+    /// that is none of its AudioOutputs.
+    std::uint8_t ReadAudioOutput(std::string_view instrumentName, std::size_t part);
+    bool WriteAudioOutput(std::string_view instrumentName, std::size_t part, std::uint8_t value);
 
 private:
     settings::SettingsStore& store_;

@@ -33,8 +33,8 @@ struct SysexOptions {
     bool motifMasterEq = false;
     /// No GM System On for Motif instruments.
     bool motifWithoutGmReset = false;
-    /// Outputs of the parts of an Integra-7: 0 is "Stereo Output A", the instrument's usual one.
-    std::array<std::uint8_t, 16> integra7Outputs{};
+    /// Audio outputs of the parts as the instrument numbers them, see AudioOutputs; 0 is the usual.
+    std::array<std::uint8_t, 16> partOutputs{};
 };
 
 /// One message that the preparation put into the song, took out or only found.

@@ -9,8 +9,8 @@ inline constexpr Text kOnlyKorgPa{
     En{"Only for Korg MP10 Pro, Pa500, Pa800, Pa2Xpro, Pa3X, Pa4X and Pa5X"}};
 inline constexpr Text kOnlyLimex{De{"Nur für Limex HQ200, HQ260 und Quattropack"},
                                  En{"Only for Limex HQ200, HQ260 and Quattropack"}};
-inline constexpr Text kOnlyIntegra7{De{"Nur für Roland Integra-7"},
-                                    En{"Only for Roland Integra-7"}};
+inline constexpr Text kOnlyIntegra7{De{"Nur für Roland Integra-7 und Yamaha Motif-Rack XS"},
+                                    En{"Only for Roland Integra-7 and Yamaha Motif-Rack XS"}};
 inline constexpr Text kOnlyRolandSc{De{"Nur für die Instrumente Roland SC"},
                                     En{"Only for Roland SC instruments"}};
 inline constexpr Text kOnlyMotif{De{"Nur für Yamaha Motif XF, Motif-Rack ES und Motif-Rack XS"},

@@ -76,11 +76,11 @@ TEST_F(InstrumentSettingsTest, KeepsNumbersWithinWhatTheyMayBe) {
     EXPECT_EQ(settings_.ReadOptions(instrument).defaultTrack, kMostSysexTrack);
     store_.WriteIntToUserRegistry("SysexTrack", -3);
     EXPECT_EQ(settings_.ReadOptions(instrument).defaultTrack, 10);
-    settings_.WriteIntegra7Output(15, 3);
+    settings_.WriteAudioOutput(instrument, 15, 3);
     store_.WriteIntToUserRegistrySubdir(instrument, "AudioOutput02", 99);
-    EXPECT_EQ(settings_.ReadOptions(instrument).integra7Outputs[15], 3);
-    EXPECT_EQ(settings_.ReadOptions(instrument).integra7Outputs[2], 0);
-    EXPECT_EQ(settings_.ReadOptions("Yamaha Genos").integra7Outputs[15], 0);
+    EXPECT_EQ(settings_.ReadOptions(instrument).partOutputs[15], 3);
+    EXPECT_EQ(settings_.ReadOptions(instrument).partOutputs[2], 0);
+    EXPECT_EQ(settings_.ReadOptions("Yamaha Genos").partOutputs[15], 0);
     settings_.WriteRolandScMap("Roland SC-88", 1);
     EXPECT_EQ(settings_.ReadRolandScMap("Roland SC-88"), 1);
     EXPECT_EQ(settings_.ReadRolandScMap("Roland SC-88Pro"), 3);

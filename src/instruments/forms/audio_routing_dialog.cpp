@@ -18,7 +18,8 @@ constexpr int kRows = 8;
 
 } // namespace
 
-AudioRoutingDialog::AudioRoutingDialog(instruments::InstrumentSettings& settings, Language language,
+AudioRoutingDialog::AudioRoutingDialog(instruments::InstrumentSettings& settings,
+                                       const std::string& instrument, Language language,
                                        QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("Dlg_AudioRouting"));
@@ -32,14 +33,14 @@ AudioRoutingDialog::AudioRoutingDialog(instruments::InstrumentSettings& settings
         auto* choice = new QComboBox;
         choice->setObjectName(QStringLiteral("CB_Part%1").arg(part, 2, 10, QLatin1Char('0')));
         choice->setAccessibleName(name);
-        for (const std::string_view output : instruments::Integra7Outputs()) {
-            choice->addItem(ToQString(output));
+        for (const instruments::AudioOutput& output : instruments::AudioOutputs(instrument)) {
+            choice->addItem(ToQString(output.name), output.value);
         }
         const auto index = static_cast<std::size_t>(part);
-        choice->setCurrentIndex(settings.ReadIntegra7Output(index));
-        connect(choice, &QComboBox::activated, this, [this, &settings, index](int output) {
-            emit SettingStored(
-                settings.WriteIntegra7Output(index, static_cast<std::uint8_t>(output)));
+        choice->setCurrentIndex(choice->findData(settings.ReadAudioOutput(instrument, index)));
+        connect(choice, &QComboBox::activated, this, [this, choice, &settings, instrument, index] {
+            const auto value = static_cast<std::uint8_t>(choice->currentData().toUInt());
+            emit SettingStored(settings.WriteAudioOutput(instrument, index, value));
         });
         const int column = part / kRows * 2;
         grid->addWidget(new QLabel(name), part % kRows, column);

@@ -211,6 +211,18 @@ void TOptionsForm::ShowAvailable(QWidget& control, Capability capability, const 
     control.setAccessibleDescription(text);
 }
 
+// Some instruments have the grid, but no message for it is known.
+void TOptionsForm::ShowAudioRouting() {
+    const bool motif = instruments::HasCapability(instrument_, Capability::MotifRoutingAndDsps);
+    ShowAvailable(*audioRouting_,
+                  motif ? Capability::MotifRoutingAndDsps : Capability::Integra7Routing,
+                  instrument_texts::kAudioRoutingTitle);
+    if (motif && instruments::AudioOutputs(instrument_).empty()) {
+        audioRouting_->setEnabled(false);
+        audioRouting_->setToolTip(Say(instrument_texts::kNoAudioRouting));
+    }
+}
+
 void TOptionsForm::ShowRolandMaps() {
     rolandMap_->clear();
     for (const std::string_view map : instruments::RolandScMaps(instrument_)) {
@@ -220,7 +232,7 @@ void TOptionsForm::ShowRolandMaps() {
 }
 
 void TOptionsForm::EditAudioRouting() {
-    auto* dialog = new AudioRoutingDialog(settings_, language_, this);
+    auto* dialog = new AudioRoutingDialog(settings_, instrument_, language_, this);
     connect(dialog, &AudioRoutingDialog::SettingStored, this, &TOptionsForm::Stored);
     dialog->open();
 }

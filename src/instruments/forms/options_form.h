@@ -57,6 +57,7 @@ private:
     void ShowOutput();
     void ShowSettings();
     void ShowAvailable(QWidget& control, instruments::Capability capability, const Text& hint);
+    void ShowAudioRouting();
     void ShowRolandMaps();
     void EditAudioRouting();
     void Stored(bool onDisk);

@@ -31,6 +31,8 @@ inline constexpr Text kLimexTe200Hint{De{"Klangnamen auch aus dessen Liste"},
 inline constexpr Text kAudioRouting{De{"Audio-Ausgänge…"}, En{"Audio Outputs…"}};
 inline constexpr Text kAudioRoutingTitle{De{"Audio-Ausgänge der Parts"},
                                          En{"Audio Outputs of the Parts"}};
+inline constexpr Text kNoAudioRouting{De{"Für dieses Modell ist keine Meldung dafür bekannt"},
+                                      En{"No message for this is known for this model"}};
 inline constexpr Text kPart{De{"Part %1"}, En{"Part %1"}};
 inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeichert werden."},
                                         En{"The setting could not be stored."}};

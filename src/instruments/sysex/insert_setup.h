@@ -32,9 +32,4 @@ void InsertMotifXSInsertsSysex(song::Song& song, SysexSession& session);
 /// Reverb level of the Sonic Cell, at tick 50.
 void InsertSonicCellReverbLevelSysex(song::Song& song, SysexSession& session);
 
-/// Outputs of the parts of an Integra-7 (address 18 00 2p 29 of the studio set, Roland's parameter
-/// address map): a message for each part whose output in the options is not 0. Other settings of
-/// these parts in the first 8 quarter notes are removed; output 0 leaves the song as it is.
-void InsertIntegra7OutputsSysex(song::Song& song, SysexSession& session);
-
 } // namespace tracksmith::instruments

@@ -6,6 +6,7 @@
 #include "instruments/capabilities.h"
 #include "instruments/sysex/insert_gs.h"
 #include "instruments/sysex/insert_gs_effects.h"
+#include "instruments/sysex/insert_outputs.h"
 #include "instruments/sysex/insert_reset.h"
 #include "instruments/sysex/insert_setup.h"
 #include "instruments/sysex/remove_sysex.h"
@@ -47,6 +48,8 @@ constexpr SysexOperation kInsertMotifXs{"InsertMotifXSInsertsSysex", InsertMotif
 constexpr SysexOperation kInsertSonicCell{"InsertSonicCellReverbLevelSysex",
                                           InsertSonicCellReverbLevelSysex};
 constexpr SysexOperation kInsertIntegra7{"InsertIntegra7OutputsSysex", InsertIntegra7OutputsSysex};
+constexpr SysexOperation kInsertMotifXsOutputs{"InsertMotifXSOutputsSysex",
+                                               InsertMotifXSOutputsSysex};
 
 constexpr SysexOperation kSearchKorg{"SearchKorgPartEQSysex", SearchKorgPartEQSysex};
 constexpr SysexOperation kSearchBk9{"SearchRolandBK9PartEQSysex", SearchRolandBK9PartEQSysex};
@@ -151,7 +154,15 @@ constexpr std::array<Step, 8> MotifSteps(SysexOperation insert, SysexOperation s
 }
 
 constexpr auto kMotifEsSteps = MotifSteps(kInsertMotifEs, kSearchMotifEs);
-constexpr auto kMotifXsSteps = MotifSteps(kInsertMotifXs, kSearchMotifXs);
+constexpr auto kMotifXsSteps = std::to_array<Step>({{kRemoveGm},
+                                                    {kRemoveGm2},
+                                                    {kRemoveRoland},
+                                                    {kRemoveKetron},
+                                                    {kRemoveYamahaDsp},
+                                                    {kInsertMotifXs},
+                                                    {kInsertGm, &kMotifGmReset},
+                                                    {kInsertMotifXsOutputs},
+                                                    {kSearchMotifXs, &kMotifDsps}});
 constexpr auto kMotifXfSteps = MotifSteps(kInsertMotifXf, kSearchMotifXf);
 
 // Removes all families and puts one set-up.

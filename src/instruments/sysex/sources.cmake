@@ -10,6 +10,8 @@ set(SOURCES
   insert_gs_effects.h
   insert_message.cpp
   insert_message.h
+  insert_outputs.cpp
+  insert_outputs.h
   insert_reset.cpp
   insert_reset.h
   insert_setup.cpp

@@ -171,7 +171,7 @@ std::vector<GroupCase> Groups() {
         {"MbMusic", {100}, {kGs00}, all({kGm}), {}, kPlain},
         {"Integra7", {71}, {}, notGs, {kIntegraEq}, kPlain},
         {"Integra7Output", {71}, {output}, notGs, {output, kIntegraEq}, With([](SysexOptions& o) {
-             o.integra7Outputs[2] = 5;
+             o.partOutputs[2] = 5;
          })},
         {"BK9", {72}, {}, notGs, {kBk9Eq}, kPlain},
         {"AsTheyAre", {39, 102}, {}, {}, {}, kPlain},

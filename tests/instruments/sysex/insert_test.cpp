@@ -4,6 +4,7 @@
 
 #include "instruments/sysex/insert_gs.h"
 #include "instruments/sysex/insert_gs_effects.h"
+#include "instruments/sysex/insert_outputs.h"
 #include "instruments/sysex/insert_reset.h"
 #include "instruments/sysex/insert_setup.h"
 #include "instruments/sysex/remove_sysex.h"
@@ -306,8 +307,8 @@ TEST(InsertSetUp, ASecondMessageOfItsKindIsEnough) {
 
 TEST(InsertSetUp, OutputsOfAnIntegra7ReplaceThoseOfTheSong) {
     SysexOptions options;
-    options.integra7Outputs[0] = 1;
-    options.integra7Outputs[15] = 4;
+    options.partOutputs[0] = 1;
+    options.partOutputs[15] = 4;
     Prepared song(Sixteen({{0, "F0 41 10 00 00 64 12 18 00 20 29 02 1D F7"},
                            {0, "F0 41 10 00 00 64 12 18 00 21 29 02 1C F7"}}),
                   options);
@@ -315,6 +316,13 @@ TEST(InsertSetUp, OutputsOfAnIntegra7ReplaceThoseOfTheSong) {
                       "10@32 41100000641218002F29040CF7"};
     EXPECT_EQ(song.Run(InsertIntegra7OutputsSysex).List(), after);
     EXPECT_EQ(song.Run(InsertIntegra7OutputsSysex).List(), after);
+}
+
+TEST(InsertSetUp, OutputsOfAMotifRackXsAreItsOwnNumbers) {
+    SysexOptions options;
+    options.partOutputs[2] = 0x0F;
+    Prepared song(Sixteen({{0, "F0 43 10 7F 03 37 02 1F 08 F7"}}), options);
+    EXPECT_EQ(song.Run(InsertMotifXSOutputsSysex).List(), (Texts{"10@6 43107F0337021F0FF7"}));
 }
 
 #ifndef _WIN32 // where taking the range would take the memory of everybody
