@@ -69,8 +69,6 @@ constexpr auto kSetUps = std::to_array<SetUpRow>({
     {templates::kMotifXs, Text{De{"Motif XS: Insert-Effekte"}, En{"Motif XS: insertion effects"}}},
     {SysexBytes(templates::kMotifXsOutput).first(6),
      Text{De{"Motif XS: Einstellung eines Parts"}, En{"Motif XS: setting of a part"}}},
-    {SysexBytes(templates::kIntegra7Output).first(9),
-     Text{De{"Integra-7: Einstellung eines Parts"}, En{"Integra-7: setting of a part"}}},
     {templates::kSonicCellReverb, Text{De{"SonicCell: Hallpegel"}, En{"SonicCell: reverb level"}}},
     {SysexBytes(templates::kKorgPartEq).first(templates::kKorgPartEqPrefix),
      Text{De{"Korg Pa: Part-Equalizer"}, En{"Korg Pa: part equaliser"}}},
