@@ -93,12 +93,16 @@ bool InstrumentSettings::WriteInstrument(std::string_view name) {
 }
 
 std::string InstrumentSettings::ReadInstrumentOf(std::string_view output) {
+    if (output.empty()) {
+        return ReadInstrument();
+    }
     return std::string(
         CurrentName(store_.ReadStrFromUserRegistrySubdir(output, kInstrument, kNoInstrument)));
 }
 
 bool InstrumentSettings::WriteInstrumentOf(std::string_view output, std::string_view name) {
-    return store_.WriteStrToUserRegistrySubdir(output, kInstrument, name);
+    return output.empty() ? WriteInstrument(name)
+                          : store_.WriteStrToUserRegistrySubdir(output, kInstrument, name);
 }
 
 SysexOptions InstrumentSettings::ReadOptions(std::string_view instrumentName) {

@@ -58,7 +58,7 @@ public:
     /// Returns false when it could not be stored.
     bool WriteInstrument(std::string_view name);
 
-    /// The same for another output, by the output's product name.
+    /// The same for any output, by its product name; empty for the output of all channels.
     std::string ReadInstrumentOf(std::string_view output);
     bool WriteInstrumentOf(std::string_view output, std::string_view name); ///< Likewise.
 

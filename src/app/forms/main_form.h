@@ -26,6 +26,7 @@ class QTranslator;
 namespace tracksmith::forms {
 
 class EmptyPage;
+struct InstrumentOutput;
 class NoticeBar;
 class NoticeHost;
 class PlayDesk;
@@ -124,6 +125,7 @@ private:
     void ConnectPlayer();
     void ShowMissingOutput();
     void TakeInstruments();
+    InstrumentOutput MainOutput() const;
     void OfferPreparing(const std::string& formerInstrument);
     void ConnectMenu();
     void ConnectAreas();

@@ -1,4 +1,5 @@
 #include <array>
+#include <set>
 
 #include "base/data_folders.h"
 #include "base/display_text.h"
@@ -35,18 +36,32 @@ void TMainForm::TakeInstruments() {
     status_->SetInstrument(ToQString(shown));
 }
 
+InstrumentOutput TMainForm::MainOutput() const {
+    return {std::string(), InLanguage(instrument_texts::kMainOutput, host_.CurrentLanguage())
+                               .arg(ToQString(DisplayText(desk_->Outputs().Output())))};
+}
+
 void TMainForm::MMI_ChooseInstrumentClick() {
     const Language language = host_.CurrentLanguage();
-    const std::string current = instruments_.ReadInstrument();
+    std::vector<InstrumentOutput> outputs{MainOutput()};
+    std::set<std::string> routed;
+    for (std::size_t channel = 0; channel < instruments::OutputTable::kChannels; ++channel) {
+        const std::string output = desk_->Outputs().Route(channel).output;
+        if (!output.empty() && routed.insert(output).second) {
+            outputs.push_back({output, ToQString(DisplayText(output))});
+        }
+    }
     auto* chooser = new InstrumentChooser(
-        current, [this, language](const auto& each) { return voices_.Remark(each, language); },
-        language, this);
-    connect(chooser, &InstrumentChooser::Chosen, this, [this, current](const QString& name) {
-        if (!instruments_.WriteInstrument(name.toStdString())) {
+        instruments_, std::move(outputs),
+        [this, language](const auto& each) { return voices_.Remark(each, language); }, language,
+        this);
+    const std::string former = instruments_.ReadInstrument();
+    connect(chooser, &InstrumentChooser::Stored, this, [this, former](const QString&, bool onDisk) {
+        if (!onDisk) {
             notice_->ShowText(texts::kSettingNotStored);
         }
         TakeInstruments();
-        OfferPreparing(current);
+        OfferPreparing(former);
     });
     chooser->open();
 }
@@ -89,9 +104,7 @@ void TMainForm::MMI_VoicesClick() {
 
 void TMainForm::MMS_InstrumentsClick() {
     const Language language = host_.CurrentLanguage();
-    std::vector<TOptionsForm::Output> outputs{
-        {std::string(), InLanguage(instrument_texts::kMainOutput, language)
-                            .arg(ToQString(DisplayText(desk_->Outputs().Output())))}};
+    std::vector<InstrumentOutput> outputs{MainOutput()};
     for (const auto& device : desk_->Player().OutputDevices()) {
         outputs.push_back({device.productName, ToQString(DisplayText(device.productName))});
     }

@@ -17,6 +17,7 @@ void TMainForm::ConnectPlayer() {
     });
     connect(desk_.get(), &PlayDesk::TempoChanged, this, &TMainForm::ShowFileState);
     connect(desk_.get(), &PlayDesk::PortsChanged, this, &TMainForm::ShowMissingOutput);
+    connect(desk_.get(), &PlayDesk::RoutesChanged, this, &TMainForm::TakeInstruments);
 }
 
 // Said once for each output that is missing.

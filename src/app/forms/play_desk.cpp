@@ -50,6 +50,16 @@ void PlayDesk::TakeSong() {
     emit PlaceChanged();
 }
 
+void PlayDesk::SetRoute(std::size_t channel, const app::OutputChoice::ChannelRoute& route) {
+    outputs_.SetRoute(channel, route);
+    emit RoutesChanged();
+}
+
+void PlayDesk::ResetRoutes() {
+    outputs_.ResetRoutes();
+    emit RoutesChanged();
+}
+
 void PlayDesk::EditSong(const std::function<void()>& edit) {
     const bool playing = Playing();
     if (!player_.Stop()) {

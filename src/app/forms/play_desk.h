@@ -84,6 +84,9 @@ public:
     void ReopenSynth();
     /// True when a channel goes to the built-in instrument.
     bool PlaysOnSynth() const;
+    /// Sends a channel (0-15) to an output, or all to the common one, and remembers it.
+    void SetRoute(std::size_t channel, const app::OutputChoice::ChannelRoute& route);
+    void ResetRoutes();
     /// Opens the chosen output already now, so that its trouble is known before playing.
     void OpenOutput();
 
@@ -93,6 +96,8 @@ signals:
     void PlaceChanged();
     void LoopChanged();
     void TempoChanged();
+    /// A channel goes to another output.
+    void RoutesChanged();
     /// An output or its state has changed.
     void PortsChanged();
 

@@ -47,7 +47,7 @@ RoutingPage::RoutingPage(PlayDesk& desk, QWidget* parent)
     grid->addWidget(reset_, kRows, 0, 1, 3, Qt::AlignLeft);
     grid->setRowStretch(kRows + 1, 1);
     connect(reset_, &QPushButton::clicked, this, [this] {
-        desk_.Outputs().ResetRoutes();
+        desk_.ResetRoutes();
         ShowRoutes();
     });
     connect(&desk, &PlayDesk::PortsChanged, this, &RoutingPage::ShowRoutes);
@@ -87,8 +87,8 @@ void RoutingPage::ShowRoutes() {
 void RoutingPage::TakeRoute(int channel) {
     const auto index = static_cast<std::size_t>(channel);
     const Line& line = lines_[index];
-    desk_.Outputs().SetRoute(index, {line.output->currentData().toString().toStdString(),
-                                     static_cast<std::uint8_t>(line.target->value() - 1)});
+    desk_.SetRoute(index, {line.output->currentData().toString().toStdString(),
+                           static_cast<std::uint8_t>(line.target->value() - 1)});
 }
 
 void RoutingPage::Retranslate(Language language) {

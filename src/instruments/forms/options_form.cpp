@@ -25,7 +25,8 @@ namespace tracksmith::forms {
 using instruments::Capability;
 using instruments::SysexSwitch;
 
-TOptionsForm::TOptionsForm(instruments::InstrumentSettings& settings, std::vector<Output> outputs,
+TOptionsForm::TOptionsForm(instruments::InstrumentSettings& settings,
+                           std::vector<InstrumentOutput> outputs,
                            const InstrumentList::Remark& remark, Language language, QWidget* parent)
     : QDialog(parent),
       settings_(settings),
@@ -66,7 +67,7 @@ QWidget* TOptionsForm::BuildInstruments() {
     auto* column = new QVBoxLayout(half);
     column->setContentsMargins(0, 0, 0, 0);
     output_->setObjectName(QStringLiteral("CB_InstrumentOutput"));
-    for (const Output& output : outputs_) {
+    for (const InstrumentOutput& output : outputs_) {
         output_->addItem(output.label);
     }
     auto* caption = new QLabel(Say(instrument_texts::kForOutput));
@@ -155,17 +156,12 @@ void TOptionsForm::AddAudioRouting(QLayout& column) {
     connect(audioRouting_, &QPushButton::clicked, this, &TOptionsForm::EditAudioRouting);
 }
 
-const TOptionsForm::Output& TOptionsForm::ChosenOutput() const {
+const InstrumentOutput& TOptionsForm::ChosenOutput() const {
     return outputs_.at(static_cast<std::size_t>(std::max(0, output_->currentIndex())));
 }
 
-std::string TOptionsForm::ReadInstrument() {
-    const std::string& output = ChosenOutput().productName;
-    return output.empty() ? settings_.ReadInstrument() : settings_.ReadInstrumentOf(output);
-}
-
 void TOptionsForm::ShowOutput() {
-    instrument_ = ReadInstrument();
+    instrument_ = settings_.ReadInstrumentOf(ChosenOutput().productName);
     list_->SetInstrument(instrument_);
     ShowSettings();
 }
@@ -177,8 +173,7 @@ void TOptionsForm::CB_InstrumentChange() {
     }
     instrument_ = chosen->name;
     const std::string output = ChosenOutput().productName;
-    const bool onDisk = output.empty() ? settings_.WriteInstrument(instrument_)
-                                       : settings_.WriteInstrumentOf(output, instrument_);
+    const bool onDisk = settings_.WriteInstrumentOf(output, instrument_);
     trouble_->setVisible(!onDisk);
     ShowSettings();
     emit InstrumentStored(ToQString(output));

@@ -6,8 +6,7 @@
 
 #include <QDialog>
 
-#include "instruments/forms/instrument_list.h"
-#include "instruments/instrument_settings.h"
+#include "instruments/forms/instrument_chooser.h"
 
 class QCheckBox;
 class QComboBox;
@@ -24,15 +23,8 @@ class TOptionsForm : public QDialog {
     Q_OBJECT
 
 public:
-    /// An output with the product name that the settings know it by, empty for the output of all
-    /// channels, and the name to show.
-    struct Output {
-        std::string productName;
-        QString label;
-    };
-
     /// `settings` must outlive the window; `outputs` has at least one.
-    TOptionsForm(instruments::InstrumentSettings& settings, std::vector<Output> outputs,
+    TOptionsForm(instruments::InstrumentSettings& settings, std::vector<InstrumentOutput> outputs,
                  const InstrumentList::Remark& remark, Language language, QWidget* parent);
 
     /// The instrument of the chosen output has been chosen: stores it and shows which settings it
@@ -61,12 +53,11 @@ private:
     void ShowRolandMaps();
     void EditAudioRouting();
     void Stored(bool onDisk);
-    std::string ReadInstrument();
-    const Output& ChosenOutput() const;
+    const InstrumentOutput& ChosenOutput() const;
     QString Say(const Text& text) const;
 
     instruments::InstrumentSettings& settings_;
-    std::vector<Output> outputs_;
+    std::vector<InstrumentOutput> outputs_;
     Language language_;
     std::string instrument_;
     QComboBox* output_;

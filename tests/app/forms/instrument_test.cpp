@@ -134,6 +134,26 @@ TEST_F(InstrumentTest, AnotherOutputHasAnInstrumentOfItsOwn) {
     EXPECT_EQ(store_->ReadStrFromUserRegistrySubdir(port, "MidiInstrument", ""), "Korg Pa700");
 }
 
+TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
+    Choose("yamaha genos");
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    const auto voice = [this] { return Find<QWidget>("Card_Channel02")->accessibleName(); };
+    EXPECT_EQ(voice().indexOf(QStringLiteral("Acoustic Guitar")), -1);
+    auto* output = Find<QComboBox>("CB_RouteOutput02");
+    output->setCurrentIndex(2);
+    emit output->activated(2);
+    EXPECT_NE(voice().indexOf(QStringLiteral("Acoustic Guitar (nylon)")), -1); // GM
+    Trigger("MMI_ChooseInstrument");
+    auto* choice = Find<QComboBox>("CB_ChooserOutput");
+    ASSERT_EQ(choice->count(), 2);
+    choice->setCurrentIndex(1);
+    emit choice->activated(1);
+    QTest::keyClicks(Find<QLineEdit>("E_SearchInstrument"), QStringLiteral("integra"));
+    Find<QPushButton>("Btn_OK")->click();
+    EXPECT_EQ(Instrument(), "Yamaha Genos");
+    EXPECT_EQ(form_->Workspace().outputs.InstrumentOfChannel(2), 71);
+}
+
 TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {
     Choose("korg pa700");
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
