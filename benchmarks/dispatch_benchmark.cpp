@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/recording_message_host.h"
+#include "base/system/file_io.h"
 #include "base/system/thread_timing.h"
 #include "song_generator.h"
 
@@ -207,6 +208,35 @@ void MeasurePlaying(std::ostream& out) {
         << " %, 1 ms poll " << polling << " %\n";
 }
 
+/// Plays the demo song for a while: how much processor a song as people play it takes.
+void MeasureDemo(std::ostream& out) {
+    constexpr std::chrono::seconds kPlayed = 20s;
+    const auto bytes = system::ReadRegularFile(TRACKSMITH_DEMO_SONG);
+    if (!bytes) {
+        out << "  the demo song cannot be read\n";
+        return;
+    }
+    song::Song song;
+    RecordingMessageHost host;
+    song::DecodeMidiData(song, *bytes, {}, host);
+    song::UpdateTimeZoneData(song);
+    TimingDriver driver(100'000);
+    player::TMidiPlayer player(song);
+    player.FormCreate({{{&driver, false}}, nullptr, "", host});
+    player.SongLoaded();
+    player.SuppressSysex(true); // the device takes none
+    player.MoveToTimePosition(player.SongEndTime() / 2);
+    player.Play();
+    driver.Restart();
+    const auto before = system::ProcessorTime();
+    const Clock::time_point start = Clock::now();
+    std::this_thread::sleep_for(kPlayed);
+    const double playing = ProcessorShare(before, Clock::now() - start);
+    player.Stop();
+    out << std::setprecision(3) << "  demo song, " << driver.Count() / kPlayed.count()
+        << " messages a second: processor " << playing << " %\n";
+}
+
 void MeasureStartAndTempo(std::ostream& out) {
     song::Song song;
     RecordingMessageHost host;
@@ -253,6 +283,7 @@ void MeasureStartAndTempo(std::ostream& out) {
 
 void RunDispatchBenchmark(std::ostream& out) {
     MeasurePlaying(out);
+    MeasureDemo(out);
     MeasureStartAndTempo(out);
 }
 
