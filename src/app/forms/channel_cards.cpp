@@ -164,6 +164,12 @@ void ChannelCards::ShowChannels(const std::vector<app::SongDescription::ChannelL
     SetTabStop(static_cast<int>(first - cards_.begin()));
 }
 
+int ChannelCards::ChosenChannel() const {
+    const auto chosen = std::find_if(cards_.begin(), cards_.end(),
+                                     [](const ChannelCard* card) { return card->isChecked(); });
+    return chosen == cards_.end() ? -1 : static_cast<int>(chosen - cards_.begin());
+}
+
 void ChannelCards::Choose(int channel, bool on) {
     for (int each = 0; each < 16; ++each) {
         cards_[static_cast<std::size_t>(each)]->setChecked(on && each == channel);

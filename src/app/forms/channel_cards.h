@@ -60,6 +60,9 @@ public:
     void ShowChannels(const std::vector<app::SongDescription::ChannelLine>& lines,
                       const VoiceName& voiceName, Language language);
 
+    /// The channel (0-15) brought out, -1 for none.
+    int ChosenChannel() const;
+
     /// Brings no channel out.
     void ClearChoice() { Choose(0, false); }
 

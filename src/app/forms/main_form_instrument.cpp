@@ -15,8 +15,8 @@
 #include "app/save_song.h"
 #include "instruments/forms/instrument_chooser.h"
 #include "instruments/forms/options_form.h"
+#include "instruments/forms/patches_form.h"
 #include "instruments/forms/texts.h"
-#include "instruments/forms/voices_dialog.h"
 
 // The commands for the instruments at the outputs.
 
@@ -82,8 +82,7 @@ void TMainForm::MMI_PrepareSongClick() {
 
 void TMainForm::MMI_VoicesClick() {
     const Language language = host_.CurrentLanguage();
-    const instruments::InstrumentId id = workspace_.outputs.outputs.front().id;
-    const VoicesDialog::Files files{
+    const TPatchesForm::Files files{
         [this, language](QWidget* window) {
             return chooser_->ChooseOpen(window, language, FileKind::Voices,
                                         settings_.ReadLastFolder());
@@ -93,9 +92,11 @@ void TMainForm::MMI_VoicesClick() {
                                              settings_.ReadLastFolder() / name);
             return file && app::ConfirmOverwrite(*file, host_) ? file : std::nullopt;
         }};
-    auto* dialog = new VoicesDialog(*instruments::FindInstrument(id), voices_.OptionsOf(id),
-                                    VoiceFolders(), files, language, this);
-    connect(dialog, &VoicesDialog::TableChanged, this, [this] {
+    auto* dialog = new TPatchesForm(
+        workspace_.outputs, [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); },
+        VoiceFolders(), files, language, this);
+    dialog->DisplayInstrumentPatches(songView_->ChosenChannel());
+    connect(dialog, &TPatchesForm::TableChanged, this, [this] {
         voices_.Reload();
         TakeInstruments();
     });

@@ -1,5 +1,7 @@
 #include "app/forms/song_view.h"
 
+#include <algorithm>
+
 #include "base/forms/list_panel.h"
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
@@ -105,6 +107,10 @@ void SongView::ShowSong(const QString& fileName) {
     overview_->SetSong(song::MakeNoteOverview(workspace_.song), OverviewMarks(description_));
     ShowPlace();
     ShowLoop();
+}
+
+std::size_t SongView::ChosenChannel() const {
+    return static_cast<std::size_t>(std::max(0, cards_->ChosenChannel()));
 }
 
 void SongView::ShowNextPage() {

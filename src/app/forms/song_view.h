@@ -43,6 +43,9 @@ public:
     /// Turns to the next page: song, routing.
     void ShowNextPage();
 
+    /// The channel (0-15) brought out, the first while none is.
+    std::size_t ChosenChannel() const;
+
     const app::SongDescription& Description() const { return description_; }
 
     void Retranslate(Language language);

@@ -8,5 +8,5 @@ set(SOURCES
   options_form.cpp
   options_form.h
   texts.h
-  voices_dialog.cpp
-  voices_dialog.h)
+  patches_form.cpp
+  patches_form.h)

@@ -41,6 +41,7 @@ inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeic
 inline constexpr Text kVoicesTitle{De{"Klänge: %1"}, En{"Voices: %1"}};
 inline constexpr Text kSearchVoice{De{"Name oder Gruppe suchen"}, En{"Search name or category"}};
 inline constexpr Text kVoices{De{"Klänge"}, En{"Voices"}};
+inline constexpr Text kAllFamilies{De{"alle Familien"}, En{"all families"}};
 inline constexpr Text kFamily{De{"Familie"}, En{"Family"}};
 inline constexpr Text kCategory{De{"Gruppe"}, En{"Category"}};
 inline constexpr Text kName{Both{"Name"}};

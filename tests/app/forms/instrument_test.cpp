@@ -152,6 +152,16 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     Find<QPushButton>("Btn_OK")->click();
     EXPECT_EQ(Instrument(), "Yamaha Genos");
     EXPECT_EQ(form_->Workspace().outputs.InstrumentOfChannel(2), 71);
+
+    Find<QAbstractButton>("Card_Channel02")->click();
+    Trigger("MMI_Voices");
+    EXPECT_EQ(Find<QDialog>("PatchesForm")->windowTitle(),
+              QStringLiteral("Voices: Roland Integra-7"));
+    auto* family = Find<QComboBox>("CB_VoiceFamily");
+    const int all = Find<QTableView>("Table_Voices")->model()->rowCount();
+    family->setCurrentIndex(family->findData(QStringLiteral("SN-A")));
+    EXPECT_EQ(Find<QTableView>("Table_Voices")->model()->rowCount(), 256);
+    EXPECT_GT(all, 5000);
 }
 
 TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {

@@ -108,7 +108,7 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
         for (const auto& [action, dialog] :
              {std::pair("MMS_MidiPorts", "Dlg_MidiPorts"),
               std::pair("MMI_ChooseInstrument", "Dlg_Instrument"),
-              std::pair("MMI_Voices", "Dlg_Voices"), std::pair("MMS_Instruments", "OptionsForm"),
+              std::pair("MMI_Voices", "PatchesForm"), std::pair("MMS_Instruments", "OptionsForm"),
               std::pair("MMF_WhatChanged", "Dlg_Changes"), std::pair("MMF_About", "Dlg_About")}) {
             Trigger(action);
             auto* window = Find<QDialog>(dialog);

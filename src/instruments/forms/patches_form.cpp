@@ -1,4 +1,4 @@
-#include "instruments/forms/voices_dialog.h"
+#include "instruments/forms/patches_form.h"
 
 #include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
@@ -6,11 +6,13 @@
 #include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
 #include "base/system/file_io.h"
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "instruments/forms/texts.h"
@@ -41,95 +43,9 @@ std::vector<Voice> CopyOf(const std::vector<const Voice*>& voices) {
     return copy;
 }
 
-} // namespace
-
-VoicesDialog::VoicesDialog(const instruments::Instrument& instrument,
-                           const instruments::LookupOptions& options,
-                           std::vector<std::filesystem::path> folders, Files files,
-                           Language language, QWidget* parent)
-    : QDialog(parent),
-      instrument_(instrument),
-      options_(options),
-      folders_(std::move(folders)),
-      files_(std::move(files)),
-      language_(language),
-      search_(new QLineEdit),
-      list_(new ListPanel("Table_Voices", instrument_texts::kVoices,
-                          {{instrument_texts::kName},
-                           {instrument_texts::kCategory},
-                           {instrument_texts::kFamily},
-                           {instrument_texts::kMsb, true},
-                           {instrument_texts::kLsb, true},
-                           {instrument_texts::kProgram, true}},
-                          0)),
-      message_(NewLabel("L_VoicesMessage", this)) {
-    setObjectName(QStringLiteral("Dlg_Voices"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(instrument.name)));
-    AddColumn(*this);
-    AddSearch();
-    layout()->addWidget(list_);
-    list_->Retranslate(language);
-    layout()->addWidget(message_);
-    message_->setWordWrap(true);
-    AddFileButtons();
-    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
-    Reload();
-}
-
-VoicesDialog::~VoicesDialog() = default;
-
-QString VoicesDialog::Say(const Text& text) const {
-    return InLanguage(text, language_);
-}
-
-void VoicesDialog::AddSearch() {
-    search_->setObjectName(QStringLiteral("E_SelectSoundName"));
-    search_->setPlaceholderText(Say(instrument_texts::kSearchVoice));
-    search_->setAccessibleName(Say(instrument_texts::kSearchVoice));
-    search_->setClearButtonEnabled(true);
-    layout()->addWidget(search_);
-    connect(search_, &QLineEdit::textChanged, this, &VoicesDialog::ShowVoices);
-}
-
-void VoicesDialog::AddFileButtons() {
-    AddCloseButton(*this, language_);
-    auto* import = new QPushButton(Say(instrument_texts::kImport));
-    import->setObjectName(QStringLiteral("Btn_ImportVoices"));
-    import->setAutoDefault(false);
-    auto* save = new QPushButton(Say(instrument_texts::kExport));
-    save->setObjectName(QStringLiteral("Btn_ExportVoices"));
-    save->setAutoDefault(false);
-    auto* row = static_cast<QHBoxLayout*>(layout()->itemAt(layout()->count() - 1)->layout());
-    row->insertWidget(0, import);
-    row->insertWidget(1, save);
-    connect(import, &QPushButton::clicked, this, &VoicesDialog::Import);
-    connect(save, &QPushButton::clicked, this, &VoicesDialog::Export);
-}
-
-void VoicesDialog::Reload() {
-    tables_ = std::make_unique<instruments::VoiceTables>(folders_);
-    QStringList problems;
-    for (const std::string& problem : tables_->Problems(instrument_.id, language_)) {
-        problems << ToQString(problem);
-    }
-    message_->setText(problems.join(u'\n'));
-    ShowVoices();
-}
-
-void VoicesDialog::ShowVoices() {
-    std::vector<Row> rows;
-    const std::string words = search_->text().toStdString();
-    for (const Voice* voice :
-         instruments::SearchVoices(*tables_, instrument_.id, words, options_)) {
-        rows.push_back(VoiceRow(*voice));
-    }
-    list_->SetRows(std::move(rows));
-}
-
 // The table of a file with one model, or the one that the user picks.
-static const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTable>& tables,
-                                 const QString& question) {
+const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTable>& tables,
+                          const QString& question) {
     if (tables.size() == 1) {
         return tables.data();
     }
@@ -143,7 +59,124 @@ static const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTabl
     return chosen ? &tables.at(static_cast<std::size_t>(models.indexOf(model))) : nullptr;
 }
 
-void VoicesDialog::Import() {
+} // namespace
+
+TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs, Options options,
+                           std::vector<std::filesystem::path> folders, Files files,
+                           Language language, QWidget* parent)
+    : QDialog(parent),
+      outputs_(outputs),
+      optionsOf_(std::move(options)),
+      folders_(std::move(folders)),
+      files_(std::move(files)),
+      language_(language),
+      family_(new QComboBox),
+      search_(new QLineEdit),
+      list_(new ListPanel("Table_Voices", instrument_texts::kVoices,
+                          {{instrument_texts::kName},
+                           {instrument_texts::kCategory},
+                           {instrument_texts::kFamily},
+                           {instrument_texts::kMsb, true},
+                           {instrument_texts::kLsb, true},
+                           {instrument_texts::kProgram, true}},
+                          0)),
+      message_(NewLabel("L_VoicesMessage", this)) {
+    setObjectName(QStringLiteral("PatchesForm"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    AddColumn(*this);
+    AddSearch();
+    layout()->addWidget(list_);
+    list_->Retranslate(language);
+    layout()->addWidget(message_);
+    message_->setWordWrap(true);
+    AddFileButtons();
+    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
+}
+
+TPatchesForm::~TPatchesForm() = default;
+
+QString TPatchesForm::Say(const Text& text) const {
+    return InLanguage(text, language_);
+}
+
+const instruments::Instrument& TPatchesForm::Instrument() const {
+    return *instruments::FindInstrument(instrument_);
+}
+
+void TPatchesForm::DisplayInstrumentPatches(std::size_t channel) {
+    instrument_ = outputs_.InstrumentOfChannel(channel);
+    options_ = optionsOf_(instrument_);
+    setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(Instrument().name)));
+    Reload();
+}
+
+void TPatchesForm::AddSearch() {
+    search_->setObjectName(QStringLiteral("E_SelectSoundName"));
+    search_->setPlaceholderText(Say(instrument_texts::kSearchVoice));
+    search_->setAccessibleName(Say(instrument_texts::kSearchVoice));
+    search_->setClearButtonEnabled(true);
+    family_->setObjectName(QStringLiteral("CB_VoiceFamily"));
+    family_->setAccessibleName(Say(instrument_texts::kFamily));
+    family_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    auto* row = new QHBoxLayout;
+    row->addWidget(search_, 1);
+    row->addWidget(family_);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    connect(search_, &QLineEdit::textChanged, this, &TPatchesForm::ShowVoices);
+    connect(family_, &QComboBox::currentIndexChanged, this, &TPatchesForm::ShowVoices);
+}
+
+void TPatchesForm::AddFileButtons() {
+    AddCloseButton(*this, language_);
+    auto* import = new QPushButton(Say(instrument_texts::kImport));
+    import->setObjectName(QStringLiteral("Btn_ImportVoices"));
+    import->setAutoDefault(false);
+    auto* save = new QPushButton(Say(instrument_texts::kExport));
+    save->setObjectName(QStringLiteral("Btn_ExportVoices"));
+    save->setAutoDefault(false);
+    auto* row = static_cast<QHBoxLayout*>(layout()->itemAt(layout()->count() - 1)->layout());
+    row->insertWidget(0, import);
+    row->insertWidget(1, save);
+    connect(import, &QPushButton::clicked, this, &TPatchesForm::Import);
+    connect(save, &QPushButton::clicked, this, &TPatchesForm::Export);
+}
+
+void TPatchesForm::Reload() {
+    tables_ = std::make_unique<instruments::VoiceTables>(folders_);
+    QStringList problems;
+    for (const std::string& problem : tables_->Problems(instrument_, language_)) {
+        problems << ToQString(problem);
+    }
+    message_->setText(problems.join(u'\n'));
+    ShowFamilies();
+    ShowVoices();
+}
+
+void TPatchesForm::ShowFamilies() {
+    const QSignalBlocker silent(family_);
+    family_->clear();
+    family_->addItem(Say(instrument_texts::kAllFamilies), QString());
+    for (const Voice* voice : instruments::VoicesOf(*tables_, instrument_, options_)) {
+        const QString family = ToQString(voice->family);
+        if (family_->findData(family) < 0) {
+            family_->addItem(family, family);
+        }
+    }
+}
+
+void TPatchesForm::ShowVoices() {
+    std::vector<Row> rows;
+    const std::string words = search_->text().toStdString();
+    const std::string family = family_->currentData().toString().toStdString();
+    for (const Voice* voice : instruments::SearchVoices(*tables_, instrument_, words, options_)) {
+        if (family.empty() || voice->family == family) {
+            rows.push_back(VoiceRow(*voice));
+        }
+    }
+    list_->SetRows(std::move(rows));
+}
+
+void TPatchesForm::Import() {
     const auto file = files_.open(this);
     if (!file || folders_.empty()) {
         return;
@@ -151,7 +184,7 @@ void VoicesDialog::Import() {
     try {
         const std::vector<ImportedTable> tables = instruments::ImportVoiceFile(*file);
         if (const ImportedTable* picked = Pick(this, tables, Say(instrument_texts::kWhichModel))) {
-            SaveUserTable(folders_.front(), instrument_.id, picked->table);
+            SaveUserTable(folders_.front(), instrument_, picked->table);
             Reload();
             message_->setText(
                 Say(instrument_texts::kImported)
@@ -166,13 +199,13 @@ void VoicesDialog::Import() {
     }
 }
 
-void VoicesDialog::Export() {
-    const auto file = files_.save(this, instruments::TableFileName(instrument_));
+void TPatchesForm::Export() {
+    const auto file = files_.save(this, instruments::TableFileName(Instrument()));
     if (!file) {
         return;
     }
-    const std::string text = instruments::VoiceTableText(
-        CopyOf(instruments::VoicesOf(*tables_, instrument_.id, options_)));
+    const std::string text =
+        instruments::VoiceTableText(CopyOf(instruments::VoicesOf(*tables_, instrument_, options_)));
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const bool written = system::WriteFileAtomically(*file, {bytes, text.size()}).outcome ==
                          system::WriteOutcome::Written;

@@ -1,16 +1,19 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "base/text.h"
 #include <QDialog>
 
-#include "instruments/catalogue.h"
+#include "instruments/output_assignment.h"
 #include "instruments/voices/voice_lookup.h"
 
+class QComboBox;
 class QLabel;
 class QLineEdit;
 
@@ -18,9 +21,9 @@ namespace tracksmith::forms {
 
 class ListPanel;
 
-/// The voices of one instrument, searchable, with importing and exporting of voice lists. Object
-/// name "Dlg_Voices"; it deletes itself.
-class VoicesDialog : public QDialog {
+/// The window of voices: those of the instrument that a channel plays to, by family, searchable,
+/// with importing and exporting of voice lists. Object name "PatchesForm"; it deletes itself.
+class TPatchesForm : public QDialog {
     Q_OBJECT
 
 public:
@@ -30,13 +33,19 @@ public:
         std::function<std::optional<std::filesystem::path>(QWidget*, const std::filesystem::path&)>
             save;
     };
+    /// The user's choices about the voices of an instrument.
+    using Options = std::function<instruments::LookupOptions(instruments::InstrumentId)>;
 
-    /// Shows the tables of `folders`, of which the first is the user's own.
-    VoicesDialog(const instruments::Instrument& instrument,
-                 const instruments::LookupOptions& options,
+    /// Shows nothing yet. `outputs` must outlive the window; the first of `folders` holds the
+    /// user's own tables.
+    TPatchesForm(const instruments::OutputTable& outputs, Options options,
                  std::vector<std::filesystem::path> folders, Files files, Language language,
                  QWidget* parent);
-    ~VoicesDialog() override;
+    ~TPatchesForm() override;
+
+    /// Shows the voices of the instrument of `channel` (0-15): its own tables and what it inherits,
+    /// those of General MIDI where it has none.
+    void DisplayInstrumentPatches(std::size_t channel);
 
 signals:
     /// The instrument has another table now.
@@ -46,17 +55,22 @@ private:
     void AddSearch();
     void AddFileButtons();
     void Reload();
+    void ShowFamilies();
     void ShowVoices();
     void Import();
     void Export();
+    const instruments::Instrument& Instrument() const;
     QString Say(const Text& text) const;
 
-    const instruments::Instrument& instrument_;
-    instruments::LookupOptions options_;
+    const instruments::OutputTable& outputs_;
+    Options optionsOf_;
     std::vector<std::filesystem::path> folders_;
     Files files_;
     Language language_;
+    instruments::InstrumentId instrument_ = instruments::kGmSoundset;
+    instruments::LookupOptions options_;
     std::unique_ptr<instruments::VoiceTables> tables_;
+    QComboBox* family_;
     QLineEdit* search_;
     ListPanel* list_;
     QLabel* message_;
