@@ -1,5 +1,7 @@
 #include "instruments/forms/patches_form.h"
 
+#include <algorithm>
+
 #include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
 #include "base/forms/list_panel.h"
@@ -168,7 +170,9 @@ void TPatchesForm::ShowVoices() {
     std::vector<Row> rows;
     const std::string words = search_->text().toStdString();
     const std::string family = family_->currentData().toString().toStdString();
-    for (const Voice* voice : instruments::SearchVoices(*tables_, instrument_, words, options_)) {
+    auto voices = instruments::SearchVoices(*tables_, instrument_, words, options_);
+    std::ranges::stable_partition(voices, [](const Voice* voice) { return !voice->IsKit(); });
+    for (const Voice* voice : voices) {
         if (family.empty() || voice->family == family) {
             rows.push_back(VoiceRow(*voice));
         }
