@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "midi/header_lending.h"
 #include "midi/portable_error_text.h"
 #include "midi/short_message.h"
 
@@ -43,6 +42,15 @@ struct PortableOutputDriver::Port {
     bool closed = false;
     std::vector<MidiHeader*> lent;
 
+    ResultCode End() {
+        const std::scoped_lock lock(mutex);
+        if (!lent.empty()) {
+            return kStillPlaying;
+        }
+        closed = true;
+        return kNoError;
+    }
+
     ResultCode Send(std::span<const std::uint8_t> message) {
         const std::scoped_lock lock(sending);
         return connection->Send(message);
@@ -76,145 +84,108 @@ struct PortableOutputDriver::Port {
     void GiveBack(MidiHeader* header) {
         const std::scoped_lock lock(mutex);
         if (std::erase(lent, header) > 0) {
-            midi::GiveBack(*header);
-            callback(handle, kOutputDone, instance, reinterpret_cast<std::uintptr_t>(header), 0);
+            Done(*header);
         }
     }
 
     void GiveBackAll() {
         const std::scoped_lock lock(mutex);
         for (MidiHeader* header : std::exchange(lent, {})) {
-            midi::GiveBack(*header);
-            callback(handle, kOutputDone, instance, reinterpret_cast<std::uintptr_t>(header), 0);
+            Done(*header);
         }
+    }
+
+    void Done(MidiHeader& header) const {
+        midi::GiveBack(header);
+        callback(handle, kOutputDone, instance, reinterpret_cast<std::uintptr_t>(&header), 0);
     }
 };
 
 PortableOutputDriver::PortableOutputDriver(std::shared_ptr<PortBackend> backend)
-    : backend_(std::move(backend)), list_([this] { return backend_->Outputs(); }) {}
+    : backend_(std::move(backend)), ports_([this] { return backend_->Outputs(); }) {}
 
 PortableOutputDriver::~PortableOutputDriver() = default;
 
 std::uint32_t PortableOutputDriver::DeviceCount() {
-    return list_.Count();
+    return ports_.Count();
 }
 
 ResultCode PortableOutputDriver::Capabilities(std::uint32_t device,
                                               DeviceCapabilities& capabilities) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
-    }
-    capabilities = *listed;
-    return kNoError;
+    return ports_.Capabilities(device, capabilities);
 }
 
 ResultCode PortableOutputDriver::Open(std::uint32_t device, DriverCallback callback, void* instance,
                                       DeviceHandle& handle) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
-    }
-    auto port = std::make_shared<Port>();
-    ResultCode result = kNoError;
-    port->connection = backend_->OpenOutput(listed->productName, result);
-    if (port->connection == nullptr) {
-        return result != kNoError ? result : kUnspecifiedError;
-    }
-    port->name = listed->productName;
-    port->callback = callback;
-    port->instance = instance;
-    RestoreVolume(*port);
-    port->handle = ports_.Add(port);
-    handle = port->handle;
-    return kNoError;
+    return ports_.Open(device, callback, instance, handle,
+                       [this](Port& port, const std::string& name, ResultCode& result) {
+                           port.name = name;
+                           auto connection = backend_->OpenOutput(name, result);
+                           if (connection != nullptr) {
+                               RestoreVolume(name, *connection);
+                           }
+                           return connection;
+                       });
 }
 
 ResultCode PortableOutputDriver::Close(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    {
-        const std::scoped_lock lock(port->mutex);
-        if (!port->lent.empty()) {
-            return kStillPlaying;
-        }
-        port->closed = true;
-    }
-    ports_.Remove(handle);
-    return kNoError;
+    return ports_.Close(handle);
 }
 
 ResultCode PortableOutputDriver::Reset(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    ResultCode result = kNoError;
-    {
-        const std::scoped_lock lock(port->sending);
-        port->connection->Discard();
-        result = EndNotes(*port->connection);
-    }
-    if (!HoldsHeaders()) {
-        port->GiveBackAll();
-    }
-    return result;
+    return ports_.With(handle, [this](Port& port) {
+        ResultCode result = kNoError;
+        {
+            const std::scoped_lock lock(port.sending);
+            port.connection->Discard();
+            result = EndNotes(*port.connection);
+        }
+        if (!HoldsHeaders()) {
+            port.GiveBackAll();
+        }
+        return result;
+    });
 }
 
 ResultCode PortableOutputDriver::ShortMessage(DeviceHandle handle, std::uint32_t packed) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const auto status = static_cast<std::uint8_t>(packed);
-    if (status < 0x80) {
-        return kBadOpenMode;
-    }
-    if (status == 0xF0) {
-        return kInvalidParameter;
-    }
-    const std::array<std::uint8_t, 3> message{status, static_cast<std::uint8_t>(packed >> 8 & 0x7F),
-                                              static_cast<std::uint8_t>(packed >> 16 & 0x7F)};
-    return port->Send(std::span(message).first(ShortMessageLength(status)));
+    return ports_.With(handle, [packed](Port& port) {
+        const auto status = static_cast<std::uint8_t>(packed);
+        if (status < 0x80) {
+            return kBadOpenMode;
+        }
+        if (status == 0xF0) {
+            return kInvalidParameter;
+        }
+        const std::array<std::uint8_t, 3> message{status,
+                                                  static_cast<std::uint8_t>(packed >> 8 & 0x7F),
+                                                  static_cast<std::uint8_t>(packed >> 16 & 0x7F)};
+        return port.Send(std::span(message).first(ShortMessageLength(status)));
+    });
 }
 
 ResultCode PortableOutputDriver::PrepareHeader(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    return Prepare(header);
+    return ports_.PrepareHeader(handle, header);
 }
 
 ResultCode PortableOutputDriver::LongMessage(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const ResultCode lent = port->Lend(header);
-    if (lent != kNoError) {
-        return lent;
-    }
-    const ResultCode sent = port->Send({header.data, header.bufferLength});
-    if (sent != kNoError) {
-        return port->TakeBack(&header) ? sent : kNoError;
-    }
-    if (!HoldsHeaders()) {
-        port->GiveBack(&header);
-    }
-    return kNoError;
+    return ports_.With(handle, [&](Port& port) {
+        const ResultCode lent = port.Lend(header);
+        if (lent != kNoError) {
+            return lent;
+        }
+        const ResultCode sent = port.Send({header.data, header.bufferLength});
+        if (sent != kNoError) {
+            return port.TakeBack(&header) ? sent : kNoError;
+        }
+        if (!HoldsHeaders()) {
+            port.GiveBack(&header);
+        }
+        return kNoError;
+    });
 }
 
 ResultCode PortableOutputDriver::UnprepareHeader(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    return Unprepare(header);
+    return ports_.UnprepareHeader(handle, header);
 }
 
 void PortableOutputDriver::GiveBackHeaders() {
@@ -223,47 +194,48 @@ void PortableOutputDriver::GiveBackHeaders() {
     }
 }
 
+ResultCode PortableOutputDriver::NameForVolume(std::uint32_t device, std::string& name) {
+    DeviceCapabilities capabilities;
+    const ResultCode result = ports_.Capabilities(device, capabilities);
+    if (result != kNoError) {
+        return result;
+    }
+    name = capabilities.productName;
+    return (capabilities.support & DeviceCapabilities::kVolume) != 0 ? kNoError : kNotSupported;
+}
+
 ResultCode PortableOutputDriver::GetVolume(std::uint32_t device, std::uint32_t& volume) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
+    std::string name;
+    const ResultCode result = NameForVolume(device, name);
+    if (result == kNoError) {
+        const std::scoped_lock lock(volumeMutex_);
+        const auto known = volumes_.find(name);
+        volume = known != volumes_.end() ? known->second : kFullVolume;
     }
-    if ((listed->support & DeviceCapabilities::kVolume) == 0) {
-        return kNotSupported;
-    }
-    const std::scoped_lock lock(volumeMutex_);
-    const auto known = volumes_.find(listed->productName);
-    volume = known != volumes_.end() ? known->second : kFullVolume;
-    return kNoError;
+    return result;
 }
 
 ResultCode PortableOutputDriver::SetVolume(std::uint32_t device, std::uint32_t volume) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
-    }
-    if ((listed->support & DeviceCapabilities::kVolume) == 0) {
-        return kNotSupported;
-    }
+    std::string name;
+    ResultCode result = NameForVolume(device, name);
     for (const auto& port : ports_.All()) {
-        const std::scoped_lock lock(port->sending);
-        const ResultCode result = port->name == listed->productName
-                                      ? port->connection->SetVolume(volume >> 16)
-                                      : kNoError;
-        if (result != kNoError) {
-            return result;
+        if (result == kNoError && port->name == name) {
+            const std::scoped_lock lock(port->sending);
+            result = port->connection->SetVolume(volume >> 16);
         }
     }
-    const std::scoped_lock lock(volumeMutex_);
-    volumes_[listed->productName] = volume;
-    return kNoError;
+    if (result == kNoError) {
+        const std::scoped_lock lock(volumeMutex_);
+        volumes_[name] = volume;
+    }
+    return result;
 }
 
-void PortableOutputDriver::RestoreVolume(Port& port) {
+void PortableOutputDriver::RestoreVolume(const std::string& name, OutputConnection& connection) {
     const std::scoped_lock lock(volumeMutex_);
-    const auto known = volumes_.find(port.name);
+    const auto known = volumes_.find(name);
     if (known != volumes_.end()) {
-        port.connection->SetVolume(known->second >> 16);
+        connection.SetVolume(known->second >> 16);
     }
 }
 

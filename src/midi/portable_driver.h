@@ -5,10 +5,9 @@
 #include <mutex>
 #include <string>
 
-#include "midi/handle_table.h"
 #include "midi/midi_driver.h"
 #include "midi/port_backend.h"
-#include "midi/port_list.h"
+#include "midi/portable_driver_ports.h"
 
 namespace tracksmith::midi {
 
@@ -52,11 +51,12 @@ protected:
 private:
     struct Port;
 
-    void RestoreVolume(Port& port);
+    /// The name of a device that has a volume.
+    ResultCode NameForVolume(std::uint32_t device, std::string& name);
+    void RestoreVolume(const std::string& name, OutputConnection& connection);
 
     std::shared_ptr<PortBackend> backend_;
-    PortList list_;
-    HandleTable<Port> ports_;
+    PortableDriverPorts<Port> ports_;
     std::mutex volumeMutex_;
     std::map<std::string, std::uint32_t> volumes_;
 };

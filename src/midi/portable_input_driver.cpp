@@ -6,7 +6,6 @@
 #include <mutex>
 #include <utility>
 
-#include "midi/header_lending.h"
 #include "midi/portable_error_text.h"
 
 namespace tracksmith::midi {
@@ -47,6 +46,19 @@ struct PortableInputDriver::Port {
     std::uint64_t lastMs = 0;
     // Last, so that receiving ends before the rest goes
     std::unique_ptr<InputConnection> connection;
+
+    ResultCode End() {
+        {
+            const std::scoped_lock lock(mutex);
+            if (!buffers.empty()) {
+                return kStillPlaying;
+            }
+            started = false;
+        }
+        // Not under the lock, which the back end's thread may wait for
+        connection.reset();
+        return kNoError;
+    }
 
     /// The back end's thread.
     void Receive(std::span<const std::uint8_t> message, std::uint64_t timeMs) {
@@ -94,130 +106,77 @@ struct PortableInputDriver::Port {
 };
 
 PortableInputDriver::PortableInputDriver(std::shared_ptr<PortBackend> backend)
-    : backend_(std::move(backend)), list_([this] { return backend_->Inputs(); }) {}
+    : backend_(std::move(backend)), ports_([this] { return backend_->Inputs(); }) {}
 
 PortableInputDriver::~PortableInputDriver() = default;
 
 std::uint32_t PortableInputDriver::DeviceCount() {
-    return list_.Count();
+    return ports_.Count();
 }
 
 ResultCode PortableInputDriver::Capabilities(std::uint32_t device,
                                              DeviceCapabilities& capabilities) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
-    }
-    capabilities = *listed;
-    return kNoError;
+    return ports_.Capabilities(device, capabilities);
 }
 
 ResultCode PortableInputDriver::Open(std::uint32_t device, DriverCallback callback, void* instance,
                                      DeviceHandle& handle) {
-    const auto listed = list_.At(device);
-    if (!listed) {
-        return kBadDeviceId;
-    }
-    auto port = std::make_shared<Port>();
-    port->callback = callback;
-    port->instance = instance;
-    ResultCode result = kNoError;
-    // The port outlives its connection, hence the plain pointer
-    port->connection = backend_->OpenInput(
-        listed->productName,
-        [receiving = port.get()](std::span<const std::uint8_t> message, std::uint64_t timeMs) {
-            receiving->Receive(message, timeMs);
-        },
-        result);
-    if (port->connection == nullptr) {
-        return result != kNoError ? result : kUnspecifiedError;
-    }
-    handle = ports_.Add(port);
-    const std::scoped_lock lock(port->mutex);
-    port->handle = handle;
-    return kNoError;
+    return ports_.Open(device, callback, instance, handle,
+                       [this](Port& port, const std::string& name, ResultCode& result) {
+                           // The port outlives its connection, hence the plain reference
+                           return backend_->OpenInput(
+                               name,
+                               [&port](std::span<const std::uint8_t> message,
+                                       std::uint64_t timeMs) { port.Receive(message, timeMs); },
+                               result);
+                       });
 }
 
 ResultCode PortableInputDriver::Close(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    {
-        const std::scoped_lock lock(port->mutex);
-        if (!port->buffers.empty()) {
-            return kStillPlaying;
-        }
-        port->started = false;
-    }
-    port->connection.reset();
-    ports_.Remove(handle);
-    return kNoError;
+    return ports_.Close(handle);
 }
 
 ResultCode PortableInputDriver::Reset(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    port->started = false;
-    port->GiveBackAll();
-    return kNoError;
+    return ports_.WithLocked(handle, [](Port& port) {
+        port.started = false;
+        port.GiveBackAll();
+        return kNoError;
+    });
 }
 
 ResultCode PortableInputDriver::PrepareHeader(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    return Prepare(header);
+    return ports_.PrepareHeader(handle, header);
 }
 
 ResultCode PortableInputDriver::AddBuffer(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    const ResultCode lent = Lend(header);
-    if (lent == kNoError) {
-        header.bytesRecorded = 0;
-        port->buffers.push_back(&header);
-    }
-    return lent;
+    return ports_.WithLocked(handle, [&header](Port& port) {
+        const ResultCode lent = Lend(header);
+        if (lent == kNoError) {
+            header.bytesRecorded = 0;
+            port.buffers.push_back(&header);
+        }
+        return lent;
+    });
 }
 
 ResultCode PortableInputDriver::UnprepareHeader(DeviceHandle handle, MidiHeader& header) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    return Unprepare(header);
+    return ports_.UnprepareHeader(handle, header);
 }
 
 ResultCode PortableInputDriver::Start(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    port->started = true;
-    port->startMs = NowMs();
-    port->lastMs = 0;
-    return kNoError;
+    return ports_.WithLocked(handle, [](Port& port) {
+        port.started = true;
+        port.startMs = NowMs();
+        port.lastMs = 0;
+        return kNoError;
+    });
 }
 
 ResultCode PortableInputDriver::Stop(DeviceHandle handle) {
-    const auto port = ports_.Find(handle);
-    if (port == nullptr) {
-        return kInvalidHandle;
-    }
-    const std::scoped_lock lock(port->mutex);
-    port->started = false;
-    return kNoError;
+    return ports_.WithLocked(handle, [](Port& port) {
+        port.started = false;
+        return kNoError;
+    });
 }
 
 std::string PortableInputDriver::ErrorText(ResultCode code) {

@@ -2,10 +2,9 @@
 
 #include <memory>
 
-#include "midi/handle_table.h"
 #include "midi/midi_driver.h"
 #include "midi/port_backend.h"
-#include "midi/port_list.h"
+#include "midi/portable_driver_ports.h"
 
 namespace tracksmith::midi {
 
@@ -35,8 +34,7 @@ private:
     struct Port;
 
     std::shared_ptr<PortBackend> backend_;
-    PortList list_;
-    HandleTable<Port> ports_;
+    PortableDriverPorts<Port> ports_;
 };
 
 } // namespace tracksmith::midi

@@ -39,6 +39,7 @@ set(SOURCES
   port_window.h
   portable_driver.cpp
   portable_driver.h
+  portable_driver_ports.h
   portable_error_text.cpp
   portable_error_text.h
   portable_input_driver.cpp
