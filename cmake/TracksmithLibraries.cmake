@@ -17,6 +17,20 @@ else()
   find_package(nlohmann_json REQUIRED)
 endif()
 
+# The cross build compiles pugixml from the folder that TRACKSMITH_PUGIXML_SOURCE names.
+if(TRACKSMITH_PUGIXML_SOURCE)
+  if(NOT EXISTS ${TRACKSMITH_PUGIXML_SOURCE}/src/pugixml.cpp)
+    message(FATAL_ERROR "${TRACKSMITH_PUGIXML_SOURCE} has no src/pugixml.cpp; "
+                        "tools/fetch_windows_libraries.sh fetches it")
+  endif()
+  add_library(pugixml STATIC EXCLUDE_FROM_ALL ${TRACKSMITH_PUGIXML_SOURCE}/src/pugixml.cpp)
+  target_include_directories(pugixml SYSTEM PUBLIC ${TRACKSMITH_PUGIXML_SOURCE}/src)
+  target_compile_features(pugixml PUBLIC cxx_std_11)
+  add_library(pugixml::pugixml ALIAS pugixml)
+else()
+  find_package(pugixml REQUIRED)
+endif()
+
 if(NOT WIN32)
   find_package(PkgConfig REQUIRED)
   pkg_check_modules(rtmidi REQUIRED IMPORTED_TARGET rtmidi)
