@@ -9,12 +9,13 @@ packages_for() {
         echo cmake ninja-build g++ pkg-config
         echo qt6-base-dev qt6-wayland libfluidsynth-dev libsndfile1-dev
         echo libasound2-dev librtmidi-dev libjack-jackd2-dev libsdl2-dev
-        echo libcli11-dev nlohmann-json3-dev
+        echo libcli11-dev nlohmann-json3-dev libpugixml-dev
         echo timgm6mb-soundfont fonts-dejavu-core
         ;;
     test) echo libgtest-dev libbenchmark-dev jackd2 ;;
     check)
         echo ccache clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev
+        echo libclang-14-dev llvm-14-dev
         echo desktop-file-utils appstream git
         ;;
     windows) echo g++-mingw-w64-x86-64-posix wine64 googletest ;;
