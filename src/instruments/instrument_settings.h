@@ -19,11 +19,11 @@ namespace tracksmith::instruments {
 /// A switch of the user for how songs are prepared.
 struct SysexSwitch {
     /// Name of the value in the settings.
-    const char* setting;
+    const char* setting = "";
     /// The group that an instrument needs for it; without one it holds for all instruments.
     std::optional<Capability> capability;
     /// Where it is kept while a song is prepared.
-    bool SysexOptions::*field;
+    bool SysexOptions::*field = nullptr;
     Text label;
     Text hint;
 };
@@ -38,7 +38,7 @@ inline constexpr std::int32_t kMostSysexTrack = 99;
 struct AudioOutput {
     std::string_view name;
     /// The instrument's own number of it.
-    std::uint8_t value;
+    std::uint8_t value = 0;
 };
 
 /// The outputs that the parts of an instrument can be put on by messages, the usual one first;

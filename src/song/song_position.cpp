@@ -153,11 +153,13 @@ std::string ClockText(std::int64_t ms, bool withMs) {
     const std::int64_t minutes = seconds / 60 % 60;
     std::string text =
         hours > 0 ? std::to_string(hours) + ":" + two(minutes) : std::to_string(minutes);
-    text += ":" + two(seconds % 60);
+    text += ':';
+    text += two(seconds % 60);
     if (withMs) {
         std::string rest = std::to_string(total % 1000);
         PadFront(rest, 3);
-        text += "." + rest;
+        text += '.';
+        text += rest;
     }
     return text;
 }

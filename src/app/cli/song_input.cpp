@@ -112,7 +112,7 @@ public:
 
 private:
     static std::string Take(std::ostringstream& stream) {
-        std::string text = std::move(stream).str();
+        std::string text = stream.str();
         stream.str({});
         return text;
     }

@@ -32,7 +32,7 @@ InstrumentChooser::InstrumentChooser(instruments::InstrumentSettings& settings,
     AddButtons(language);
     connect(list_, &InstrumentList::InstrumentChanged, this,
             [this] { choose_->setEnabled(list_->Instrument() != nullptr); });
-    connect(list_, &InstrumentList::InstrumentAccepted, this, &InstrumentChooser::Accept);
+    connect(list_, &InstrumentList::InstrumentAccepted, this, &InstrumentChooser::TakeChoice);
     ShowOutput();
     list_->setFocus();
 }
@@ -59,7 +59,7 @@ void InstrumentChooser::AddButtons(Language language) {
     row->addWidget(choose_);
     row->addWidget(cancel);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
-    connect(choose_, &QPushButton::clicked, this, &InstrumentChooser::Accept);
+    connect(choose_, &QPushButton::clicked, this, &InstrumentChooser::TakeChoice);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -69,7 +69,7 @@ void InstrumentChooser::ShowOutput() {
     choose_->setEnabled(list_->Instrument() != nullptr);
 }
 
-void InstrumentChooser::Accept() {
+void InstrumentChooser::TakeChoice() {
     const std::string name(list_->Instrument()->name);
     const std::string output =
         outputs_.at(static_cast<std::size_t>(std::max(0, output_->currentIndex()))).productName;

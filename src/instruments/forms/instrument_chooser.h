@@ -41,7 +41,7 @@ private:
     void AddOutputs(Language language);
     void AddButtons(Language language);
     void ShowOutput();
-    void Accept();
+    void TakeChoice();
 
     instruments::InstrumentSettings& settings_;
     std::vector<InstrumentOutput> outputs_;

@@ -39,6 +39,7 @@ Row VoiceRow(const Voice& voice) {
 
 std::vector<Voice> CopyOf(const std::vector<const Voice*>& voices) {
     std::vector<Voice> copy;
+    copy.reserve(voices.size());
     for (const Voice* voice : voices) {
         copy.push_back(*voice);
     }
@@ -171,7 +172,8 @@ void TPatchesForm::ShowVoices() {
     const std::string words = search_->text().toStdString();
     const std::string family = family_->currentData().toString().toStdString();
     auto voices = instruments::SearchVoices(*tables_, instrument_, words, options_);
-    std::ranges::stable_partition(voices, [](const Voice* voice) { return !voice->IsKit(); });
+    std::stable_partition(voices.begin(), voices.end(),
+                          [](const Voice* voice) { return !voice->IsKit(); });
     for (const Voice* voice : voices) {
         if (family.empty() || voice->family == family) {
             rows.push_back(VoiceRow(*voice));
