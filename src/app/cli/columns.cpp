@@ -19,4 +19,12 @@ std::string Right(const std::string& text, std::size_t width) {
     return std::string(width - std::min(width, Width(text)), ' ') + text;
 }
 
+std::string Joined(const std::vector<std::string>& words) {
+    std::string joined;
+    for (const std::string& word : words) {
+        joined.append(joined.empty() ? "" : " ").append(word);
+    }
+    return joined;
+}
+
 } // namespace tracksmith::cli

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 /// Columns of a table for people; a column is as wide as its characters (UTF-8), not its bytes.
 namespace tracksmith::cli {
@@ -14,5 +15,8 @@ std::string Left(std::string text, std::size_t width);
 
 /// `text` at the right of it.
 std::string Right(const std::string& text, std::size_t width);
+
+/// `words` with blanks between.
+std::string Joined(const std::vector<std::string>& words);
 
 } // namespace tracksmith::cli

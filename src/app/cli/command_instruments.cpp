@@ -90,10 +90,7 @@ void WriteMarkdown(const CliContext& context, const std::vector<InstrumentLine>&
 }
 
 int RunInstruments(const CliContext& context, const InstrumentsArguments& arguments) {
-    std::string words;
-    for (const std::string& word : arguments.words) {
-        words.append(words.empty() ? "" : " ").append(word);
-    }
+    const std::string words = Joined(arguments.words);
     const std::vector<InstrumentLine> lines = LinesFor(words);
     if (arguments.markdown) {
         WriteMarkdown(context, lines);

@@ -49,12 +49,8 @@ public:
         for (const std::string& problem : tables_->Problems(instrument_.id, context_.language)) {
             context_.log << DisplayPath(problem) << "\n";
         }
-        std::string words;
-        for (const std::string& word : arguments_.words) {
-            words.append(words.empty() ? "" : " ").append(word);
-        }
         const std::vector<const Voice*> voices =
-            instruments::SearchVoices(*tables_, instrument_.id, words);
+            instruments::SearchVoices(*tables_, instrument_.id, Joined(arguments_.words));
         if (!arguments_.exportTo.empty()) {
             return Export(voices);
         }

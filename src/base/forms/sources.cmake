@@ -14,4 +14,6 @@ set(SOURCES
   rows_model.cpp
   rows_model.h
   theme.cpp
-  theme.h)
+  theme.h
+  theme_style.cpp
+  theme_style.h)

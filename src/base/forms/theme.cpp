@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "base/forms/theme_style.h"
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QStyle>
-#include <QStyleFactory>
 
 namespace tracksmith::forms {
 namespace {
@@ -65,8 +65,8 @@ QPalette ThemePalette(Theme theme) {
 }
 
 void ApplyTheme(Theme theme) {
-    if (QApplication::style()->name() != QLatin1String("fusion")) {
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (qobject_cast<ThemeStyle*>(QApplication::style()) == nullptr) {
+        QApplication::setStyle(new ThemeStyle);
     }
     QApplication::setPalette(ThemePalette(theme));
 }
