@@ -88,6 +88,10 @@ std::string InstrumentSettings::ReadInstrument() {
         CurrentName(store_.ReadStrFromUserRegistry(kFirstInstrument, kNoInstrument)));
 }
 
+bool InstrumentSettings::HasInstrument() {
+    return store_.KeyInUserRegistry(kFirstInstrument);
+}
+
 bool InstrumentSettings::WriteInstrument(std::string_view name) {
     return store_.WriteStrToUserRegistry(kFirstInstrument, name);
 }

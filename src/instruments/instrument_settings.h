@@ -55,6 +55,8 @@ public:
     /// Instrument name of the output for all channels; "abc", which no instrument has, while none
     /// was chosen. Names that former versions stored are read as the present ones.
     std::string ReadInstrument();
+    /// Whether an instrument was chosen at all, also one that the catalogue lacks.
+    bool HasInstrument();
     /// Returns false when it could not be stored.
     bool WriteInstrument(std::string_view name);
 

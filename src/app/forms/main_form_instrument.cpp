@@ -32,6 +32,10 @@ void TMainForm::TakeInstruments() {
     app::TakeOtherOutputs(workspace_, instruments_, outputs);
     const std::string& name = workspace_.outputs.outputs.front().name;
     const std::string shown = instruments::FindInstrument(name) != nullptr ? name : std::string();
+    if (shown.empty() && instruments_.HasInstrument()) {
+        notice_->ShowPlain(
+            texts::UnknownInstrument(ToQString(DisplayText(name)), host_.CurrentLanguage()));
+    }
     songView_->ShowInstrument(shown);
     status_->SetInstrument(ToQString(shown));
 }

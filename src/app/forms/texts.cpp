@@ -96,6 +96,15 @@ QString ChangesSummary(const song::LoadReport& report,
     return parts.join(QStringLiteral(" · "));
 }
 
+QString UnknownInstrument(const QString& name, Language language) {
+    static constexpr Text kUnknown{
+        De{"Das Instrument „%1“ gibt es nicht mehr. Bitte wählen Sie eines; bis dahin bleiben "
+           "Stücke, wie sie sind."},
+        En{"The instrument \"%1\" is no longer known. Please choose one; until then songs stay as "
+           "they are."}};
+    return InLanguage(kUnknown, language).arg(name);
+}
+
 QString PrepareQuestion(const QString& instrument, Language language) {
     static constexpr Text kQuestion{De{"Soll das geöffnete Stück für \"%1\" vorbereitet werden?"},
                                     En{"Shall the open song be prepared for \"%1\"?"}};

@@ -245,6 +245,9 @@ QString RouteOutputName(int channel, Language language);
 /// "Zielkanal von Kanal 3" / "Target of channel 3"; `channel` counts from 0.
 QString RouteTargetName(int channel, Language language);
 
+/// The stored instrument is none of the catalogue.
+QString UnknownInstrument(const QString& name, Language language);
+
 /// The question whether the open song is to be prepared for another instrument.
 QString PrepareQuestion(const QString& instrument, Language language);
 

@@ -48,6 +48,16 @@ TEST_F(InstrumentTest, IsFoundByTypingAndRemembered) {
     EXPECT_EQ(Find<QPushButton>("Btn_Instrument")->text().toStdString(), "Yamaha Tyros 5");
 }
 
+TEST_F(InstrumentTest, AnUnknownStoredNameIsToldAndTouchesNoSong) {
+    store_->WriteStrToUserRegistry("MidiInstrument00", "Keyboard of 1999");
+    OpenWindow();
+    EXPECT_NE(
+        Find<QLabel>("Lbl_Notice")->accessibleName().indexOf(QStringLiteral("Keyboard of 1999")),
+        -1);
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    EXPECT_FALSE(form_->Workspace().preparation.prepared);
+}
+
 TEST_F(InstrumentTest, LoadingPreparesTheSongAndTellsSo) {
     Choose("Yamaha Genos2");
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
