@@ -18,6 +18,7 @@ InstrumentBox::InstrumentBox(MainMenu& menu, QWidget* parent)
     caption_->setBuddy(button_);
     button_->setObjectName(QStringLiteral("Btn_Instrument"));
     button_->setAutoDefault(false);
+    button_->setFocusPolicy(Qt::TabFocus);
     button_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Gap(), Gap() / 2, Gap(), Gap() / 2);

@@ -14,6 +14,7 @@
 #include "app/forms/main_form.h"
 #include "app/forms/notice_bar.h"
 #include "app/forms/play_desk.h"
+#include "app/forms/song_view.h"
 #include "app/forms/status_line.h"
 #include "app/forms/texts.h"
 #include "app/load_sequence.h"
@@ -83,6 +84,7 @@ void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
         }
         notice_->ShowChanges(workspace_);
         status_->ShowStatus(texts::kLoaded, SongFileName());
+        songView_->FocusOverview();
     } else if (!workspace_.hasSong) {
         notice_->Clear();
     }
@@ -136,6 +138,7 @@ void TMainForm::MMF_NewMidifileClick() {
     Run([&] { app::NewSong(workspace_, host_); });
     desk_->TakeSong();
     notice_->ShowChanges(workspace_);
+    songView_->FocusOverview();
     ShowWorkspace();
 }
 

@@ -68,7 +68,8 @@ void PlayBar::AddButtons(QWidget& place) {
         button->setObjectName(QLatin1String(spec.objectName));
         button->setDefaultAction(&menu_.ActionOf(spec.command));
         button->setToolButtonStyle(Qt::ToolButtonIconOnly);
-        button->setFocusPolicy(Qt::StrongFocus);
+        // Whoever clicks here goes on with the keys: Space must not come back to the button.
+        button->setFocusPolicy(Qt::TabFocus);
         const bool main = spec.command == Command::PlayStop;
         button->setFixedSize(main ? side * 3 / 2 : side, side);
         button->setIconSize(QSize(side, side) * 45 / 100);

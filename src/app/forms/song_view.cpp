@@ -109,6 +109,10 @@ void SongView::ShowSong(const QString& fileName) {
     ShowLoop();
 }
 
+void SongView::FocusOverview() {
+    overview_->setFocus(Qt::OtherFocusReason);
+}
+
 std::size_t SongView::ChosenChannel() const {
     return static_cast<std::size_t>(std::max(0, cards_->ChosenChannel()));
 }

@@ -37,6 +37,9 @@ public:
     /// the instruments.
     void ShowInstrument(const std::string& name);
 
+    /// Gives the keyboard to the overview, where Space plays and the arrow keys move.
+    void FocusOverview();
+
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
 

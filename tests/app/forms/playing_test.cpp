@@ -22,7 +22,8 @@ protected:
 
     PlayDesk& Desk() const { return form_->Desk(); }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
-        QTest::keyClick(form_.get(), key, modifiers);
+        ASSERT_NE(form_->focusWidget(), nullptr); // loading gives the keyboard to a widget
+        QTest::keyClick(form_->focusWidget(), key, modifiers);
     }
     /// True once the first loop has got a note on for `key`.
     bool Heard(std::uint8_t key) {
