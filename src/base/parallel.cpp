@@ -9,6 +9,10 @@
 #include <thread>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace tracksmith {
 namespace {
 
@@ -54,6 +58,56 @@ private:
     std::exception_ptr failure_;
 };
 
+#ifdef __SSE2__
+constexpr std::size_t kLine = 64;
+constexpr std::size_t kPage = 4'096;
+constexpr std::size_t kStreams = 4;
+
+// Past the caches, since so much will not be read again soon: an ordinary store would first read
+// what it overwrites.
+void StreamLine(std::byte* to, const std::byte* from) {
+    for (std::size_t i = 0; i < kLine; i += sizeof(__m128i)) {
+        const __m128i word = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i));
+        _mm_stream_si128(reinterpret_cast<__m128i*>(to + i), word);
+    }
+}
+
+// Several pages side by side, a line of each in turn: the processor fetches each of them ahead, and
+// more of the memory's width is used than by one row of lines.
+void CopyPastCaches(std::byte* to, const std::byte* from, std::size_t bytes) {
+    constexpr std::size_t kBlock = kStreams * kPage;
+    const bool aligned = reinterpret_cast<std::uintptr_t>(to) % alignof(__m128i) == 0;
+    const std::size_t streamed = aligned ? bytes / kBlock * kBlock : 0;
+    for (std::size_t block = 0; block < streamed; block += kBlock) {
+        for (std::size_t line = block; line < block + kPage; line += kLine) {
+            for (std::size_t place = line; place < block + kBlock; place += kPage) {
+                StreamLine(to + place, from + place);
+            }
+        }
+    }
+    _mm_sfence();
+    std::memcpy(to + streamed, from + streamed, bytes - streamed);
+}
+#else
+void CopyPastCaches(std::byte* to, const std::byte* from, std::size_t bytes) {
+    std::memcpy(to, from, bytes);
+}
+#endif
+
+// The blocks in pieces that threads can share.
+std::vector<MemoryCopy> PiecesOf(std::span<const MemoryCopy> blocks) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    std::vector<MemoryCopy> pieces;
+    for (const MemoryCopy& block : blocks) {
+        for (std::size_t start = 0; start < block.bytes; start += kPiece) {
+            pieces.push_back({static_cast<std::byte*>(block.to) + start,
+                              static_cast<const std::byte*>(block.from) + start,
+                              std::min(kPiece, block.bytes - start)});
+        }
+    }
+    return pieces;
+}
+
 } // namespace
 
 std::size_t ThreadsFor(std::size_t bytes) {
@@ -68,13 +122,22 @@ void ParallelFor(std::size_t count, std::size_t threads,
     Crew(count, work).Run(std::min(threads, count));
 }
 
-void CopyLarge(void* to, const void* from, std::size_t bytes) {
-    constexpr std::size_t kPiece = std::size_t{1} << 20;
-    auto* target = static_cast<std::byte*>(to);
-    const auto* source = static_cast<const std::byte*>(from);
-    ParallelFor((bytes + kPiece - 1) / kPiece, ThreadsFor(bytes), [=](std::size_t index) {
-        const std::size_t start = index * kPiece;
-        std::memcpy(target + start, source + start, std::min(kPiece, bytes - start));
+void CopyLarge(std::span<const MemoryCopy> blocks) {
+    // What is smaller may well be in the caches still, and is best copied there.
+    constexpr std::size_t kMostCached = std::size_t{8} << 20;
+    std::size_t bytes = 0;
+    for (const MemoryCopy& block : blocks) {
+        bytes += block.bytes;
+    }
+    const std::vector<MemoryCopy> pieces = PiecesOf(blocks);
+    ParallelFor(pieces.size(), ThreadsFor(bytes), [&](std::size_t index) {
+        const MemoryCopy& piece = pieces[index];
+        if (bytes <= kMostCached) {
+            std::memcpy(piece.to, piece.from, piece.bytes);
+        } else {
+            CopyPastCaches(static_cast<std::byte*>(piece.to),
+                           static_cast<const std::byte*>(piece.from), piece.bytes);
+        }
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 
 namespace tracksmith {
 
@@ -15,7 +16,15 @@ std::size_t ThreadsFor(std::size_t bytes);
 void ParallelFor(std::size_t count, std::size_t threads,
                  const std::function<void(std::size_t)>& work);
 
-/// Copies between places that do not overlap; large blocks on several threads.
-void CopyLarge(void* to, const void* from, std::size_t bytes);
+/// One block of memory that is to be copied; the two places do not overlap.
+struct MemoryCopy {
+    void* to = nullptr;
+    const void* from = nullptr;
+    std::size_t bytes = 0;
+};
+
+/// Copies all blocks; many bytes on several threads and past the caches. Returns when all is done.
+/// Throws std::bad_alloc before anything is copied.
+void CopyLarge(std::span<const MemoryCopy> blocks);
 
 } // namespace tracksmith

@@ -169,13 +169,17 @@ void EventPool::CopyTo(Snapshot& target) const {
     target.chunkUsed_.resize(chunks_.size());
     target.freeLarge_ = freeLarge_;
     target.Reserve(UsedBytes());
+    std::vector<MemoryCopy> copies;
+    std::size_t copied = 0;
     for (std::size_t i = 0; i < chunks_.size(); ++i) {
         const std::size_t used = UsedOf(i);
         Unpoison(chunks_[i].memory.begin, used);
-        CopyLarge(target.bytes_.get() + target.used_, chunks_[i].memory.begin, used);
+        copies.push_back({target.bytes_.get() + copied, chunks_[i].memory.begin, used});
         target.chunkUsed_[i] = used;
-        target.used_ += used;
+        copied += used;
     }
+    CopyLarge(copies);
+    target.used_ = copied;
     target.freeSmall_ = freeSmall_;
     target.current_ = current_;
     PoisonFree();
@@ -183,18 +187,22 @@ void EventPool::CopyTo(Snapshot& target) const {
 
 void EventPool::RestoreFrom(const Snapshot& source) {
     auto freeLarge = source.freeLarge_;
-    freeLarge_.swap(freeLarge);
-    freeSmall_ = source.freeSmall_;
     const std::byte* from = source.bytes_.get();
+    std::vector<MemoryCopy> copies;
     for (std::size_t i = 0; i < chunks_.size(); ++i) {
         const std::size_t used = i < source.chunkUsed_.size() ? source.chunkUsed_[i] : 0;
-        const EventArena::Chunk& memory = chunks_[i].memory;
-        Unpoison(memory.begin, used);
-        CopyLarge(memory.begin, from, used);
-        Poison(memory.begin + used, memory.bytes - used);
-        chunks_[i].used = used;
+        Unpoison(chunks_[i].memory.begin, used);
+        copies.push_back({chunks_[i].memory.begin, from, used});
         from += used;
     }
+    CopyLarge(copies);
+    for (std::size_t i = 0; i < chunks_.size(); ++i) {
+        const EventArena::Chunk& memory = chunks_[i].memory;
+        Poison(memory.begin + copies[i].bytes, memory.bytes - copies[i].bytes);
+        chunks_[i].used = copies[i].bytes;
+    }
+    freeLarge_.swap(freeLarge);
+    freeSmall_ = source.freeSmall_;
     cursor_ = nullptr;
     if (!chunks_.empty()) {
         SelectChunk(source.current_);

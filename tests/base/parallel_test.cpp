@@ -1,5 +1,6 @@
 #include "base/parallel.h"
 
+#include <array>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -34,14 +35,23 @@ TEST(ParallelTest, ExceptionsReachTheCallerWhenAllHaveEnded) {
     EXPECT_EQ(running, 0);
 }
 
-TEST(ParallelTest, LargeBlocksAreCopiedWhole) {
-    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, (std::size_t{9} << 20) + 13}) {
-        std::vector<std::uint8_t> from(size);
-        std::iota(from.begin(), from.end(), std::uint8_t{1});
-        std::vector<std::uint8_t> to(size + 1, 0xEE);
-        CopyLarge(to.data(), from.data(), size);
-        EXPECT_TRUE(std::equal(from.begin(), from.end(), to.begin()));
-        EXPECT_EQ(to.back(), 0xEE);
+// Blocks of odd sizes at odd places, so that every way of copying has its rest.
+TEST(ParallelTest, BlocksOfAnySizeAreCopiedWhole) {
+    constexpr std::size_t kMiB = std::size_t{1} << 20;
+    for (const std::size_t size : {std::size_t{1}, 3 * kMiB, 5 * kMiB + 13}) {
+        for (const std::size_t place : {std::size_t{0}, std::size_t{1}, std::size_t{16}}) {
+            std::vector<std::uint8_t> from(2 * size);
+            std::iota(from.begin(), from.end(), std::uint8_t{1});
+            std::vector<std::uint8_t> to(place + 2 * size + 1, 0xEE);
+            std::uint8_t* target = to.data() + place;
+            const std::array<MemoryCopy, 3> blocks{{{target, from.data(), size},
+                                                    {target + size, from.data() + size, size},
+                                                    {nullptr, nullptr, 0}}};
+            CopyLarge(blocks);
+            EXPECT_TRUE(std::equal(from.begin(), from.end(), target)) << size << " " << place;
+            EXPECT_EQ(to.back(), 0xEE);
+            EXPECT_TRUE(place == 0 || to[place - 1] == 0xEE);
+        }
     }
 }
 
