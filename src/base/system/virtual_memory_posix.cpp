@@ -18,7 +18,7 @@ bool CommitMemory(void* address, std::size_t bytes) {
 #ifdef MADV_POPULATE_WRITE
     // Much memory gets its pages in one call, which costs less than a fault for each of them. An
     // older kernel does not know it, and then they come one by one.
-    constexpr std::size_t kMuch = std::size_t{1} << 20;
+    constexpr std::size_t kMuch = std::size_t{256} << 10;
     if (bytes >= kMuch) {
         madvise(address, bytes, MADV_POPULATE_WRITE);
     }
