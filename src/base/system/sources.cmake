@@ -1,5 +1,5 @@
-set(SOURCES file_io.h interrupt.h known_folders.h locked_memory.h message_poster.h thread_timing.h
-    virtual_memory.h)
+set(SOURCES file_io.h interrupt.h known_folders.h locked_memory.h message_poster.h stream_copy.cpp
+    stream_copy.h thread_timing.h virtual_memory.h)
 if(WIN32)
   list(APPEND SOURCES file_io_windows.cpp interrupt_windows.cpp known_folders_windows.cpp
        locked_memory_windows.cpp message_poster_windows.cpp thread_timing_windows.cpp

@@ -16,10 +16,12 @@ bool CommitMemory(void* address, std::size_t bytes) {
         return false;
     }
 #ifdef MADV_POPULATE_WRITE
-    // Much memory gets its pages in one call, which costs less than a fault for each of them. An
-    // older kernel does not know it, and then they come one by one.
-    constexpr std::size_t kMuch = std::size_t{256} << 10;
-    if (bytes >= kMuch) {
+    // A block of events gets its pages in one call, which costs less than a fault for each of them.
+    // An older kernel does not know it, and then they come one by one, as they do for what is too
+    // large to be used at once.
+    constexpr std::size_t kFewest = std::size_t{256} << 10;
+    constexpr std::size_t kMost = std::size_t{16} << 20;
+    if (bytes >= kFewest && bytes <= kMost) {
         madvise(address, bytes, MADV_POPULATE_WRITE);
     }
 #endif
