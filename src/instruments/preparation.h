@@ -27,6 +27,8 @@ struct SysexOptions {
     bool yamahaMasterEq = true;
     /// The song may set the vocal harmony (XG address 04); its messages are removed if not.
     bool yamahaVocalHarmony = true;
+    /// It may so only where somebody sings: songs without lyrics lose the messages.
+    bool yamahaAutoVocalHarmony = false;
     /// The instrument's own set-up messages of Motif instruments are looked for.
     bool motifDsps = false;
     /// XG master equaliser messages stay in the song for Motif instruments.

@@ -57,6 +57,11 @@ inline constexpr Text kYamahaVocalHarmony{De{"Das Stück darf Vocal Harmony eins
 inline constexpr Text kYamahaVocalHarmonyHint{
     De{"Sonst werden seine Meldungen für Vocal Harmony entfernt"},
     En{"Otherwise its messages for the vocal harmony are removed"}};
+inline constexpr Text kYamahaAutoVocalHarmony{De{"… aber nur Stücke mit Liedtext"},
+                                              En{"… but only songs with lyrics"}};
+inline constexpr Text kYamahaAutoVocalHarmonyHint{
+    De{"Wo niemand singt, werden die Meldungen für Vocal Harmony entfernt"},
+    En{"Where nobody sings, the messages for the vocal harmony are removed"}};
 inline constexpr Text kMotifDsps{De{"Motif DSP management"}, En{"Motif DSP management"}};
 inline constexpr Text kMotifDspsHint{De{"Zeigt die eigenen Meldungen des Instruments im Stück"},
                                      En{"Shows the instrument's own messages in the song"}};

@@ -73,6 +73,7 @@ TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs, Options opti
       folders_(std::move(folders)),
       files_(std::move(files)),
       language_(language),
+      choice_(new QComboBox),
       family_(new QComboBox),
       search_(new QLineEdit),
       list_(new ListPanel("Table_Voices", instrument_texts::kVoices,
@@ -87,12 +88,14 @@ TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs, Options opti
     setObjectName(QStringLiteral("PatchesForm"));
     setAttribute(Qt::WA_DeleteOnClose);
     AddColumn(*this);
+    AddInstruments();
     AddSearch();
     layout()->addWidget(list_);
     list_->Retranslate(language);
     layout()->addWidget(message_);
     message_->setWordWrap(true);
     AddFileButtons();
+    search_->setFocus();
     resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
 }
 
@@ -107,10 +110,28 @@ const instruments::Instrument& TPatchesForm::Instrument() const {
 }
 
 void TPatchesForm::DisplayInstrumentPatches(std::size_t channel) {
-    instrument_ = outputs_.InstrumentOfChannel(channel);
+    DisplayInstrument(outputs_.InstrumentOfChannel(channel));
+}
+
+void TPatchesForm::DisplayInstrument(instruments::InstrumentId instrument) {
+    instrument_ = instrument;
+    const QSignalBlocker silent(choice_);
+    choice_->setCurrentIndex(choice_->findData(int{instrument}));
     options_ = optionsOf_(instrument_);
     setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(Instrument().name)));
     Reload();
+}
+
+void TPatchesForm::AddInstruments() {
+    choice_->setObjectName(QStringLiteral("CB_PatchesInstrument"));
+    choice_->setAccessibleName(Say(instrument_texts::kInstrument));
+    for (const instruments::Instrument& instrument : instruments::Catalogue()) {
+        choice_->addItem(ToQString(instrument.name), int{instrument.id});
+    }
+    layout()->addWidget(choice_);
+    connect(choice_, &QComboBox::activated, this, [this] {
+        DisplayInstrument(static_cast<instruments::InstrumentId>(choice_->currentData().toInt()));
+    });
 }
 
 void TPatchesForm::AddSearch() {

@@ -47,11 +47,15 @@ public:
     /// those of General MIDI where it has none.
     void DisplayInstrumentPatches(std::size_t channel);
 
+    /// Shows the voices of any instrument.
+    void DisplayInstrument(instruments::InstrumentId instrument);
+
 signals:
     /// The instrument has another table now.
     void TableChanged();
 
 private:
+    void AddInstruments();
     void AddSearch();
     void AddFileButtons();
     void Reload();
@@ -70,6 +74,7 @@ private:
     instruments::InstrumentId instrument_ = instruments::kGmSoundset;
     instruments::LookupOptions options_;
     std::unique_ptr<instruments::VoiceTables> tables_;
+    QComboBox* choice_;
     QComboBox* family_;
     QLineEdit* search_;
     ListPanel* list_;

@@ -74,8 +74,9 @@ constexpr StepCondition kDsps{[](const Options& o) { return o.yamahaDsps; },
                               texts::kWithYamahaDsps};
 constexpr StepCondition kNoMasterEq{[](const Options& o) { return !o.yamahaMasterEq; },
                                     texts::kWithoutMasterEq};
-constexpr StepCondition kNoVocalHarmony{[](const Options& o) { return !o.yamahaVocalHarmony; },
-                                        texts::kWithoutVocalHarmony};
+constexpr StepCondition kNoVocalHarmony{
+    [](const Options& o) { return !o.yamahaVocalHarmony || o.yamahaAutoVocalHarmony; },
+    texts::kWithoutVocalHarmony};
 constexpr StepCondition kMotifDsps{[](const Options& o) { return o.motifDsps; },
                                    texts::kWithMotifDsps};
 constexpr StepCondition kMotifGmReset{[](const Options& o) { return !o.motifWithoutGmReset; },

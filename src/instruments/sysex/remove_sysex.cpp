@@ -26,6 +26,16 @@ void RemoveExactly(song::Song& song, SysexSession& session, SysexBytes message) 
     });
 }
 
+bool HasLyrics(const song::Song& song) {
+    return std::ranges::any_of(song.tracks, [](const song::Track& track) {
+        song::EventLink event = track.first;
+        while (event && !(event->IsMeta(song::kMetaLyric) && event->length > 0)) {
+            event = event->next;
+        }
+        return static_cast<bool>(event);
+    });
+}
+
 } // namespace
 
 void RemoveGMSysex(song::Song& song, SysexSession& session) {
@@ -81,6 +91,10 @@ void RemoveYamahaMasterEQSysex(song::Song& song, SysexSession& session) {
 }
 
 void RemoveYamahaVocalHarmonySysex(song::Song& song, SysexSession& session) {
+    const SysexOptions& options = session.options;
+    if (options.yamahaVocalHarmony && options.yamahaAutoVocalHarmony && HasLyrics(song)) {
+        return;
+    }
     RemoveWhere(song, session, IsVocalHarmony);
 }
 

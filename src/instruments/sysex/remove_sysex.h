@@ -39,7 +39,8 @@ void RemoveYamahaDSPSysex(song::Song& song, SysexSession& session);
 /// XG messages of the master equaliser (address 02 40).
 void RemoveYamahaMasterEQSysex(song::Song& song, SysexSession& session);
 
-/// Messages of the vocal harmony of Yamaha arrangers, see IsVocalHarmony.
+/// Messages of the vocal harmony of Yamaha arrangers, see IsVocalHarmony; with the option
+/// yamahaAutoVocalHarmony only in songs without lyrics (RP-001, meta 0x05).
 void RemoveYamahaVocalHarmonySysex(song::Song& song, SysexSession& session);
 
 } // namespace tracksmith::instruments

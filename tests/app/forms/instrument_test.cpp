@@ -172,6 +172,10 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     family->setCurrentIndex(family->findData(QStringLiteral("SN-A")));
     EXPECT_EQ(Find<QTableView>("Table_Voices")->model()->rowCount(), 256);
     EXPECT_GT(all, 5000);
+    auto* instrument = Find<QComboBox>("CB_PatchesInstrument");
+    instrument->setCurrentIndex(instrument->findText(QStringLiteral("Roland SC-88")));
+    emit instrument->activated(instrument->currentIndex());
+    EXPECT_EQ(Find<QTableView>("Table_Voices")->model()->rowCount(), 860);
 }
 
 TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {

@@ -140,6 +140,12 @@ std::vector<GroupCase> Groups() {
          with(xg, kVocal),
          {},
          With([](SysexOptions& o) { o.yamahaVocalHarmony = false; })},
+        {"XgNobodySings",
+         {62, 74, 80, 87, 97, 106, 108},
+         {kXg},
+         with(xg, kVocal),
+         {},
+         With([](SysexOptions& o) { o.yamahaAutoVocalHarmony = true; })},
         {"XgLacksBoth", {5, 19, 31}, {kXg}, xg, {}, With([](SysexOptions& o) {
              o.yamahaMasterEq = o.yamahaVocalHarmony = false;
          })},
@@ -341,6 +347,22 @@ TEST(CheckSysexs, AnIndexFromTheDecoderDoesTheSame) {
     EXPECT_EQ(Noted(handed.session, Note::What::Removed),
               Noted(walked.session, Note::What::Removed));
     EXPECT_EQ(Noted(walked.session, Note::What::Removed).size(), 11U);
+}
+
+TEST(CheckSysexs, VocalHarmonyStaysWhereSomebodySings) {
+    song::Song song;
+    RecordingMessageHost host;
+    const Bytes file = MidiFileBuilder()
+                           .Track(TrackOf(0, {{480, kVocal}}))
+                           .Track(TrackBuilder().Text(480, song::kMetaLyric, "la").End(480))
+                           .Build();
+    song::DecodeMidiData(song, file, {}, host);
+    SysexOptions options;
+    options.yamahaAutoVocalHarmony = true;
+    SysexSession session(options, host);
+    instruments::CheckSysexs(song, 74, session);
+    EXPECT_EQ(session.report.removed, 0);
+    song::ClearSong(song);
 }
 
 TEST(CheckSysexs, IgnoredTracksStayAsTheyAre) {
