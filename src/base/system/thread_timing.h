@@ -29,8 +29,9 @@ private:
     std::unique_ptr<Bell> bell_;
 };
 
-/// Asks the system to wake the calling thread as exactly as it can when it sleeps; its priority
-/// stays. Without effect where the system has no such setting.
+/// Asks the system to wake the calling thread as exactly as it can when it sleeps, before other
+/// threads where the user may have that. For threads that sleep most of the time. Without effect
+/// where the system does not grant it.
 void WakeThisThreadExactly() noexcept;
 
 /// Processor time that the whole program has used so far.

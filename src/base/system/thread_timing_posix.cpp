@@ -1,6 +1,8 @@
 #include <condition_variable>
 #include <ctime>
 #include <mutex>
+#include <pthread.h>
+#include <sched.h>
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
@@ -37,11 +39,17 @@ void AlarmClock::Ring() noexcept {
 }
 
 void WakeThisThreadExactly() noexcept {
+    constexpr int kAboveLowest = 4;
 #ifdef __linux__
     // Without this the kernel may delay every wake-up by 50 microseconds to save power.
     constexpr unsigned long kSmallestSlackNs = 1;
     prctl(PR_SET_TIMERSLACK, kSmallestSlackNs, 0UL, 0UL, 0UL);
 #endif
+    // Where the user may, as members of audio groups may: before all ordinary threads, behind those
+    // that move audio.
+    sched_param priority{};
+    priority.sched_priority = sched_get_priority_min(SCHED_RR) + kAboveLowest;
+    pthread_setschedparam(pthread_self(), SCHED_RR, &priority);
 }
 
 std::chrono::nanoseconds ProcessorTime() noexcept {
