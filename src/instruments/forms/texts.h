@@ -54,9 +54,6 @@ inline constexpr Text kImported{De{"%1 Klänge übernommen: %2"}, En{"%1 voices 
 inline constexpr Text kExported{De{"Gespeichert: %1"}, En{"Saved: %1"}};
 inline constexpr Text kExportFailed{De{"Die Datei konnte nicht geschrieben werden: %1"},
                                     En{"The file could not be written: %1"}};
-inline constexpr Text kReadFailed{De{"Die Datei kann nicht gelesen werden: %1"},
-                                  En{"The file cannot be read: %1"}};
 inline constexpr Text kWhichModel{De{"Welches Modell?"}, En{"Which model?"}};
-inline constexpr Text kVoiceFiles{De{"Klanglisten"}, En{"Voice lists"}};
 
 } // namespace tracksmith::forms::instrument_texts
