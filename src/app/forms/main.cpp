@@ -7,7 +7,7 @@
 #include <QTimer>
 
 #include "app/forms/main_form.h"
-#include "app/forms/play_desk.h"
+#include "app/forms/transport/play_desk.h"
 #include "app/settings/settings_store.h"
 
 using namespace tracksmith;

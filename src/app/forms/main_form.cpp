@@ -10,17 +10,17 @@
 #include <QTranslator>
 #include <QVBoxLayout>
 
-#include "app/forms/dialogs.h"
-#include "app/forms/empty_page.h"
-#include "app/forms/key_guard.h"
-#include "app/forms/notice_bar.h"
-#include "app/forms/notice_host.h"
-#include "app/forms/play_desk.h"
-#include "app/forms/recent_files_menu.h"
-#include "app/forms/song_options.h"
-#include "app/forms/song_view.h"
-#include "app/forms/status_line.h"
+#include "app/forms/menu/recent_files_menu.h"
+#include "app/forms/notices/dialogs.h"
+#include "app/forms/notices/notice_bar.h"
+#include "app/forms/notices/notice_host.h"
+#include "app/forms/notices/status_line.h"
+#include "app/forms/settings/key_guard.h"
+#include "app/forms/settings/song_options.h"
+#include "app/forms/song/empty_page.h"
+#include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
+#include "app/forms/transport/play_desk.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {

@@ -10,13 +10,13 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "app/forms/dialogs.h"
 #include "app/forms/main_form.h"
-#include "app/forms/notice_bar.h"
-#include "app/forms/play_desk.h"
-#include "app/forms/song_view.h"
-#include "app/forms/status_line.h"
+#include "app/forms/notices/dialogs.h"
+#include "app/forms/notices/notice_bar.h"
+#include "app/forms/notices/status_line.h"
+#include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
+#include "app/forms/transport/play_desk.h"
 #include "app/load_sequence.h"
 
 namespace tracksmith::forms {

@@ -1,11 +1,11 @@
 #include "base/forms/qt_text.h"
 
 #include "app/forms/main_form.h"
-#include "app/forms/notice_bar.h"
-#include "app/forms/play_desk.h"
-#include "app/forms/ports_dialog.h"
-#include "app/forms/song_view.h"
+#include "app/forms/notices/notice_bar.h"
+#include "app/forms/ports/ports_dialog.h"
+#include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
+#include "app/forms/transport/play_desk.h"
 
 // The commands that play the song.
 

@@ -5,7 +5,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "app/forms/play_desk.h"
+#include "app/forms/transport/play_desk.h"
 #include "song/check_song.h"
 
 namespace tracksmith::forms {

@@ -5,8 +5,8 @@
 #include <QToolTip>
 
 #include "app/forms/form_fixture.h"
-#include "app/forms/overview_widget.h"
-#include "app/forms/play_desk.h"
+#include "app/forms/overview/overview_widget.h"
+#include "app/forms/transport/play_desk.h"
 
 namespace tracksmith::forms {
 namespace {

@@ -6,7 +6,7 @@
 #include <QToolButton>
 
 #include "app/forms/form_fixture.h"
-#include "app/forms/play_desk.h"
+#include "app/forms/transport/play_desk.h"
 
 namespace tracksmith::forms {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/forms/recent_files.h"
+#include "app/forms/menu/recent_files.h"
 
 #include <QListWidget>
 #include <QMenu>

@@ -1,0 +1,47 @@
+#include "app/forms/overview/overview_scene.h"
+
+#include <algorithm>
+
+namespace tracksmith::forms {
+
+std::size_t OverviewGeometry::ColumnAt(double x) const {
+    const double column = (x - cells.left()) / ColumnWidth();
+    return static_cast<std::size_t>(std::clamp(column, 0.0, static_cast<double>(columns - 1)));
+}
+
+int OverviewGeometry::ChannelAt(double y) const {
+    if (y < cells.top() || y >= cells.bottom()) {
+        return -1;
+    }
+    return std::clamp(static_cast<int>((y - cells.top()) / RowHeight()), 0, 15);
+}
+
+OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight, std::size_t columns) {
+    const double margin = fontHeight / 2;
+    const double gutter = fontHeight * 2;
+    const QRectF inside = QRectF({0, 0}, size).adjusted(margin, margin / 2, -margin, -margin);
+    OverviewGeometry geometry;
+    geometry.columns = std::max<std::size_t>(columns, 1);
+    geometry.cells = inside.adjusted(gutter, 2.3 * fontHeight, 0, 0);
+    geometry.measureRuler = {geometry.cells.left(), inside.top(), geometry.cells.width(),
+                             fontHeight};
+    geometry.markRuler = geometry.measureRuler.translated(0, fontHeight);
+    geometry.gutter = {inside.left(), geometry.cells.top(), gutter, geometry.cells.height()};
+    return geometry;
+}
+
+double ColumnOfTick(const song::NoteOverview& notes, std::int32_t tick) {
+    const auto& ticks = notes.columnTick;
+    const std::size_t columns = notes.Columns();
+    if (columns == 0 || ticks.size() <= columns || tick <= ticks.front()) {
+        return 0;
+    }
+    const auto end = ticks.begin() + static_cast<std::ptrdiff_t>(columns);
+    const auto next = std::upper_bound(ticks.begin(), end, tick);
+    const auto column = static_cast<std::size_t>(next - ticks.begin()) - 1;
+    const double length = std::max(1.0, static_cast<double>(ticks[column + 1]) - ticks[column]);
+    const double within = (static_cast<double>(tick) - ticks[column]) / length;
+    return static_cast<double>(column) + std::min(within, 1.0);
+}
+
+} // namespace tracksmith::forms

@@ -1,0 +1,181 @@
+#include "app/forms/song/song_view.h"
+
+#include <algorithm>
+
+#include "base/forms/list_panel.h"
+#include "base/forms/theme.h"
+#include <QHBoxLayout>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "app/forms/overview/overview_widget.h"
+#include "app/forms/ports/routing_page.h"
+#include "app/forms/song/channel_cards.h"
+#include "app/forms/song/instrument_box.h"
+#include "app/forms/song/song_header.h"
+#include "app/forms/song/song_rows.h"
+#include "app/forms/song/voice_names.h"
+#include "app/forms/texts.h"
+#include "app/forms/transport/play_bar.h"
+#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/position_display.h"
+#include "song/note_overview.h"
+#include "song/song_position.h"
+
+namespace tracksmith::forms {
+namespace {
+
+QString ClockPair(std::int64_t ms, std::int64_t lengthMs) {
+    return ToQString(song::ClockText(ms)) + QStringLiteral(" / ") +
+           ToQString(song::ClockText(lengthMs));
+}
+
+PositionDisplay::Place PlaceAt(const song::SongRecord& map, std::int32_t tick, std::int64_t notes,
+                               Language language) {
+    const song::TimeZoneEntry& zone = map.timeZones[song::ZoneOfTick(map, tick)];
+    return {ToQString(song::SongPositionToMTC(map, tick)),
+            ClockPair(song::TickToMs(map, tick), map.lengthMs),
+            QStringLiteral("%1/%2").arg(zone.numerator).arg(zone.denominator),
+            NumberText(notes, language)};
+}
+
+} // namespace
+
+SongView::SongView(const app::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
+                   PlayDesk& desk, QWidget* parent)
+    : QWidget(parent),
+      workspace_(workspace),
+      voices_(voices),
+      desk_(desk),
+      playBar_(new PlayBar(menu, desk)),
+      header_(new SongHeader),
+      overview_(new OverviewWidget),
+      cards_(new ChannelCards),
+      tracks_(new ListPanel("Table_Tracks", texts::kTracks, TrackColumns(), 1)),
+      tempos_(new ListPanel("Table_Tempos", texts::kTempos, TempoColumns(), 0)),
+      metres_(new ListPanel("Table_Metres", texts::kMetres, MetreColumns(), 0)),
+      routing_(new RoutingPage(desk)),
+      pages_(new QTabWidget) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(Gap() * 3 / 2, Gap(), Gap() * 3 / 2, Gap());
+    column->setSpacing(Gap());
+    column->addWidget(playBar_);
+    column->addWidget(header_);
+    column->addWidget(overview_, 5);
+    pages_->setObjectName(QStringLiteral("Pages"));
+    pages_->setDocumentMode(true);
+    pages_->addTab(BuildSongPage(), QString());
+    pages_->addTab(routing_, QString());
+    column->addWidget(pages_, 4);
+    Connect();
+}
+
+QWidget* SongView::BuildSongPage() {
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, Gap(), 0, 0);
+    column->setSpacing(Gap());
+    column->addWidget(cards_);
+    auto* lists = new QHBoxLayout;
+    lists->setSpacing(Gap());
+    lists->addWidget(tracks_, 5);
+    lists->addWidget(tempos_, 3);
+    lists->addWidget(metres_, 3);
+    column->addLayout(lists, 1);
+    return page;
+}
+
+void SongView::Connect() {
+    connect(overview_, &OverviewWidget::PlaceChosen, &desk_, &PlayDesk::MoveToTick);
+    connect(overview_, &OverviewWidget::LoopChosen, &desk_, &PlayDesk::SetLoop);
+    connect(cards_, &ChannelCards::ChannelChosen, overview_, &OverviewWidget::SetChannel);
+    for (const ListPanel* list : {tempos_, metres_}) {
+        connect(list, &ListPanel::PlaceChosen, &desk_, &PlayDesk::MoveToTick);
+    }
+    connect(&desk_, &PlayDesk::PlaceChanged, this, &SongView::ShowPlace);
+    connect(&desk_, &PlayDesk::TempoChanged, this, &SongView::ShowPlace);
+    connect(&desk_, &PlayDesk::LoopChanged, this, &SongView::ShowLoop);
+}
+
+void SongView::ShowSong(const QString& fileName) {
+    fileName_ = fileName;
+    description_ = app::DescribeSong(workspace_);
+    playBar_->Position().Reserve(
+        PlaceAt(workspace_.song, workspace_.song.songLength, 0, language_));
+    ShowLists();
+    cards_->ClearChoice();
+    overview_->SetSong(song::MakeNoteOverview(workspace_.song), OverviewMarks(description_));
+    ShowPlace();
+    ShowLoop();
+}
+
+void SongView::FocusOverview() {
+    overview_->setFocus(Qt::OtherFocusReason);
+}
+
+std::size_t SongView::ChosenChannel() const {
+    return static_cast<std::size_t>(std::max(0, cards_->ChosenChannel()));
+}
+
+void SongView::ShowNextPage() {
+    pages_->setCurrentIndex((pages_->currentIndex() + 1) % pages_->count());
+}
+
+void SongView::ShowFileName(const QString& fileName) {
+    fileName_ = fileName;
+    header_->ShowSong(description_, fileName_, language_);
+}
+
+void SongView::ShowLists() {
+    header_->ShowSong(description_, fileName_, language_);
+    ShowCards();
+    tracks_->SetRows(TrackRows(description_, language_));
+    tempos_->SetRows(TempoRows(description_));
+    metres_->SetRows(MetreRows(description_));
+}
+
+void SongView::ShowCards() {
+    cards_->ShowChannels(
+        description_.channels,
+        [this](const app::SongDescription::ChannelLine& line) {
+            return voices_.NameOf(line, language_);
+        },
+        language_);
+}
+
+void SongView::ShowInstrument(const std::string& name) {
+    playBar_->Instrument().ShowInstrument(name);
+    ShowCards();
+}
+
+void SongView::ShowPlace() {
+    const auto map = desk_.Map();
+    if (workspace_.hasSong && !map->timeZones.empty()) {
+        const std::int32_t tick = desk_.Tick();
+        overview_->ShowPlace(tick);
+        playBar_->Position().ShowPlace(PlaceAt(*map, tick, overview_->CursorNotes(), language_));
+    }
+}
+
+void SongView::ShowLoop() {
+    const auto loop = desk_.Loop().value_or(PlayDesk::LoopRange{});
+    overview_->ShowLoop(loop.startTick, loop.endTick, loop.on);
+}
+
+void SongView::Retranslate(Language language) {
+    language_ = language;
+    playBar_->Retranslate(language);
+    header_->Retranslate(language);
+    routing_->Retranslate(language);
+    pages_->setAccessibleName(InLanguage(texts::kPages, language));
+    pages_->setTabText(0, InLanguage(texts::kPageSong, language));
+    pages_->setTabText(1, InLanguage(texts::kPageRouting, language));
+    overview_->Retranslate(language);
+    for (ListPanel* list : {tracks_, tempos_, metres_}) {
+        list->Retranslate(language);
+    }
+    ShowLists();
+    ShowPlace();
+}
+
+} // namespace tracksmith::forms

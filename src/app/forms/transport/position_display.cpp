@@ -1,0 +1,51 @@
+#include "app/forms/transport/position_display.h"
+
+#include "base/forms/theme.h"
+#include <QHBoxLayout>
+
+#include "app/forms/texts.h"
+#include "app/forms/transport/value_box.h"
+
+namespace tracksmith::forms {
+namespace {
+
+constexpr double kBig = 2.2;
+constexpr double kSmall = 1.2;
+
+} // namespace
+
+PositionDisplay::PositionDisplay(QWidget* parent)
+    : Panel(QPalette::Base, parent),
+      position_(new ValueBox("Lbl_Position", texts::kPosition, kBig, true)),
+      clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
+      metre_(new ValueBox("Lbl_Metre", texts::kMetre, kSmall, true)),
+      notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(Gap() * 2, Gap() / 2, Gap() * 2, Gap() / 2);
+    row->setSpacing(Gap() * 2);
+    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
+        row->addWidget(box);
+    }
+}
+
+void PositionDisplay::ShowPlace(const Place& place) {
+    position_->SetValue(place.position);
+    clock_->SetValue(place.clock);
+    metre_->SetValue(place.metre);
+    notes_->SetValue(place.notes);
+}
+
+void PositionDisplay::Reserve(const Place& end) {
+    position_->Reserve(end.position);
+    clock_->Reserve(end.clock);
+    metre_->Reserve(QStringLiteral("00/00"));
+    notes_->Reserve(QStringLiteral("00.000"));
+}
+
+void PositionDisplay::Retranslate(Language language) {
+    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
+        box->Retranslate(language);
+    }
+}
+
+} // namespace tracksmith::forms
