@@ -57,32 +57,37 @@ struct Times {
     Series saveFormat0;
 };
 
-void Load(app::Workspace& workspace, std::span<const std::uint8_t> file) {
+void Load(session::Session& session, const app::FileBytes& file) {
     RecordingMessageHost host;
-    app::OpenMidiData(workspace, file, "benchmark.mid", host);
+    app::OpenMidiData(session, file, "benchmark.mid", host);
 }
 
-void MeasureRound(Times& times, app::Workspace& workspace, song::SongSnapshot& snapshot,
-                  std::span<const std::uint8_t> file, std::vector<std::uint8_t>& copy) {
+void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& snapshot,
+                  const app::FileBytes& bytes, std::vector<std::uint8_t>& copy) {
+    constexpr session::ChangeKind kRetime{.name = Text{Both{"Re-timing"}}};
     RecordingMessageHost host;
-    const song::Song& song = workspace.song;
+    const std::span<const std::uint8_t> file = *bytes;
+    const song::Song& song = session.Song();
     times.copy.Measure([&] {
         std::memcpy(copy.data(), file.data(), file.size());
         sink = sink + copy[file.size() / 2];
     });
     times.scan.Measure([&] { sink = sink + song::ScanMidiData(file, host).checksum; });
     times.loadPrepared.Measure([&] {
-        workspace.sysexOptions.automatic = true;
-        Load(workspace, file);
+        session.Options().sysexOptions.automatic = true;
+        Load(session, bytes);
     });
-    workspace.sysexOptions.automatic = false;
-    times.load.Measure([&] { Load(workspace, file); });
+    session.Options().sysexOptions.automatic = false;
+    times.load.Measure([&] { Load(session, bytes); });
     times.snapshot.Measure([&] { snapshot.Take(song); });
-    times.retime.Measure([&] { song::SetTimePositions(workspace.song); });
+    session.Change(kRetime, host, [&](session::Workspace& work) {
+        times.retime.Measure([&] { song::SetTimePositions(work.song); });
+        return false;
+    });
     times.saveFormat1.Measure(
-        [&] { sink = sink + workspace.encoder.Format1(song, {}, host).size(); });
+        [&] { sink = sink + session.Encoder().Format1(song, {}, host).size(); });
     times.saveFormat0.Measure(
-        [&] { sink = sink + workspace.encoder.Format0(song, {}, host).size(); });
+        [&] { sink = sink + session.Encoder().Format0(song, {}, host).size(); });
 }
 
 std::size_t CountEvents(const song::Song& song) {
@@ -101,12 +106,12 @@ struct FirstLoad {
 
 /// Runs in a process of its own: the first load touches fresh memory, the others do not.
 int PrintFirstLoad(std::size_t events) {
-    const std::vector<std::uint8_t> file = GenerateSong(events);
-    app::Workspace workspace;
-    const double first = Seconds([&] { Load(workspace, file); });
+    const auto file = std::make_shared<const std::vector<std::uint8_t>>(GenerateSong(events));
+    session::Session session;
+    const double first = Seconds([&] { Load(session, file); });
     Series warm;
     for (int i = 0; i < 5; ++i) {
-        warm.Measure([&] { Load(workspace, file); });
+        warm.Measure([&] { Load(session, file); });
     }
     std::printf("%.9f %.9f\n", first, warm.Median());
     return 0;
@@ -188,18 +193,20 @@ void PrintTimes(BudgetTable& table, const Input& input, const Times& times, cons
 
 /// Measures one input; false when something could not be measured.
 bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std::string& program) {
-    const std::vector<std::uint8_t> file = GenerateSong(input.events);
+    const auto bytes =
+        std::make_shared<const std::vector<std::uint8_t>>(GenerateSong(input.events));
+    const std::vector<std::uint8_t>& file = *bytes;
     std::vector<std::uint8_t> copy(file.size());
-    app::Workspace workspace;
-    workspace.outputs.outputs.front().SetName("Roland SC-88Pro");
+    session::Session session;
+    session.Options().outputs.outputs.front().SetName("Roland SC-88Pro");
     song::SongSnapshot snapshot;
     Times warmUp;
-    MeasureRound(warmUp, workspace, snapshot, file, copy);
+    MeasureRound(warmUp, session, snapshot, bytes, copy);
     Times times;
     for (int i = 0; i < rounds; ++i) {
-        MeasureRound(times, workspace, snapshot, file, copy);
+        MeasureRound(times, session, snapshot, bytes, copy);
     }
-    const Sizes sizes = SizesOf(workspace.song, snapshot, file);
+    const Sizes sizes = SizesOf(session.Song(), snapshot, file);
     table.Heading(std::string(input.name) + ": " + std::to_string(sizes.events) + " events, " +
                   std::to_string(file.size()) + " bytes, " + std::to_string(rounds) + " rounds");
     PrintTimes(table, input, times, sizes);

@@ -2,8 +2,8 @@
 
 #include <new>
 #include <optional>
+#include <span>
 #include <utility>
-#include <vector>
 
 #include "base/errors.h"
 #include "base/system/file_io.h"
@@ -15,8 +15,21 @@
 namespace tracksmith::app {
 namespace {
 
+using session::Session;
+using session::Workspace;
+
+void EmptyWorkspace(Workspace& workspace) {
+    song::ClearSong(workspace.song);
+    workspace.file = {};
+    workspace.hasSong = false;
+    workspace.modified = false;
+    workspace.loadReport = {};
+    workspace.preparation = {};
+}
+
 // Decodes and runs the later steps of the load sequence in their order.
 void LoadSong(Workspace& workspace, std::span<const std::uint8_t> bytes, MessageHost& host) {
+    workspace.song.runningStatusAcrossSysex = workspace.runningStatusAcrossSysex ? 1 : 0;
     TMidiFunctions functions(workspace, host);
     const song::DecodeResult decoded = functions.DecodeMidiData(bytes);
     workspace.loadReport = decoded.report;
@@ -26,39 +39,36 @@ void LoadSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Message
     functions.SetFirstValues();
     functions.CheckForNoteOnsNoteOffs();
     functions.CheckForZeroLength();
-}
-
-} // namespace
-
-void ClearMidiMemory(Workspace& workspace) {
-    song::ClearSong(workspace.song);
-    workspace.fileName.clear();
-    workspace.hasSong = false;
-    workspace.modified = false;
-    workspace.loadReport = {};
-    workspace.preparation = {};
-}
-
-void OpenMidiData(Workspace& workspace, std::span<const std::uint8_t> bytes,
-                  std::filesystem::path name, MessageHost& host) {
-    if (bytes.size() < song::kSmallestFile) {
-        RaiseMidiError(host, texts::kTooShort);
-    }
-    ClearMidiMemory(workspace);
-    try {
-        LoadSong(workspace, bytes, host);
-    } catch (const EMidiError&) {
-        ClearMidiMemory(workspace);
-        throw;
-    } catch (const std::bad_alloc&) {
-        ClearMidiMemory(workspace);
-        RaiseMidiError(host, texts::kBufferMemory);
-    }
-    workspace.fileName = std::move(name);
     workspace.hasSong = true;
 }
 
-void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, MessageHost& host) {
+// Replaces the song by that in `bytes`; a fault leaves it empty.
+void ReplaceSong(Workspace& workspace, std::span<const std::uint8_t> bytes, MessageHost& host) {
+    EmptyWorkspace(workspace);
+    try {
+        LoadSong(workspace, bytes, host);
+    } catch (const EMidiError&) {
+        EmptyWorkspace(workspace);
+        throw;
+    } catch (const std::bad_alloc&) {
+        EmptyWorkspace(workspace);
+        RaiseMidiError(host, texts::kBufferMemory);
+    }
+}
+
+// The decoder has read these bytes before; only memory can be missing now.
+void OfferTakingBack(Session& session, FileBytes bytes) {
+    if (session.HasPlayer() && session.Work().preparation.Changed()) {
+        session.OfferTakingBackLoadStep(
+            session::kPrepareSong.name,
+            [bytes = std::move(bytes)](Workspace& target, bool withStep, MessageHost& shown) {
+                target.sysexOptions.automatic = withStep;
+                LoadSong(target, *bytes, shown);
+            });
+    }
+}
+
+std::vector<std::uint8_t> ReadFile(const std::filesystem::path& file, MessageHost& host) {
     std::optional<std::vector<std::uint8_t>> bytes;
     try {
         bytes = system::ReadRegularFile(file);
@@ -68,12 +78,51 @@ void OpenMidiFile(Workspace& workspace, const std::filesystem::path& file, Messa
     if (!bytes) {
         RaiseMidiError(host, texts::OpenFailed(host.CurrentLanguage(), system::PathText(file)));
     }
-    OpenMidiData(workspace, *bytes, file, host);
+    return *std::move(bytes);
 }
 
-void NewSong(Workspace& workspace, MessageHost& host) {
-    OpenMidiData(workspace, EmptySongBytes(host.CurrentLanguage()), {}, host);
-    workspace.loadReport = {};
+} // namespace
+
+void ClearMidiMemory(Session& session, MessageHost& host) {
+    session.Change(session::kReplaceSong, host, [](Workspace& workspace) {
+        EmptyWorkspace(workspace);
+        return true;
+    });
+}
+
+void OpenMidiData(Session& session, FileBytes bytes, const std::filesystem::path& name,
+                  MessageHost& host, bool isDemo) {
+    if (bytes->size() < song::kSmallestFile) {
+        RaiseMidiError(host, texts::kTooShort);
+    }
+    session.Change(session::kReplaceSong, host, [&](Workspace& workspace) {
+        const std::filesystem::path file = name; // may be the workspace's own
+        ReplaceSong(workspace, *bytes, host);
+        workspace.file = session::LoadedFile(file, isDemo);
+        return true;
+    });
+    OfferTakingBack(session, std::move(bytes));
+}
+
+void OpenMidiData(Session& session, std::vector<std::uint8_t> bytes,
+                  const std::filesystem::path& name, MessageHost& host) {
+    OpenMidiData(session, std::make_shared<const std::vector<std::uint8_t>>(std::move(bytes)), name,
+                 host, false);
+}
+
+void OpenMidiFile(Session& session, const std::filesystem::path& file, MessageHost& host,
+                  bool isDemo) {
+    OpenMidiData(session, std::make_shared<const std::vector<std::uint8_t>>(ReadFile(file, host)),
+                 file, host, isDemo);
+}
+
+void NewSong(Session& session, MessageHost& host) {
+    const std::vector<std::uint8_t> bytes = EmptySongBytes(host.CurrentLanguage());
+    session.Change(session::kReplaceSong, host, [&](Workspace& workspace) {
+        ReplaceSong(workspace, bytes, host);
+        workspace.loadReport = {};
+        return true;
+    });
 }
 
 } // namespace tracksmith::app

@@ -6,7 +6,7 @@
 
 #include "base/message_host.h"
 
-#include "app/workspace.h"
+#include "app/session/workspace.h"
 #include "instruments/sysex/sysex_index.h"
 #include "song/midi_file_reader.h"
 #include "song/time_map.h"
@@ -19,7 +19,8 @@ namespace tracksmith::app {
 class TMidiFunctions {
 public:
     /// Both must outlive this object.
-    TMidiFunctions(Workspace& workspace, MessageHost& host) : workspace_(workspace), host_(host) {}
+    TMidiFunctions(session::Workspace& workspace, MessageHost& host)
+        : workspace_(workspace), host_(host) {}
 
     /// Decodes a Standard MIDI File into the emptied song and then runs the instrument's check.
     /// Raises EMidiError.
@@ -58,7 +59,7 @@ public:
 private:
     void RunSysexCheck(std::optional<instruments::SysexIndex> index);
 
-    Workspace& workspace_;
+    session::Workspace& workspace_;
     MessageHost& host_;
 };
 

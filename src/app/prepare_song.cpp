@@ -8,18 +8,18 @@
 
 namespace tracksmith::app {
 
-void TakeInstrument(Workspace& workspace, instruments::InstrumentSettings& settings) {
+void TakeInstrument(session::WorkOptions& options, instruments::InstrumentSettings& settings) {
     const std::string name = settings.ReadInstrument();
-    workspace.outputs.outputs.front().SetName(name);
-    workspace.sysexOptions = settings.ReadOptions(name);
+    options.outputs.outputs.front().SetName(name);
+    options.sysexOptions = settings.ReadOptions(name);
     if (instruments::FindInstrument(name) == nullptr) {
-        workspace.sysexOptions.automatic = false;
+        options.sysexOptions.automatic = false;
     }
 }
 
-void TakeOtherOutputs(Workspace& workspace, instruments::InstrumentSettings& settings,
+void TakeOtherOutputs(session::WorkOptions& options, instruments::InstrumentSettings& settings,
                       std::span<const std::string> outputOfChannel) {
-    instruments::OutputTable& table = workspace.outputs;
+    instruments::OutputTable& table = options.outputs;
     table.outputs.resize(1);
     std::vector<std::string> names{std::string()};
     for (std::size_t channel = 0; channel < table.outputOfChannel.size(); ++channel) {
@@ -33,10 +33,11 @@ void TakeOtherOutputs(Workspace& workspace, instruments::InstrumentSettings& set
     }
 }
 
-void PrepareSong(Workspace& workspace, MessageHost& host) {
-    TMidiFunctions(workspace, host).CheckSysexs();
-    const instruments::PreparationReport& report = workspace.preparation;
-    workspace.modified = workspace.modified || report.inserted > 0 || report.removed > 0;
+void PrepareSong(session::Session& session, MessageHost& host) {
+    session.Change(session::kPrepareSong, host, [&](session::Workspace& workspace) {
+        TMidiFunctions(workspace, host).CheckSysexs();
+        return workspace.preparation.Changed();
+    });
 }
 
 } // namespace tracksmith::app

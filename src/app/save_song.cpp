@@ -1,10 +1,12 @@
 #include "app/save_song.h"
 
+#include <array>
 #include <system_error>
 
 #include "base/system/file_io.h"
 
 #include "app/texts.h"
+#include "song/event_chain.h"
 
 namespace tracksmith::app {
 namespace {
@@ -21,14 +23,40 @@ std::string FailureText(const system::WriteResult& result, const std::string& na
     }
 }
 
+/// A practice tempo can only be saved where a tempo event stands.
+constexpr session::ChangeKind kFirstTempo{.name = Text{De{"Anfangstempo"}, En{"First Tempo"}},
+                                          .playsOn = true};
+
+bool BeginsWithTempo(const song::Song& song) {
+    for (const song::Track& track : song.tracks) {
+        for (song::EventLink event = track.first; event && event->tick == 0; event = event->next) {
+            if (event->IsMeta(song::kMetaTempo)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool InsertFirstTempo(session::Workspace& workspace) {
+    song::Track& track = workspace.song.tracks.front();
+    constexpr std::array<std::uint8_t, 3> kBytes{
+        song::kDefaultTempo >> 16, (song::kDefaultTempo >> 8) & 0xFF, song::kDefaultTempo & 0xFF};
+    song::InsertAfter(track, track.first,
+                      song::NewMetaEvent(workspace.song.pool, 0, song::kMetaTempo, kBytes));
+    return true;
+}
+
 } // namespace
 
-std::span<const std::uint8_t> EncodeSong(Workspace& workspace, SaveFormat format,
+std::span<const std::uint8_t> EncodeSong(session::Session& session, SaveFormat format,
                                          MessageHost& host) {
-    const bool asFormat0 = format == SaveFormat::Format0 ||
-                           (format == SaveFormat::AsSong && workspace.song.format == 0);
-    return asFormat0 ? workspace.encoder.Format0(workspace.song, workspace.encodeOptions, host)
-                     : workspace.encoder.Format1(workspace.song, workspace.encodeOptions, host);
+    const session::Workspace& work = session.Work();
+    const SaveFormat chosen = format == SaveFormat::AsSong ? work.file.format : format;
+    const bool asFormat0 =
+        chosen == SaveFormat::Format0 || (chosen == SaveFormat::AsSong && work.song.format == 0);
+    return asFormat0 ? session.Encoder().Format0(work.song, work.encodeOptions, host)
+                     : session.Encoder().Format1(work.song, work.encodeOptions, host);
 }
 
 void WriteMidiFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes,
@@ -40,11 +68,14 @@ void WriteMidiFile(const std::filesystem::path& file, std::span<const std::uint8
     }
 }
 
-void SaveMidiFile(Workspace& workspace, const std::filesystem::path& file, SaveFormat format,
+void SaveMidiFile(session::Session& session, const std::filesystem::path& file, SaveFormat format,
                   MessageHost& host) {
-    WriteMidiFile(file, EncodeSong(workspace, format, host), host);
-    workspace.fileName = file;
-    workspace.modified = false;
+    if (session.TempoOffset() != 0 && !BeginsWithTempo(session.Song())) {
+        session.Change(kFirstTempo, host, InsertFirstTempo);
+    }
+    const std::filesystem::path target = file; // may be the session's own
+    WriteMidiFile(target, EncodeSong(session, format, host), host);
+    session.MarkSaved(target, format == SaveFormat::AsSong ? session.Work().file.format : format);
 }
 
 bool ConfirmOverwrite(const std::filesystem::path& file, MessageHost& host) {

@@ -6,22 +6,22 @@
 
 #include "base/message_host.h"
 
-#include "app/workspace.h"
+#include "app/session/session.h"
 
 namespace tracksmith::app {
 
-/// In which format a song is saved.
-enum class SaveFormat { AsSong, Format0, Format1 };
+using session::SaveFormat;
 
 /// Writes the song to `file`, whole or not at all. A fault is shown through `host` and raised as
 /// EMidiError; the file keeps its old bytes then. Asks nothing: see ConfirmOverwrite. On success
-/// the song counts as unmodified and `file` becomes its file name.
-void SaveMidiFile(Workspace& workspace, const std::filesystem::path& file, SaveFormat format,
+/// the song counts as unmodified, `file` becomes its file name and `format` the file's format; the
+/// practice tempo has been written and is that of the file from then on.
+void SaveMidiFile(session::Session& session, const std::filesystem::path& file, SaveFormat format,
                   MessageHost& host);
 
-/// The song as the bytes of a file, coded with the workspace's options; they stay until the next
+/// The song as the bytes of a file, coded with the session's options; they stay until the next
 /// call. Raises EMidiError.
-std::span<const std::uint8_t> EncodeSong(Workspace& workspace, SaveFormat format,
+std::span<const std::uint8_t> EncodeSong(session::Session& session, SaveFormat format,
                                          MessageHost& host);
 
 /// Writes `bytes` to `file` with the program's messages for what can go wrong: shown through

@@ -75,14 +75,14 @@ void CountEvent(const song::MidiEvent& event, SongDescription& description,
     }
 }
 
-std::string TitleOf(const Workspace& workspace) {
+std::string TitleOf(const session::Workspace& workspace) {
     for (const song::Track& track : workspace.song.tracks) {
         if (track.name.find_first_not_of(" \t\r\n") != std::string::npos &&
             track.name.find('\0') == std::string::npos) {
             return DisplayText(track.name);
         }
     }
-    return DisplayText(system::PathText(workspace.fileName.stem()));
+    return DisplayText(system::PathText(workspace.file.source.stem()));
 }
 
 void DescribeTracks(const song::Song& song, SongDescription& description, Channels& channels) {
@@ -123,7 +123,7 @@ void DescribeTimeMap(const song::Song& song, SongDescription& description) {
 
 } // namespace
 
-SongDescription DescribeSong(const Workspace& workspace) {
+SongDescription DescribeSong(const session::Workspace& workspace) {
     const song::Song& song = workspace.song;
     SongDescription description;
     description.title = TitleOf(workspace);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/workspace.h"
+#include "app/session/workspace.h"
 #include "instruments/sysex/sysex_family.h"
 
 namespace tracksmith::app {
@@ -74,6 +74,6 @@ struct SongDescription {
 };
 
 /// Describes the song in one walk over its events.
-SongDescription DescribeSong(const Workspace& workspace);
+SongDescription DescribeSong(const session::Workspace& workspace);
 
 } // namespace tracksmith::app

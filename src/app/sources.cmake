@@ -7,8 +7,6 @@ set(SOURCES
   load_sequence.h
   midi_functions.cpp
   midi_functions.h
-  output_choice.cpp
-  output_choice.h
   prepare_song.cpp
   prepare_song.h
   preparation_words.cpp
@@ -18,5 +16,4 @@ set(SOURCES
   song_description.cpp
   song_description.h
   texts.cpp
-  texts.h
-  workspace.h)
+  texts.h)

@@ -67,6 +67,9 @@ struct PreparationReport {
     std::int64_t removed = 0;
     std::int64_t found = 0;
     std::vector<SysexNote> notes;
+
+    /// The song is not as it was before.
+    bool Changed() const { return inserted > 0 || removed > 0; }
 };
 
 } // namespace tracksmith::instruments

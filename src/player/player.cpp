@@ -227,6 +227,15 @@ void TMidiPlayer::SetTempoOffset(std::int32_t bpm) {
     }
 }
 
+void TMidiPlayer::TakeTempoAsFile() {
+    const PassHold hold(thread_, *stopwatch_);
+    if (hold && tempoOffset_ != 0) {
+        tempoOffset_ = 0;
+        song::UpdateTimeZoneData(song_);
+        TakeSongOver(false);
+    }
+}
+
 void TMidiPlayer::TakeTempo() {
     tempoRequest_.Take([this](std::shared_ptr<const TimeMap>& map, std::int32_t offset) {
         ApplyTempo(map, offset);

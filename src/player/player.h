@@ -116,6 +116,8 @@ public:
     /// on from the same place.
     void SetTempoOffset(std::int32_t bpm);
     std::int32_t TempoOffset() const { return tempoOffset_; }
+    /// The tempos as the offset has made them count as the file's from now on; the offset is 0.
+    void TakeTempoAsFile();
 
     /// Sets both loop ends (ticks, in any order). A loop of 10 ms or less is not played.
     void SetLoop(std::int32_t startTick, std::int32_t endTick);

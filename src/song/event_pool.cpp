@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "base/parallel.h"
 
@@ -144,6 +145,15 @@ void EventPool::Clear() {
     if (!chunks_.empty()) {
         SelectChunk(0);
     }
+}
+
+void EventPool::Swap(EventPool& other) noexcept {
+    std::swap(cursor_, other.cursor_);
+    std::swap(limit_, other.limit_);
+    chunks_.swap(other.chunks_);
+    std::swap(current_, other.current_);
+    freeSmall_.swap(other.freeSmall_);
+    freeLarge_.swap(other.freeLarge_);
 }
 
 std::size_t EventPool::UsedBytes() const {

@@ -42,6 +42,9 @@ public:
     /// Forgets all events at once; the memory stays for the next song.
     void Clear();
 
+    /// Exchanges everything with `other`.
+    void Swap(EventPool& other) noexcept;
+
     /// Bytes handed out since the last Clear, freed ones included.
     std::size_t UsedBytes() const;
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "song/event_pool.h"
@@ -146,6 +147,12 @@ struct SongRecord {
 /// playback thread only reads it.
 struct Song : SongRecord {
     EventPool pool;
+
+    /// Exchanges everything with `other`; links stay good and belong to the other song then.
+    void Swap(Song& other) noexcept {
+        std::swap(static_cast<SongRecord&>(*this), static_cast<SongRecord&>(other));
+        pool.Swap(other.pool);
+    }
 };
 
 /// Empties the song but keeps its options and its memory.

@@ -20,13 +20,13 @@ Bytes SmallSong() {
         .Build();
 }
 
-/// A workspace with a song that has been loaded and edited.
+/// A session with a song that has been loaded and edited.
 class LoadSequenceTest : public testing::Test {
 protected:
     void SetUp() override {
         PutFile(folder_ / "old.mid", SmallSong());
-        OpenMidiFile(workspace_, folder_ / "old.mid", host_);
-        workspace_.modified = true;
+        OpenMidiFile(session_, folder_ / "old.mid", host_);
+        session_.MarkModified();
     }
     /// Runs `load` and returns its error, which must have been shown.
     template <typename Load>
@@ -42,39 +42,39 @@ protected:
         return {};
     }
     std::string OpenError(const std::filesystem::path& file, Language language) {
-        return ErrorOf(language, [&](MessageHost& host) { OpenMidiFile(workspace_, file, host); });
+        return ErrorOf(language, [&](MessageHost& host) { OpenMidiFile(session_, file, host); });
     }
     void ExpectOldSong() {
-        EXPECT_TRUE(workspace_.hasSong);
-        EXPECT_TRUE(workspace_.modified);
-        EXPECT_EQ(workspace_.fileName, folder_ / "old.mid");
-        EXPECT_EQ(song::CheckSong(workspace_.song), "");
-        EXPECT_EQ(workspace_.song.trackCount, 2);
+        EXPECT_TRUE(session_.Work().hasSong);
+        EXPECT_TRUE(session_.Modified());
+        EXPECT_EQ(session_.Work().file.name, folder_ / "old.mid");
+        EXPECT_EQ(song::CheckSong(session_.Work().song), "");
+        EXPECT_EQ(session_.Work().song.trackCount, 2);
     }
 
     TemporaryFolder folder_;
-    Workspace workspace_;
+    session::Session session_;
     RecordingMessageHost host_;
 };
 
 TEST_F(LoadSequenceTest, BuildsEverything) {
-    const song::Song& song = workspace_.song;
+    const song::Song& song = session_.Work().song;
     EXPECT_TRUE(host_.messages.empty());
     EXPECT_EQ(song::CheckSong(song), "");
     EXPECT_EQ(song.timeZoneCount, 3);
     EXPECT_EQ(song.lengthText, "201010");
     EXPECT_EQ(song.tracks[1].last->prev->timeMs, 800 + 1000);
     EXPECT_EQ(song.tracks[1].name, "Piano");
-    EXPECT_EQ(workspace_.loadReport[song::LoadChange::NoteOnVelocityZero], 1);
-    OpenMidiFile(workspace_, folder_ / "old.mid", host_);
-    EXPECT_FALSE(workspace_.modified);
-    EXPECT_EQ(workspace_.loadReport[song::LoadChange::NoteOnVelocityZero], 1);
+    EXPECT_EQ(session_.Work().loadReport[song::LoadChange::NoteOnVelocityZero], 1);
+    OpenMidiFile(session_, folder_ / "old.mid", host_);
+    EXPECT_FALSE(session_.Modified());
+    EXPECT_EQ(session_.Work().loadReport[song::LoadChange::NoteOnVelocityZero], 1);
 }
 
 TEST_F(LoadSequenceTest, TheSameFileCanBeLoadedAgainByItsOwnName) {
-    OpenMidiFile(workspace_, workspace_.fileName, host_);
-    EXPECT_EQ(workspace_.fileName, folder_ / "old.mid");
-    EXPECT_TRUE(workspace_.hasSong);
+    OpenMidiFile(session_, session_.Work().file.name, host_);
+    EXPECT_EQ(session_.Work().file.name, folder_ / "old.mid");
+    EXPECT_TRUE(session_.Work().hasSong);
 }
 
 TEST_F(LoadSequenceTest, AFileThatCannotBeReadLeavesTheOldSong) {
@@ -107,26 +107,26 @@ TEST_F(LoadSequenceTest, AFaultInTheFileLeavesNoSongAndNoNameToSaveOver) {
     broken.erase(broken.end() - 3, broken.end());
     PutFile(folder_ / "broken.mid", broken);
     EXPECT_NE(OpenError(folder_ / "broken.mid", Language::English), "");
-    EXPECT_FALSE(workspace_.hasSong);
-    EXPECT_FALSE(workspace_.modified);
-    EXPECT_TRUE(workspace_.fileName.empty());
-    EXPECT_TRUE(workspace_.song.tracks.empty());
-    EXPECT_EQ(workspace_.song.timeZoneCount, 0);
-    OpenMidiFile(workspace_, folder_ / "old.mid", host_);
-    EXPECT_TRUE(workspace_.hasSong);
-    EXPECT_EQ(song::CheckSong(workspace_.song), "");
+    EXPECT_FALSE(session_.Work().hasSong);
+    EXPECT_FALSE(session_.Modified());
+    EXPECT_TRUE(session_.Work().file.name.empty());
+    EXPECT_TRUE(session_.Work().song.tracks.empty());
+    EXPECT_EQ(session_.Work().song.timeZoneCount, 0);
+    OpenMidiFile(session_, folder_ / "old.mid", host_);
+    EXPECT_TRUE(session_.Work().hasSong);
+    EXPECT_EQ(song::CheckSong(session_.Work().song), "");
 }
 
 TEST_F(LoadSequenceTest, OptionsOutliveClearing) {
-    workspace_.decodeOptions.splitFormat0 = true;
-    workspace_.song.runningStatusAcrossSysex = 1;
+    session_.Options().decodeOptions.splitFormat0 = true;
+    session_.Options().runningStatusAcrossSysex = true;
     const Bytes file = MidiFileBuilder(0)
                            .Track(TrackBuilder().Note(0, 2, 60, 1).Raw(0, {0xF8}).Raw(0, {61, 1}))
                            .Build();
-    OpenMidiData(workspace_, file, "memory.mid", host_);
-    EXPECT_EQ(workspace_.song.trackCount, 17);
-    EXPECT_EQ(Listing(workspace_.song.tracks[3]), "0 923C01; 0 923D01");
-    EXPECT_EQ(workspace_.fileName, "memory.mid");
+    OpenMidiData(session_, file, "memory.mid", host_);
+    EXPECT_EQ(session_.Work().song.trackCount, 17);
+    EXPECT_EQ(Listing(session_.Work().song.tracks[3]), "0 923C01; 0 923D01");
+    EXPECT_EQ(session_.Work().file.name, "memory.mid");
 }
 
 TEST_F(LoadSequenceTest, TemposOfOtherTracksCountAtOnce) {
@@ -134,8 +134,8 @@ TEST_F(LoadSequenceTest, TemposOfOtherTracksCountAtOnce) {
                            .Track(TrackBuilder().Note(960, 0, 60, 1).End())
                            .Track(TrackBuilder().Tempo(480, 250'000).End())
                            .Build();
-    OpenMidiData(workspace_, file, "x.mid", host_);
-    EXPECT_EQ(workspace_.song.tracks[0].last->prev->timeMs, 750);
+    OpenMidiData(session_, file, "x.mid", host_);
+    EXPECT_EQ(session_.Work().song.tracks[0].last->prev->timeMs, 750);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "base/recording_message_host.h"
 #include "support/scratch_settings.h"
+#include "support/session_edit.h"
 #include "support/song_assert.h"
 
 #include "app/load_sequence.h"
@@ -30,15 +31,15 @@ Bytes GmSong() {
 class PrepareSongTest : public testing::Test {
 protected:
     void Load(const char* instrument, bool automatic = true) {
-        workspace_.outputs.outputs.front().SetName(instrument);
-        workspace_.sysexOptions.automatic = automatic;
-        OpenMidiData(workspace_, GmSong(), "song.mid", host_);
-        ASSERT_EQ(song::CheckSong(workspace_.song), "");
+        session_.Options().outputs.outputs.front().SetName(instrument);
+        session_.Options().sysexOptions.automatic = automatic;
+        OpenMidiData(session_, GmSong(), "song.mid", host_);
+        ASSERT_EQ(song::CheckSong(session_.Work().song), "");
     }
     /// Clock times of all events, for comparing them with what a full computation gives.
     std::vector<std::int32_t> Times() const {
         std::vector<std::int32_t> times;
-        for (const song::Track& track : workspace_.song.tracks) {
+        for (const song::Track& track : session_.Work().song.tracks) {
             for (song::EventLink event = track.first; event; event = event->next) {
                 times.push_back(event->timeMs);
             }
@@ -46,23 +47,23 @@ protected:
         return times;
     }
     std::string Line(Language language = Language::English) const {
-        return PreparationLine(workspace_.preparation, language);
+        return PreparationLine(session_.Work().preparation, language);
     }
 
-    Workspace workspace_;
+    session::Session session_;
     RecordingMessageHost host_;
 };
 
 TEST_F(PrepareSongTest, PreparesWhileLoadingAndLeavesTheTimesRight) {
     Load("Roland SC-88Pro");
     EXPECT_EQ(Line(), "Prepared for Roland SC-88Pro: −1 GM System On, +1 GS Reset, device 10");
-    EXPECT_FALSE(workspace_.modified);
+    EXPECT_FALSE(session_.Modified());
     const std::vector<std::int32_t> times = Times();
-    song::SetTimePositions(workspace_.song);
+    EditSession(session_, [](session::Workspace& work) { song::SetTimePositions(work.song); });
     EXPECT_EQ(Times(), times);
 
     const std::vector<PreparationRow> rows =
-        PreparationRows(workspace_.preparation, workspace_.song, Language::German);
+        PreparationRows(session_.Work().preparation, session_.Work().song, Language::German);
     ASSERT_EQ(rows.size(), 2U);
     EXPECT_EQ(rows[0].what, "entfernt");
     EXPECT_EQ(rows[1].bytes, "F0 41 10 42 12 40 00 7F 00 41 F7");
@@ -72,7 +73,7 @@ TEST_F(PrepareSongTest, PreparesWhileLoadingAndLeavesTheTimesRight) {
 
 TEST_F(PrepareSongTest, LeavesTheSongAloneWhenNothingIsToBeDone) {
     Load("Roland SC-88Pro", false);
-    EXPECT_FALSE(workspace_.preparation.prepared);
+    EXPECT_FALSE(session_.Work().preparation.prepared);
     EXPECT_EQ(Line(), "");
     Load("GM Soundset");
     EXPECT_EQ(Line(Language::German), "Vorbereitet für GM Soundset: alles war schon da");
@@ -80,49 +81,49 @@ TEST_F(PrepareSongTest, LeavesTheSongAloneWhenNothingIsToBeDone) {
 
 TEST_F(PrepareSongTest, PreparesAgainForAnotherInstrumentAndStaysStable) {
     Load("GM Soundset");
-    workspace_.outputs.outputs.front().SetName("Yamaha Genos");
-    PrepareSong(workspace_, host_);
-    EXPECT_TRUE(workspace_.modified);
+    session_.Options().outputs.outputs.front().SetName("Yamaha Genos");
+    PrepareSong(session_, host_);
+    EXPECT_TRUE(session_.Modified());
     EXPECT_EQ(Line(), "Prepared for Yamaha Genos: −1 GM System On, +1 XG System On");
-    EXPECT_EQ(song::CheckSong(workspace_.song), "");
-    const auto encoded = EncodeSong(workspace_, SaveFormat::AsSong, host_);
+    EXPECT_EQ(song::CheckSong(session_.Work().song), "");
+    const auto encoded = EncodeSong(session_, SaveFormat::AsSong, host_);
     const Bytes saved(encoded.begin(), encoded.end());
-    workspace_.modified = false;
-    PrepareSong(workspace_, host_);
-    EXPECT_FALSE(workspace_.modified);
-    OpenMidiData(workspace_, saved, "again.mid", host_);
-    EXPECT_EQ(workspace_.preparation.inserted + workspace_.preparation.removed, 0);
-    const auto again = EncodeSong(workspace_, SaveFormat::AsSong, host_);
+    session_.MarkSaved("saved.mid", SaveFormat::AsSong);
+    PrepareSong(session_, host_);
+    EXPECT_FALSE(session_.Modified());
+    OpenMidiData(session_, saved, "again.mid", host_);
+    EXPECT_EQ(session_.Work().preparation.inserted + session_.Work().preparation.removed, 0);
+    const auto again = EncodeSong(session_, SaveFormat::AsSong, host_);
     EXPECT_EQ(Bytes(again.begin(), again.end()), saved);
 }
 
 TEST_F(PrepareSongTest, NewSongHasATrackForEachChannelAndIsPrepared) {
-    workspace_.outputs.outputs.front().SetName("GM2 Soundset");
-    workspace_.sysexOptions.automatic = true;
-    NewSong(workspace_, host_);
-    EXPECT_EQ(song::CheckSong(workspace_.song), "");
-    ASSERT_EQ(workspace_.song.trackCount, 17);
-    EXPECT_EQ(workspace_.song.tracks[10].channel, 9);
-    EXPECT_EQ(workspace_.loadReport.Kinds(), 0U);
-    EXPECT_TRUE(workspace_.fileName.empty());
+    session_.Options().outputs.outputs.front().SetName("GM2 Soundset");
+    session_.Options().sysexOptions.automatic = true;
+    NewSong(session_, host_);
+    EXPECT_EQ(song::CheckSong(session_.Work().song), "");
+    ASSERT_EQ(session_.Work().song.trackCount, 17);
+    EXPECT_EQ(session_.Work().song.tracks[10].channel, 9);
+    EXPECT_EQ(session_.Work().loadReport.Kinds(), 0U);
+    EXPECT_TRUE(session_.Work().file.name.empty());
     EXPECT_EQ(Line(), "Prepared for GM2 Soundset: +1 GM2 System On");
 }
 
 TEST_F(PrepareSongTest, TakesInstrumentsFromTheSettings) {
     ScratchSettings scratch;
     instruments::InstrumentSettings settings(scratch.Store());
-    TakeInstrument(workspace_, settings);
-    EXPECT_FALSE(workspace_.sysexOptions.automatic); // nobody has said what the songs are for
+    TakeInstrument(session_.Options(), settings);
+    EXPECT_FALSE(session_.Work().sysexOptions.automatic); // nobody has said what the songs are for
     settings.WriteInstrument("Yamaha Tyros 5");
     settings.WriteInstrumentOf("USB", "Korg Pa1000 (Musikant)");
-    TakeInstrument(workspace_, settings);
-    EXPECT_TRUE(workspace_.sysexOptions.automatic);
+    TakeInstrument(session_.Options(), settings);
+    EXPECT_TRUE(session_.Work().sysexOptions.automatic);
     std::array<std::string, 16> outputs;
     outputs[2] = outputs[5] = "USB";
-    TakeOtherOutputs(workspace_, settings, outputs);
-    EXPECT_EQ(workspace_.outputs.outputs.size(), 2U);
-    EXPECT_EQ(workspace_.outputs.InstrumentOfChannel(0), 74);
-    EXPECT_EQ(workspace_.outputs.InstrumentOfChannel(5), 91);
+    TakeOtherOutputs(session_.Options(), settings, outputs);
+    EXPECT_EQ(session_.Work().outputs.outputs.size(), 2U);
+    EXPECT_EQ(session_.Work().outputs.InstrumentOfChannel(0), 74);
+    EXPECT_EQ(session_.Work().outputs.InstrumentOfChannel(5), 91);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/system/file_io.h"
+#include "support/session_edit.h"
 #include "support/song_assert.h"
 #include "support/temporary_folder.h"
 
@@ -17,30 +18,30 @@ using namespace test;
 class SaveSongTest : public testing::Test {
 protected:
     void SetUp() override {
-        OpenMidiData(workspace_, RandomFile(7, 1), "start.mid", host_);
-        workspace_.modified = true;
+        OpenMidiData(session_, RandomFile(7, 1), "start.mid", host_);
+        session_.MarkModified();
     }
     std::string SaveError(const std::filesystem::path& file, Language language) {
         RecordingMessageHost host(language);
         try {
-            SaveMidiFile(workspace_, file, SaveFormat::AsSong, host);
+            SaveMidiFile(session_, file, SaveFormat::AsSong, host);
         } catch (const EMidiError& error) {
             EXPECT_EQ(host.messages, std::vector<std::string>{error.what()});
-            EXPECT_TRUE(workspace_.modified);
-            EXPECT_EQ(workspace_.fileName, "start.mid");
+            EXPECT_TRUE(session_.Modified());
+            EXPECT_EQ(session_.Work().file.name, "start.mid");
             return error.what();
         }
         ADD_FAILURE() << "no error";
         return {};
     }
 
-    Bytes Coded(Workspace& workspace, SaveFormat format) {
-        const auto bytes = EncodeSong(workspace, format, host_);
+    Bytes Coded(session::Session& session, SaveFormat format) {
+        const auto bytes = EncodeSong(session, format, host_);
         return {bytes.begin(), bytes.end()};
     }
 
     TemporaryFolder folder_;
-    Workspace workspace_;
+    session::Session session_;
     RecordingMessageHost host_;
 };
 
@@ -48,29 +49,29 @@ TEST_F(SaveSongTest, EveryFormatLoadsAgainAndCountsAsSaved) {
     const std::vector<std::pair<SaveFormat, int>> rows = {
         {SaveFormat::AsSong, 1}, {SaveFormat::Format0, 0}, {SaveFormat::Format1, 1}};
     for (const auto& [format, expected] : rows) {
-        workspace_.modified = true;
-        SaveMidiFile(workspace_, folder_ / "saved.mid", format, host_);
-        EXPECT_FALSE(workspace_.modified);
-        EXPECT_EQ(workspace_.fileName, folder_ / "saved.mid");
-        EXPECT_EQ(FileBytes(folder_ / "saved.mid"), Coded(workspace_, format));
-        Workspace again;
+        session_.MarkModified();
+        SaveMidiFile(session_, folder_ / "saved.mid", format, host_);
+        EXPECT_FALSE(session_.Modified());
+        EXPECT_EQ(session_.Work().file.name, folder_ / "saved.mid");
+        EXPECT_EQ(FileBytes(folder_ / "saved.mid"), Coded(session_, format));
+        session::Session again;
         OpenMidiFile(again, folder_ / "saved.mid", host_);
-        EXPECT_EQ(again.song.format, expected);
-        EXPECT_EQ(again.song.songLength, workspace_.song.songLength);
+        EXPECT_EQ(again.Song().format, expected);
+        EXPECT_EQ(again.Song().songLength, session_.Work().song.songLength);
     }
-    Workspace single;
+    session::Session single;
     OpenMidiData(single, RandomFile(8, 0), "x.mid", host_);
     EXPECT_EQ(Coded(single, SaveFormat::AsSong), Coded(single, SaveFormat::Format0));
     EXPECT_NE(Coded(single, SaveFormat::AsSong), Coded(single, SaveFormat::Format1));
 }
 
-TEST_F(SaveSongTest, OptionsOfTheWorkspaceHold) {
-    const std::size_t size = Coded(workspace_, SaveFormat::Format1).size();
-    workspace_.encodeOptions.omitPortEvents = true;
-    const auto tracks = static_cast<std::size_t>(workspace_.song.trackCount);
-    EXPECT_EQ(Coded(workspace_, SaveFormat::Format1).size(), size - 5 * tracks);
-    workspace_.encodeOptions.useRunningStatus = true;
-    EXPECT_LT(Coded(workspace_, SaveFormat::Format1).size(), size - 5 * tracks);
+TEST_F(SaveSongTest, OptionsHold) {
+    const std::size_t size = Coded(session_, SaveFormat::Format1).size();
+    session_.Options().encodeOptions.omitPortEvents = true;
+    const auto tracks = static_cast<std::size_t>(session_.Work().song.trackCount);
+    EXPECT_EQ(Coded(session_, SaveFormat::Format1).size(), size - 5 * tracks);
+    session_.Options().encodeOptions.useRunningStatus = true;
+    EXPECT_LT(Coded(session_, SaveFormat::Format1).size(), size - 5 * tracks);
 }
 
 TEST_F(SaveSongTest, AFileThatCannotBeCreatedIsNamed) {
@@ -83,7 +84,8 @@ TEST_F(SaveSongTest, AFileThatCannotBeCreatedIsNamed) {
 
 TEST_F(SaveSongTest, ASongThatCannotBeCodedLeavesTheFileAlone) {
     PutFile(folder_ / "song.mid", Bytes(9, 1));
-    workspace_.song.tracks[0].first->next->kind = 7;
+    EditSession(session_,
+                [](session::Workspace& work) { work.song.tracks[0].first->next->kind = 7; });
     EXPECT_EQ(SaveError(folder_ / "song.mid", Language::German),
               "Fehler bei der Kodierung der MidiDatei!");
     EXPECT_EQ(SaveError(folder_ / "song.mid", Language::English), "Error coding the midi file!");
@@ -96,7 +98,7 @@ TEST_F(SaveSongTest, AFullDiskIsToldAndTheOldBytesStay) {
     const std::filesystem::path file = folder_ / "song.mid";
     PutFile(file, Bytes(9, 1));
     const std::string name = system::PathText(file);
-    const std::string size = std::to_string(Coded(workspace_, SaveFormat::AsSong).size());
+    const std::string size = std::to_string(Coded(session_, SaveFormat::AsSong).size());
     {
         const FileSizeLimit full(50);
         EXPECT_EQ(SaveError(file, Language::German), "Beim Speichern der Datei \"" + name +

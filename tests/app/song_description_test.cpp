@@ -12,11 +12,11 @@ namespace {
 using namespace test;
 
 SongDescription Describe(const Bytes& file, const char* name = "folder/file.mid") {
-    Workspace workspace;
-    workspace.decodeOptions.honourZelIgnore = true;
+    session::Session session;
+    session.Options().decodeOptions.honourZelIgnore = true;
     RecordingMessageHost host;
-    OpenMidiData(workspace, file, name, host);
-    return DescribeSong(workspace);
+    OpenMidiData(session, file, name, host);
+    return DescribeSong(session.Work());
 }
 
 TEST(SongDescription, NamesWhatTheSongHolds) {
@@ -88,7 +88,7 @@ TEST(SongDescription, ASongWithoutNamesIsCalledLikeItsFile) {
     const Bytes unnamed =
         MidiFileBuilder().Track(TrackBuilder().Text(0, 3, "  ").Note(0, 0, 60, 1).End()).Build();
     EXPECT_EQ(Describe(unnamed).title, "file");
-    const SongDescription none = DescribeSong(Workspace{});
+    const SongDescription none = DescribeSong(session::Workspace{});
     EXPECT_EQ(none.title, "");
     EXPECT_EQ(none.events, 0);
     EXPECT_TRUE(none.tracks.empty());

@@ -61,7 +61,7 @@ public:
             }
         }
         NameTargets(inputs);
-        batch_.SetUp([this](app::Workspace& workspace) { SetUp(workspace); });
+        batch_.SetUp([this](session::WorkOptions& options) { SetUp(options); });
         batch_.SetJobs(inputs.size() > 1 ? arguments_.jobs : 1);
         return batch_.Run([this](SongJob& job) { return Convert(job); });
     }
@@ -76,17 +76,17 @@ private:
         }
     }
 
-    void SetUp(app::Workspace& workspace) const {
-        workspace.decodeOptions.splitFormat0 = arguments_.split;
-        workspace.encodeOptions.useRunningStatus = arguments_.runningStatus;
-        workspace.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
-        instruments::SysexOptions& sysex = workspace.sysexOptions;
+    void SetUp(session::WorkOptions& options) const {
+        options.decodeOptions.splitFormat0 = arguments_.split;
+        options.encodeOptions.useRunningStatus = arguments_.runningStatus;
+        options.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
+        instruments::SysexOptions& sysex = options.sysexOptions;
         sysex.automatic = instrument_ != nullptr;
         sysex.gmBeforeGs = arguments_.gmBeforeGs;
         sysex.fixedTrack = arguments_.sysexTrack.has_value();
         sysex.defaultTrack = arguments_.sysexTrack.value_or(sysex.defaultTrack + 1) - 1;
         if (instrument_ != nullptr) {
-            workspace.outputs.outputs.front().SetName(instrument_->name);
+            options.outputs.outputs.front().SetName(instrument_->name);
         }
     }
 
@@ -110,9 +110,9 @@ private:
     }
 
     int Convert(SongJob& job) const {
-        LogChanges(job.context, job.input, job.workspace);
+        LogChanges(job.context, job.input, job.session.Work());
         const std::span<const std::uint8_t> bytes =
-            app::EncodeSong(job.workspace, Format(), job.host);
+            app::EncodeSong(job.session, Format(), job.host);
         if (arguments_.ToStandardOutput()) {
             if (!arguments_.dryRun) {
                 job.context.out.write(reinterpret_cast<const char*>(bytes.data()),

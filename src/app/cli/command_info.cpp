@@ -55,7 +55,7 @@ int RunInfo(CliContext& context, const InfoArguments& arguments) {
     batch.Expand(arguments.files);
     const instruments::VoiceTables tables(VoiceFolders());
     const auto describe = [&](SongJob& job) {
-        const app::SongDescription song = app::DescribeSong(job.workspace);
+        const app::SongDescription song = app::DescribeSong(job.session.Work());
         const std::vector<std::string> voices = app::VoicesOfChannels(
             tables, song, instrument != nullptr ? instrument->id : InstrumentOf(song),
             context.language);

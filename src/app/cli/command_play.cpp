@@ -85,9 +85,9 @@ private:
 };
 
 int PlayInput(CliContext& context, const PlayArguments& arguments, const InputFile& input,
-              app::Workspace& workspace, MessageHost& host) {
-    LogChanges(context, input, workspace);
-    const std::optional<PlayPlan> plan = PlanMaker(context, arguments, workspace.song).Make();
+              session::Session& session, MessageHost& host) {
+    LogChanges(context, input, session.Work());
+    const std::optional<PlayPlan> plan = PlanMaker(context, arguments, session.Song()).Make();
     if (!plan) {
         return kUsage;
     }
@@ -98,7 +98,7 @@ int PlayInput(CliContext& context, const PlayArguments& arguments, const InputFi
         host.ShowMessage(context.Say(texts::kNoInstrument));
         return kPortOrAudioMissing;
     }
-    return PlaySong(context, *plan, *devices, workspace.song, host);
+    return PlaySong(context, *plan, *devices, session, host);
 }
 
 int RunPlay(CliContext& context, const PlayArguments& arguments) {
@@ -108,7 +108,7 @@ int RunPlay(CliContext& context, const PlayArguments& arguments) {
         return kUsage;
     }
     return batch.Run([&](SongJob& job) {
-        return PlayInput(context, arguments, job.input, job.workspace, job.host);
+        return PlayInput(context, arguments, job.input, job.session, job.host);
     });
 }
 

@@ -26,7 +26,7 @@ struct RenderArguments {
 };
 
 audio::RenderResult Render(const CliContext& context, const RenderArguments& arguments,
-                           const app::Workspace& workspace) {
+                           const session::Workspace& workspace) {
     const system::InterruptWatch watch;
     TerminalLine progress(context);
     audio::RenderOptions options;
@@ -40,7 +40,7 @@ audio::RenderResult Render(const CliContext& context, const RenderArguments& arg
 }
 
 int RenderInput(CliContext& context, const RenderArguments& arguments, const InputFile& input,
-                const app::Workspace& workspace, MessageHost& host) {
+                const session::Workspace& workspace, MessageHost& host) {
     LogChanges(context, input, workspace);
     if (!app::ConfirmOverwrite(PathOf(arguments.out), host)) {
         return kWriteFailed;
@@ -78,7 +78,7 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
         return kWriteFailed;
     }
     return batch.Run([&](SongJob& job) {
-        return RenderInput(context, arguments, job.input, job.workspace, job.host);
+        return RenderInput(context, arguments, job.input, job.session.Work(), job.host);
     });
 }
 

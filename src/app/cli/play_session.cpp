@@ -12,7 +12,7 @@
 #include "app/cli/port_choice.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
-#include "player/player.h"
+#include "app/session/session.h"
 #include "song/song_position.h"
 
 namespace tracksmith::cli {
@@ -54,6 +54,9 @@ std::string PositionText(const player::PlayPlace& place) {
            song::ClockText(map.lengthMs) + "  " + std::to_string(zone.bpm) + " BPM";
 }
 
+/// Playing a part of the song only.
+constexpr session::ChangeKind kPlayPart{.name = Text{De{"Ausschnitt"}, En{"Part"}}};
+
 /// What is not to be heard stays in the song for its times.
 void MuteFrom(song::Song& song, std::int32_t tick) {
     for (song::Track& track : song.tracks) {
@@ -68,37 +71,42 @@ void MuteFrom(song::Song& song, std::int32_t tick) {
 
 class PlaySession {
 public:
-    PlaySession(CliContext& context, devices::MidiDevices& devices, song::Song& song,
+    PlaySession(CliContext& context, devices::MidiDevices& devices, session::Session& session,
                 MessageHost& host)
         : context_(context),
           devices_(devices),
-          song_(song),
+          session_(session),
           line_(context),
-          host_(host, line_),
-          player_(song) {}
+          host_(host, line_) {}
+    PlaySession(const PlaySession&) = delete;
+    PlaySession& operator=(const PlaySession&) = delete;
+    // The devices that the player uses end before the session does.
+    ~PlaySession() { session_.EndPlayer(); }
 
     int Run(const PlayPlan& plan) {
-        player_.FormCreate({devices_.Outputs(), nullptr, "", host_});
-        if (player_.OutputPortCount() == 0 || !OpenOutput(plan.port)) {
+        session_.StartPlayer({devices_.Outputs(), nullptr, "", host_});
+        if (Player().OutputPortCount() == 0 || !OpenOutput(plan.port)) {
             return kPortOrAudioMissing;
         }
         if (!Prepare(plan)) {
             return kUsage;
         }
         const system::InterruptWatch watch;
-        if (!player_.Play()) {
+        if (!Player().Play()) {
             host_.ShowMessage(context_.Say(texts::kNothingToPlay));
             return kUnreadable;
         }
         Wait();
-        player_.Stop();
+        Player().Stop();
         system::DispatchMessages(); // what went wrong at the very end
         return OutputLost() ? kPortOrAudioMissing : kOk;
     }
 
 private:
+    player::TMidiPlayer& Player() const { return session_.Controls().Player(); }
+
     bool OpenOutput(const std::string& wanted) {
-        const std::vector<player::OutputDevice> all = player_.OutputDevices();
+        const std::vector<player::OutputDevice> all = Player().OutputDevices();
         const std::vector<player::OutputDevice> found =
             wanted.empty() ? DefaultOutput(all) : MatchOutputs(all, wanted);
         if (found.size() != 1) {
@@ -112,9 +120,9 @@ private:
         }
         port_ = found[0].port;
         for (std::size_t channel = 0; channel < player::kChannels; ++channel) {
-            player_.SetRoute(channel, port_, static_cast<std::uint8_t>(channel));
+            Player().SetRoute(channel, port_, static_cast<std::uint8_t>(channel));
         }
-        return TellOpening(found[0], player_.OpenPort(port_));
+        return TellOpening(found[0], Player().OpenPort(port_));
     }
 
     bool TellOpening(const player::OutputDevice& output, bool open) {
@@ -136,21 +144,23 @@ private:
 
     /// Carries the plan out as far as is possible before playing.
     bool Prepare(const PlayPlan& plan) {
-        const std::int32_t end = plan.toTick.value_or(song_.songLength);
+        const std::int32_t end = plan.toTick.value_or(session_.Song().songLength);
         if (plan.toTick && !plan.loop) {
-            MuteFrom(song_, end);
+            session_.Change(kPlayPart, host_, [&](session::Workspace& workspace) {
+                MuteFrom(workspace.song, end);
+                return true;
+            });
         }
-        player_.SongLoaded();
-        player_.SetTempoOffset(plan.tempoOffset);
-        const std::shared_ptr<const player::TimeMap> map = player_.Place().map;
+        Player().SetTempoOffset(plan.tempoOffset);
+        const std::shared_ptr<const player::TimeMap> map = Player().Place().map;
         if (plan.loop) {
-            player_.SetLoop(plan.fromTick, end);
-            player_.SetLooping(true);
+            Player().SetLoop(plan.fromTick, end);
+            Player().SetLooping(true);
         } else if (plan.toTick) {
             endMs_ = song::TickToMs(*map, end);
         }
-        player_.MoveToTimePosition(song::TickToMs(*map, plan.fromTick));
-        if (plan.loop && !player_.Loop().Active()) {
+        Player().MoveToTimePosition(song::TickToMs(*map, plan.fromTick));
+        if (plan.loop && !Player().Loop().Active()) {
             host_.ShowMessage(context_.Say(texts::kLoopTooShort));
             return false;
         }
@@ -159,8 +169,8 @@ private:
 
     void Wait() {
         Clock::time_point nextCheck = Clock::now() + kPortCheck;
-        while (player_.Playing() && !OutputLost() && !system::InterruptWatch::Requested()) {
-            const player::PlayPlace place = player_.Place();
+        while (Player().Playing() && !OutputLost() && !system::InterruptWatch::Requested()) {
+            const player::PlayPlace place = Player().Place();
             if (place.ms >= endMs_) {
                 return;
             }
@@ -170,14 +180,14 @@ private:
             system::DispatchMessages();
             if (Clock::now() >= nextCheck) {
                 nextCheck = Clock::now() + kPortCheck;
-                player_.CheckPorts();
+                Player().CheckPorts();
             }
         }
     }
 
     /// Also when it is back meanwhile: what it has missed cannot be made up for.
     bool OutputLost() const {
-        const std::vector<player::OutputDevice> outputs = player_.OutputDevices();
+        const std::vector<player::OutputDevice> outputs = Player().OutputDevices();
         return std::any_of(outputs.begin(), outputs.end(), [this](const auto& output) {
             return output.port == port_ && output.timesLost > 0;
         });
@@ -185,10 +195,9 @@ private:
 
     CliContext& context_;
     devices::MidiDevices& devices_;
-    song::Song& song_;
+    session::Session& session_;
     TerminalLine line_;
     PlayHost host_;
-    player::TMidiPlayer player_;
     std::size_t port_ = 0;
     std::int64_t endMs_ = std::numeric_limits<std::int64_t>::max();
 };
@@ -196,8 +205,8 @@ private:
 } // namespace
 
 int PlaySong(CliContext& context, const PlayPlan& plan, devices::MidiDevices& devices,
-             song::Song& song, MessageHost& host) {
-    return PlaySession(context, devices, song, host).Run(plan);
+             session::Session& session, MessageHost& host) {
+    return PlaySession(context, devices, session, host).Run(plan);
 }
 
 } // namespace tracksmith::cli

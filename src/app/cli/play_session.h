@@ -7,7 +7,7 @@
 #include "base/message_host.h"
 
 #include "app/cli/cli_context.h"
-#include "song/song.h"
+#include "app/session/session.h"
 
 namespace tracksmith::cli {
 
@@ -26,8 +26,8 @@ struct PlayPlan {
 /// Plays the song until its end or that of the plan, or until the user interrupts; then all notes
 /// have been ended. Faults are shown through `host`. Returns kOk, kUsage for a loop that is too
 /// short, kPortOrAudioMissing when there is no such output or it fails, kUnreadable when the song
-/// has nothing to play. `song` cannot be used for anything else afterwards.
+/// has nothing to play. The song cannot be used for anything else afterwards.
 int PlaySong(CliContext& context, const PlayPlan& plan, devices::MidiDevices& devices,
-             song::Song& song, MessageHost& host);
+             session::Session& session, MessageHost& host);
 
 } // namespace tracksmith::cli

@@ -40,17 +40,17 @@ std::vector<std::uint8_t> ReadStream(std::istream& stream, MessageHost& host) {
 
 } // namespace
 
-void LoadInput(const InputFile& input, app::Workspace& workspace, std::istream& standardInput,
+void LoadInput(const InputFile& input, session::Session& session, std::istream& standardInput,
                MessageHost& host) {
     if (input.standardInput) {
-        app::OpenMidiData(workspace, ReadStream(standardInput, host), input.path, host);
+        app::OpenMidiData(session, ReadStream(standardInput, host), input.path, host);
     } else {
-        app::OpenMidiFile(workspace, input.path, host);
+        app::OpenMidiFile(session, input.path, host);
     }
 }
 
 void LogChanges(const CliContext& context, const InputFile& input,
-                const app::Workspace& workspace) {
+                const session::Workspace& workspace) {
     if (context.quiet) {
         return;
     }
@@ -82,7 +82,7 @@ public:
                    batch.context_.openDevices,
                    {}},
           host_(context_) {
-        batch.setUp_(workspace_);
+        batch.setUp_(session_.Options());
     }
 
     /// Works on one song and returns its exit code; its texts stay until TakeTexts.
@@ -91,7 +91,7 @@ public:
         host_.SetFile(input.Name());
         std::string message;
         try {
-            LoadInput(input, workspace_, context_.in, host_);
+            LoadInput(input, session_, context_.in, host_);
         } catch (const EMidiError& error) {
             message = error.what(); // already shown
         } catch (const std::exception& error) {
@@ -118,7 +118,7 @@ private:
     }
 
     int Act(const InputFile& input, std::size_t index, const Action& action) {
-        SongJob job{input, index, workspace_, host_, context_};
+        SongJob job{input, index, session_, host_, context_};
         try {
             return action(job);
         } catch (const EMidiError&) {
@@ -133,7 +133,7 @@ private:
     std::ostringstream log_;
     CliContext context_;
     CliMessageHost host_;
-    app::Workspace workspace_;
+    session::Session session_;
 };
 
 /// What the songs of a batch said, passed on in their order.

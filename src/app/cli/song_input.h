@@ -8,23 +8,24 @@
 
 #include "app/cli/cli_context.h"
 #include "app/cli/input_files.h"
-#include "app/workspace.h"
+#include "app/session/session.h"
 
 namespace tracksmith::cli {
 
-/// Loads the input into the workspace. Faults are shown through `host` and raised as EMidiError.
-void LoadInput(const InputFile& input, app::Workspace& workspace, std::istream& standardInput,
+/// Loads the input into the session. Faults are shown through `host` and raised as EMidiError.
+void LoadInput(const InputFile& input, session::Session& session, std::istream& standardInput,
                MessageHost& host);
 
 /// Logs what loading and preparing changed, unless the user wants quiet.
-void LogChanges(const CliContext& context, const InputFile& input, const app::Workspace& workspace);
+void LogChanges(const CliContext& context, const InputFile& input,
+                const session::Workspace& workspace);
 
 /// One song of a batch while it is worked on. Several are worked on at once, each by one thread.
 struct SongJob {
     const InputFile& input;
     /// Place of the song in the batch.
     std::size_t index;
-    app::Workspace& workspace;
+    session::Session& session;
     MessageHost& host;
     /// Streams of this song alone; what they hold comes out in the order of the batch.
     CliContext& context;
@@ -46,8 +47,8 @@ public:
     /// The songs that `names` stand for; folders without songs count as failures of the batch.
     const std::vector<InputFile>& Expand(const std::vector<std::string>& names);
 
-    /// Sets the options of every workspace that the batch uses.
-    void SetUp(std::function<void(app::Workspace&)> setUp) { setUp_ = std::move(setUp); }
+    /// Sets the options of every session that the batch uses.
+    void SetUp(std::function<void(session::WorkOptions&)> setUp) { setUp_ = std::move(setUp); }
 
     /// So many songs are worked on at once, at least 1.
     void SetJobs(std::size_t jobs) { jobs_ = jobs; }
@@ -64,7 +65,7 @@ private:
     void LogSummary(std::size_t total, std::size_t failed) const;
 
     CliContext& context_;
-    std::function<void(app::Workspace&)> setUp_ = [](app::Workspace&) {};
+    std::function<void(session::WorkOptions&)> setUp_ = [](session::WorkOptions&) {};
     std::size_t jobs_ = 1;
     std::vector<InputFile> files_;
     std::vector<std::string> emptyFolders_;

@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include "app/forms/main_form.h"
-#include "app/forms/transport/play_desk.h"
 #include "app/settings/settings_store.h"
 
 using namespace tracksmith;
@@ -65,8 +64,8 @@ int main(int argc, char** argv) {
         const QString command = arguments.value(show);
         QTimer::singleShot(0, &form, [&form, &files, measure, command] {
             form.OpenMidiFile(forms::PathFromQString(files.constFirst()));
-            if (measure > 0) {
-                form.Desk().MoveByMeasures(measure - 1);
+            if (measure > 0 && form.Session().HasSong()) {
+                form.Session().Controls().MoveByMeasures(measure - 1);
                 form.MMP_PlayStopClick();
             }
             auto* action = command.isEmpty() ? nullptr : form.findChild<QAction*>(command);

@@ -20,7 +20,7 @@
 #include "app/forms/song/empty_page.h"
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {
@@ -36,7 +36,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
       recentFiles_(store),
       sound_(store),
       instruments_(store),
-      voices_(workspace_, instruments_),
+      voices_(session_.Work(), instruments_),
       host_(*this),
       chooser_(std::make_unique<FileChooser>()) {
     setObjectName(QStringLiteral("MainForm"));
@@ -46,7 +46,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
     BuildPlayer(std::move(devices));
     BuildAreas();
     ConnectMenu();
-    ConnectPlayer();
+    ConnectSession();
     ConnectAreas();
     ConnectOptions();
     TakeInstruments();
@@ -54,18 +54,24 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
     ApplyLanguage(settings_.ReadLanguage());
     RestoreGeometry();
     ShowRecentFiles();
-    ShowWorkspace();
+    ShowSong();
 }
 
-TMainForm::~TMainForm() = default;
+// The devices and the bar for notices, which the player uses, end before the session does.
+TMainForm::~TMainForm() {
+    signals_.reset();
+    session_.EndPlayer();
+}
 
 void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
     notice_ = new NoticeBar;
     noticeHost_ = std::make_unique<NoticeHost>(*notice_, host_);
     devices_ = devices ? std::move(devices)
                        : std::make_unique<devices::MidiDevices>(sound_.ReadSynthOptions());
-    desk_ = std::make_unique<PlayDesk>(workspace_, store_, *noticeHost_, *devices_);
-    sound_.Attach(*devices_, *desk_);
+    session_.StartPlayer(
+        {devices_->Outputs(), &devices_->Input(), sound_.ReadInput(), *noticeHost_}, &store_);
+    signals_ = std::make_unique<SessionSignals>(session_, *noticeHost_);
+    sound_.Attach(*devices_, session_.Controls());
 }
 
 void TMainForm::BuildAreas() {
@@ -74,7 +80,7 @@ void TMainForm::BuildAreas() {
     status_ = new StatusLine(this);
     setStatusBar(status_);
     emptyPage_ = new EmptyPage;
-    songView_ = new SongView(workspace_, voices_, *menu_, *desk_);
+    songView_ = new SongView(session_.Work(), voices_, *menu_, *signals_);
     pages_ = new QStackedWidget;
     pages_->addWidget(emptyPage_);
     pages_->addWidget(songView_);
@@ -144,6 +150,7 @@ void TMainForm::ConnectAreas() {
     connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
     connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
     connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::MMF_WhatChangedClick);
+    connect(notice_, &NoticeBar::TakeBackPressed, this, &TMainForm::MME_TakeBackClick);
     connect(notice_, &NoticeBar::ReloadPressed, this, &TMainForm::MMF_ReloadMidifileClick);
 }
 
@@ -152,16 +159,16 @@ void TMainForm::ConnectOptions() {
         QAction& action = menu_->ActionOf(kSongOptions[i].command);
         const bool on = settings_.ReadSwitch(kSongOptions[i].setting);
         action.setChecked(on);
-        kSongOptions[i].apply(workspace_, on);
+        kSongOptions[i].apply(session_.Options(), on);
         connect(&action, &QAction::toggled, this, [this, i](bool now) { ChangeOption(i, now); });
     }
 }
 
 void TMainForm::ChangeOption(std::size_t option, bool on) {
     const SongOption& changed = kSongOptions[option];
-    changed.apply(workspace_, on);
+    changed.apply(session_.Options(), on);
     settings_.WriteSwitch(changed.setting, on);
-    if (changed.needsReload && workspace_.hasSong) {
+    if (changed.needsReload && session_.HasSong()) {
         notice_->ShowReloadOffer();
     }
 }
@@ -172,29 +179,31 @@ void TMainForm::RestoreGeometry() {
     }
 }
 
-void TMainForm::ShowWorkspace() {
-    if (workspace_.hasSong) {
+void TMainForm::ShowSong() {
+    if (session_.HasSong()) {
         songView_->ShowSong(SongFileName());
     }
-    pages_->setCurrentWidget(workspace_.hasSong ? static_cast<QWidget*>(songView_) : emptyPage_);
-    status_->ShowSong(workspace_.hasSong ? &songView_->Description() : nullptr);
-    menu_->SetSongState(workspace_.hasSong, workspace_.hasSong && !source_.empty());
+    pages_->setCurrentWidget(session_.HasSong() ? static_cast<QWidget*>(songView_) : emptyPage_);
+    status_->ShowSong(session_.HasSong() ? &songView_->Description() : nullptr);
+    menu_->SetSongState(session_.HasSong(),
+                        session_.HasSong() && !session_.Work().file.source.empty());
     ShowFileState();
 }
 
 void TMainForm::ShowFileState() {
-    const QString mark = workspace_.modified ? QStringLiteral("*") : QString();
-    const QString name = workspace_.hasSong ? SongFileName() + mark : QString();
+    const QString mark = session_.Modified() ? QStringLiteral("*") : QString();
+    const QString name = session_.HasSong() ? SongFileName() + mark : QString();
     const QString program = InLanguage(texts::kProgram, host_.CurrentLanguage());
     menu_->SetFileName(name);
     songView_->ShowFileName(name);
-    status_->SetModified(workspace_.modified);
+    status_->SetModified(session_.Modified());
     setWindowTitle(name.isEmpty() ? program : name + QStringLiteral(" – ") + program);
 }
 
 QString TMainForm::SongFileName() const {
-    return isDemo_ ? InLanguage(texts::kDemoName, host_.CurrentLanguage())
-                   : ShownFileName(workspace_.fileName);
+    const session::FileState& file = session_.Work().file;
+    return file.isDemo ? InLanguage(texts::kDemoName, host_.CurrentLanguage())
+                       : ShownFileName(file.source);
 }
 
 void TMainForm::ShowRecentFiles() {
@@ -229,12 +238,12 @@ void TMainForm::ApplyChosenTheme(Theme theme) {
 }
 
 std::string TMainForm::SongPositionToMTC(std::int32_t tick) const {
-    return workspace_.hasSong ? song::SongPositionToMTC(workspace_.song, tick) : std::string();
+    return session_.HasSong() ? song::SongPositionToMTC(session_.Song(), tick) : std::string();
 }
 
 std::int32_t TMainForm::MTCToSongPosition(std::int32_t measure, std::int32_t beat,
                                           std::int32_t tick) const {
-    return workspace_.hasSong ? song::MTCToSongPosition(workspace_.song, measure, beat, tick) : -1;
+    return session_.HasSong() ? song::MTCToSongPosition(session_.Song(), measure, beat, tick) : -1;
 }
 
 } // namespace tracksmith::forms

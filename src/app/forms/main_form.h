@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <QMainWindow>
@@ -17,7 +18,7 @@
 #include "app/forms/settings/form_settings.h"
 #include "app/forms/song/voice_names.h"
 #include "app/save_song.h"
-#include "app/workspace.h"
+#include "app/session/session.h"
 #include "instruments/instrument_settings.h"
 
 class QStackedWidget;
@@ -29,11 +30,11 @@ class EmptyPage;
 struct InstrumentOutput;
 class NoticeBar;
 class NoticeHost;
-class PlayDesk;
+class SessionSignals;
 class SongView;
 class StatusLine;
 
-/// The main window. Owns the workspace and declares the handlers of the menu; each calls one
+/// The main window. Owns the session and declares the handlers of the menu; each calls one
 /// function of the program's core and shows the result.
 class TMainForm : public QMainWindow {
     Q_OBJECT
@@ -45,8 +46,7 @@ public:
                        std::unique_ptr<devices::MidiDevices> devices = nullptr);
     ~TMainForm() override;
 
-    app::Workspace& Workspace() { return workspace_; }
-    PlayDesk& Desk() { return *desk_; }
+    session::Session& Session() { return session_; }
 
     /// Replaces the file dialogs.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser) { chooser_ = std::move(chooser); }
@@ -64,8 +64,8 @@ public:
     std::int32_t MTCToSongPosition(std::int32_t measure, std::int32_t beat,
                                    std::int32_t tick) const;
 
-    /// Shows the workspace's song, or the empty page, after it has changed.
-    void ShowWorkspace();
+    /// Shows the song in memory, or the empty page, after it has changed.
+    void ShowSong();
 
     /// Shows file name and modified mark after one of them has changed.
     void ShowFileState();
@@ -83,6 +83,8 @@ public:
     void MMF_SaveMidifileAsClick();
     void MMF_SaveFileAsFormat0Click();
     void MMF_SaveFileAsFormat1Click();
+    // Edit
+    void MME_TakeBackClick();
     // Song
     void MMF_WhatChangedClick();
     // Play
@@ -116,13 +118,14 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildAreas();
     void BuildPlayer(std::unique_ptr<devices::MidiDevices> devices);
-    void ConnectPlayer();
+    void ConnectSession();
     void ShowMissingOutput();
     void TakeInstruments();
     InstrumentOutput MainOutput() const;
@@ -135,6 +138,11 @@ private:
     void ChangeOption(std::size_t option, bool on);
     bool Run(const std::function<void()>& command);
     bool ConfirmDiscard();
+    bool ConfirmOverwrite(const std::filesystem::path& file);
+    bool OfferSavingElsewhere(app::SaveFormat format);
+    void RememberFile(const std::filesystem::path& file);
+    void ShowChanges();
+    void TellChangedOnDisk();
     void LoadAndShow(const std::filesystem::path& file, bool isDemo);
     bool SaveSong();
     bool SaveSongAs(app::SaveFormat format);
@@ -143,7 +151,7 @@ private:
     void ShowQtTexts(Language language);
     QString SongFileName() const;
 
-    app::Workspace workspace_;
+    session::Session session_;
     settings::SettingsStore& store_;
     FormSettings settings_;
     RecentFiles recentFiles_;
@@ -153,13 +161,12 @@ private:
     QtMessageHost host_;
     std::unique_ptr<FileChooser> chooser_;
     std::unique_ptr<QTranslator> qtTexts_;
-    /// The file that the song came from, also when saving must not write to it.
-    std::filesystem::path source_;
-    bool isDemo_ = false;
     std::string missingOutput_;
+    /// The change of the file on the disk that the user was told of last.
+    std::optional<session::FileStamp> toldStamp_;
     std::unique_ptr<devices::MidiDevices> devices_;
     std::unique_ptr<NoticeHost> noticeHost_;
-    std::unique_ptr<PlayDesk> desk_;
+    std::unique_ptr<SessionSignals> signals_;
 
     MainMenu* menu_ = nullptr;
     QStackedWidget* pages_ = nullptr;

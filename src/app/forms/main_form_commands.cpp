@@ -16,7 +16,7 @@
 #include "app/forms/notices/status_line.h"
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 #include "app/load_sequence.h"
 
 namespace tracksmith::forms {
@@ -51,7 +51,7 @@ bool TMainForm::Run(const std::function<void()>& command) {
 }
 
 bool TMainForm::ConfirmDiscard() {
-    if (!workspace_.modified) {
+    if (!session_.Modified()) {
         return true;
     }
     const auto answer = host_.AskSaveChanges(SongFileName());
@@ -66,80 +66,104 @@ void TMainForm::OpenMidiFile(const std::filesystem::path& file) {
 }
 
 void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
-    desk_->LeaveSong();
-    const bool loaded = Run([&] { app::OpenMidiFile(workspace_, file, host_); });
-    if (loaded || !workspace_.hasSong) {
-        desk_->TakeSong();
-    }
-    if (loaded) {
-        source_ = file;
-        isDemo_ = isDemo;
-        // The demo song is part of the program: saving asks for a place of the user's own.
-        if (isDemo) {
-            workspace_.fileName.clear();
-        } else {
-            recentFiles_.Add(file);
-            settings_.WriteLastFolder(std::filesystem::absolute(file).parent_path());
-            ShowRecentFiles();
+    if (!Run([&] { app::OpenMidiFile(session_, file, host_, isDemo); })) {
+        if (!session_.HasSong()) {
+            notice_->Clear();
         }
-        notice_->ShowChanges(workspace_);
-        status_->ShowStatus(texts::kLoaded, SongFileName());
-        songView_->FocusOverview();
-    } else if (!workspace_.hasSong) {
-        notice_->Clear();
+        notice_->ShowPlain(texts::NotOpened(ShownFileName(file), host_.CurrentLanguage()));
+        return;
     }
-    ShowWorkspace();
+    // The demo song is part of the program, not a file of the user's.
+    if (!isDemo) {
+        RememberFile(file);
+    }
+    notice_->Clear();
+    ShowChanges();
+    status_->ShowStatus(texts::kLoaded, SongFileName());
+    songView_->FocusOverview();
+}
+
+void TMainForm::RememberFile(const std::filesystem::path& file) {
+    recentFiles_.Add(file);
+    settings_.WriteLastFolder(std::filesystem::absolute(file).parent_path());
+    ShowRecentFiles();
+}
+
+void TMainForm::ShowChanges() {
+    const session::TakeBack& last = session_.LastChange();
+    notice_->ShowChanges(session_.Work(), last.Available() && !last.Taken());
 }
 
 void TMainForm::ClearMidiMemory() {
-    desk_->LeaveSong();
-    app::ClearMidiMemory(workspace_);
-    desk_->TakeSong();
-    source_.clear();
-    isDemo_ = false;
-    notice_->Clear();
-    status_->ShowStatus(texts::kReady);
-    ShowWorkspace();
+    if (Run([&] { app::ClearMidiMemory(session_, host_); })) {
+        notice_->Clear();
+        status_->ShowStatus(texts::kReady);
+    }
 }
 
 bool TMainForm::SaveSong() {
-    return workspace_.fileName.empty() ? SaveSongAs(app::SaveFormat::AsSong)
-                                       : SaveTo(workspace_.fileName, app::SaveFormat::AsSong);
+    const std::filesystem::path& name = session_.Work().file.name;
+    return name.empty() ? SaveSongAs(app::SaveFormat::AsSong)
+                        : SaveTo(name, app::SaveFormat::AsSong);
 }
 
 bool TMainForm::SaveSongAs(app::SaveFormat format) {
-    const auto proposal = workspace_.fileName.empty()
-                              ? settings_.ReadLastFolder() / source_.filename()
-                              : workspace_.fileName;
+    const session::FileState& state = session_.Work().file;
+    const auto proposal =
+        state.name.empty() ? settings_.ReadLastFolder() / state.source.filename() : state.name;
     const auto file = chooser_->ChooseSave(this, host_.CurrentLanguage(), FileKind::Song, proposal);
     return file && SaveTo(*file, format);
 }
 
 bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format) {
-    if (!app::ConfirmOverwrite(file, host_) ||
-        !Run([&] { app::SaveMidiFile(workspace_, file, format, host_); })) {
+    const std::filesystem::path target = file; // may be the session's own
+    const std::int32_t bpm = session_.TempoOffset() != 0 ? session_.Controls().Bpm() : 0;
+    if (!ConfirmOverwrite(target)) {
         return false;
     }
-    source_ = workspace_.fileName;
-    isDemo_ = false;
-    recentFiles_.Add(file);
-    settings_.WriteLastFolder(std::filesystem::absolute(file).parent_path());
-    ShowRecentFiles();
-    status_->ShowStatus(texts::kSaved, ShownFileName(file));
-    ShowFileState();
+    if (!Run([&] { app::SaveMidiFile(session_, target, format, host_); })) {
+        return OfferSavingElsewhere(format);
+    }
+    RememberFile(target);
+    if (bpm != 0) {
+        notice_->ShowPlain(texts::SavedWithTempo(bpm, host_.CurrentLanguage()));
+    }
+    status_->ShowStatus(texts::kSaved, ShownFileName(target));
     return true;
 }
 
-void TMainForm::MMF_NewMidifileClick() {
-    if (!ConfirmDiscard()) {
+bool TMainForm::ConfirmOverwrite(const std::filesystem::path& file) {
+    const session::FileState& state = session_.Work().file;
+    if (file == state.source && state.ChangedOnDisk() && session::StampOf(file)) {
+        return host_.AskYesNo(
+            texts::OverwriteChanged(ShownFileName(file), host_.CurrentLanguage()).toStdString());
+    }
+    return app::ConfirmOverwrite(file, host_);
+}
+
+bool TMainForm::OfferSavingElsewhere(app::SaveFormat format) {
+    return host_.AskSaveElsewhere() && SaveSongAs(format);
+}
+
+// Said once for each change that others make.
+void TMainForm::TellChangedOnDisk() {
+    const session::FileState& state = session_.Work().file;
+    if (!session_.HasSong() || !state.ChangedOnDisk()) {
         return;
     }
-    ClearMidiMemory();
-    Run([&] { app::NewSong(workspace_, host_); });
-    desk_->TakeSong();
-    notice_->ShowChanges(workspace_);
-    songView_->FocusOverview();
-    ShowWorkspace();
+    const auto stamp = session::StampOf(state.source);
+    if (stamp != toldStamp_) {
+        toldStamp_ = stamp;
+        notice_->ShowChangedOnDisk(ShownFileName(state.source));
+    }
+}
+
+void TMainForm::MMF_NewMidifileClick() {
+    if (ConfirmDiscard() && Run([&] { app::NewSong(session_, host_); })) {
+        notice_->Clear();
+        ShowChanges();
+        songView_->FocusOverview();
+    }
 }
 
 void TMainForm::MMF_OpenMidifileClick() {
@@ -160,8 +184,9 @@ void TMainForm::MMF_ClearRecentClick() {
 }
 
 void TMainForm::MMF_ReloadMidifileClick() {
-    if (!source_.empty() && ConfirmDiscard()) {
-        LoadAndShow(std::filesystem::path(source_), isDemo_);
+    const session::FileState& file = session_.Work().file;
+    if (!file.source.empty() && ConfirmDiscard()) {
+        LoadAndShow(std::filesystem::path(file.source), file.isDemo);
     }
 }
 
@@ -181,8 +206,14 @@ void TMainForm::MMF_SaveFileAsFormat1Click() {
     SaveSongAs(app::SaveFormat::Format1);
 }
 
+void TMainForm::MME_TakeBackClick() {
+    if (Run([&] { session_.TakeBackLastChange(host_); })) {
+        ShowChanges();
+    }
+}
+
 void TMainForm::MMF_WhatChangedClick() {
-    ShowChangesDialog(this, workspace_, host_.CurrentLanguage());
+    ShowChangesDialog(this, session_.Work(), host_.CurrentLanguage());
 }
 
 void TMainForm::MMF_ThemeDarkClick() {
@@ -225,9 +256,16 @@ void TMainForm::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    desk_->Stop();
+    session_.Controls().Stop();
     settings_.WriteGeometry(saveGeometry());
     event->accept();
+}
+
+void TMainForm::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        TellChangedOnDisk();
+    }
+    QMainWindow::changeEvent(event);
 }
 
 void TMainForm::dragEnterEvent(QDragEnterEvent* event) {

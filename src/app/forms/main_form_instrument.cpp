@@ -10,7 +10,7 @@
 #include "app/forms/notices/status_line.h"
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 #include "app/prepare_song.h"
 #include "app/save_song.h"
 #include "instruments/forms/instrument_chooser.h"
@@ -24,13 +24,13 @@ namespace tracksmith::forms {
 
 // The instruments' settings into the workspace, and their names into the window.
 void TMainForm::TakeInstruments() {
-    app::TakeInstrument(workspace_, instruments_);
+    app::TakeInstrument(session_.Options(), instruments_);
     std::array<std::string, instruments::OutputTable::kChannels> outputs;
     for (std::size_t channel = 0; channel < outputs.size(); ++channel) {
-        outputs[channel] = desk_->Outputs().Route(channel).output;
+        outputs[channel] = session_.Controls().Outputs().Route(channel).output;
     }
-    app::TakeOtherOutputs(workspace_, instruments_, outputs);
-    const std::string& name = workspace_.outputs.outputs.front().name;
+    app::TakeOtherOutputs(session_.Options(), instruments_, outputs);
+    const std::string& name = session_.Work().outputs.outputs.front().name;
     const std::string shown = instruments::FindInstrument(name) != nullptr ? name : std::string();
     if (shown.empty() && instruments_.HasInstrument()) {
         notice_->ShowPlain(
@@ -41,8 +41,9 @@ void TMainForm::TakeInstruments() {
 }
 
 InstrumentOutput TMainForm::MainOutput() const {
-    return {std::string(), InLanguage(instrument_texts::kMainOutput, host_.CurrentLanguage())
-                               .arg(ToQString(DisplayText(desk_->Outputs().Output())))};
+    return {std::string(),
+            InLanguage(instrument_texts::kMainOutput, host_.CurrentLanguage())
+                .arg(ToQString(DisplayText(session_.Controls().Outputs().Output())))};
 }
 
 void TMainForm::MMI_ChooseInstrumentClick() {
@@ -50,7 +51,7 @@ void TMainForm::MMI_ChooseInstrumentClick() {
     std::vector<InstrumentOutput> outputs{MainOutput()};
     std::set<std::string> routed;
     for (std::size_t channel = 0; channel < instruments::OutputTable::kChannels; ++channel) {
-        const std::string output = desk_->Outputs().Route(channel).output;
+        const std::string output = session_.Controls().Outputs().Route(channel).output;
         if (!output.empty() && routed.insert(output).second) {
             outputs.push_back({output, ToQString(DisplayText(output))});
         }
@@ -71,17 +72,17 @@ void TMainForm::MMI_ChooseInstrumentClick() {
 }
 
 void TMainForm::OfferPreparing(const std::string& formerInstrument) {
-    const std::string& name = workspace_.outputs.outputs.front().name;
+    const std::string& name = session_.Work().outputs.outputs.front().name;
     const QString question = texts::PrepareQuestion(ToQString(name), host_.CurrentLanguage());
-    if (workspace_.hasSong && name != formerInstrument && host_.AskYesNo(question.toStdString())) {
+    if (session_.HasSong() && name != formerInstrument && host_.AskYesNo(question.toStdString())) {
         MMI_PrepareSongClick();
     }
 }
 
 void TMainForm::MMI_PrepareSongClick() {
-    Run([&] { desk_->EditSong([&] { app::PrepareSong(workspace_, host_); }); });
-    notice_->ShowPlain(texts::ChangesSummary({}, workspace_.preparation, host_.CurrentLanguage()));
-    ShowWorkspace();
+    if (Run([&] { app::PrepareSong(session_, host_); })) {
+        ShowChanges();
+    }
 }
 
 void TMainForm::MMI_VoicesClick() {
@@ -97,8 +98,9 @@ void TMainForm::MMI_VoicesClick() {
             return file && app::ConfirmOverwrite(*file, host_) ? file : std::nullopt;
         }};
     auto* dialog = new TPatchesForm(
-        workspace_.outputs, [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); },
-        VoiceFolders(), files, language, this);
+        session_.Work().outputs,
+        [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); }, VoiceFolders(),
+        files, language, this);
     dialog->DisplayInstrumentPatches(songView_->ChosenChannel());
     connect(dialog, &TPatchesForm::TableChanged, this, [this] {
         voices_.Reload();
@@ -110,7 +112,7 @@ void TMainForm::MMI_VoicesClick() {
 void TMainForm::MMS_InstrumentsClick() {
     const Language language = host_.CurrentLanguage();
     std::vector<InstrumentOutput> outputs{MainOutput()};
-    for (const auto& device : desk_->Player().OutputDevices()) {
+    for (const auto& device : session_.Controls().Player().OutputDevices()) {
         outputs.push_back({device.productName, ToQString(DisplayText(device.productName))});
     }
     auto* form = new TOptionsForm(
@@ -120,7 +122,7 @@ void TMainForm::MMS_InstrumentsClick() {
     connect(form, &TOptionsForm::InstrumentStored, this, &TMainForm::TakeInstruments);
     connect(form, &TOptionsForm::SettingStored, this, [this] {
         TakeInstruments();
-        if (workspace_.hasSong) {
+        if (session_.HasSong()) {
             notice_->ShowReloadOffer();
         }
     });

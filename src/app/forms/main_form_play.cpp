@@ -5,81 +5,84 @@
 #include "app/forms/ports/ports_dialog.h"
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 
 // The commands that play the song.
 
 namespace tracksmith::forms {
 
-void TMainForm::ConnectPlayer() {
-    connect(desk_.get(), &PlayDesk::LoopChanged, this, [this] {
-        menu_->ActionOf(Command::Looping).setChecked(desk_->Loop() && desk_->Loop()->on);
+void TMainForm::ConnectSession() {
+    connect(signals_.get(), &SessionSignals::SongChanged, this, &TMainForm::ShowSong);
+    connect(signals_.get(), &SessionSignals::FileStateChanged, this, &TMainForm::ShowFileState);
+    connect(signals_.get(), &SessionSignals::LoopChanged, this, [this] {
+        const auto& loop = session_.Controls().Loop();
+        menu_->ActionOf(Command::Looping).setChecked(loop && loop->on);
     });
-    connect(desk_.get(), &PlayDesk::TempoChanged, this, &TMainForm::ShowFileState);
-    connect(desk_.get(), &PlayDesk::PortsChanged, this, &TMainForm::ShowMissingOutput);
-    connect(desk_.get(), &PlayDesk::RoutesChanged, this, &TMainForm::TakeInstruments);
+    connect(signals_.get(), &SessionSignals::PortsChanged, this, &TMainForm::ShowMissingOutput);
+    connect(signals_.get(), &SessionSignals::RoutesChanged, this, &TMainForm::TakeInstruments);
 }
 
 // Said once for each output that is missing.
 void TMainForm::ShowMissingOutput() {
-    const std::string missing = desk_->Outputs().MissingOutput();
+    const std::string missing = session_.Controls().Outputs().MissingOutput();
     if (missing != missingOutput_ && !missing.empty()) {
-        notice_->ShowPlain(InLanguage(texts::kOutputMissing, host_.CurrentLanguage())
-                               .arg(ToQString(missing), ToQString(desk_->Outputs().Output())));
+        notice_->ShowPlain(
+            InLanguage(texts::kOutputMissing, host_.CurrentLanguage())
+                .arg(ToQString(missing), ToQString(session_.Controls().Outputs().Output())));
     }
     missingOutput_ = missing;
 }
 
 void TMainForm::MMP_PlayStopClick() {
-    desk_->TogglePlay();
+    signals_->TogglePlay();
     const std::string trouble = sound_.Trouble(host_.CurrentLanguage());
-    if (desk_->Playing() && desk_->PlaysOnSynth() && !trouble.empty()) {
+    if (session_.Controls().Playing() && session_.Controls().PlaysOnSynth() && !trouble.empty()) {
         notice_->ShowPlain(ToQString(trouble));
     }
 }
 
 void TMainForm::MMP_MoveToStartClick() {
-    desk_->MoveToStart();
+    session_.Controls().MoveToStart();
 }
 
 void TMainForm::MMP_MoveToEndClick() {
-    desk_->MoveToEnd();
+    session_.Controls().MoveToEnd();
 }
 
 void TMainForm::MMP_MeasureBackClick() {
-    desk_->MoveByMeasures(-1);
+    session_.Controls().MoveByMeasures(-1);
 }
 
 void TMainForm::MMP_MeasureForwardClick() {
-    desk_->MoveByMeasures(1);
+    session_.Controls().MoveByMeasures(1);
 }
 
 void TMainForm::MMP_LoopingClick() {
-    desk_->SetLooping(menu_->ActionOf(Command::Looping).isChecked());
+    session_.Controls().SetLooping(menu_->ActionOf(Command::Looping).isChecked());
 }
 
 void TMainForm::MMP_LoopFromHereClick() {
-    desk_->LoopFromHere();
+    session_.Controls().LoopFromHere();
 }
 
 void TMainForm::MMP_LoopToHereClick() {
-    desk_->LoopToHere();
+    session_.Controls().LoopToHere();
 }
 
 void TMainForm::MMP_TempoDownClick() {
-    desk_->ChangeTempo(-1);
+    session_.Controls().SetBpm(session_.Controls().Bpm() - 1);
 }
 
 void TMainForm::MMP_TempoUpClick() {
-    desk_->ChangeTempo(1);
+    session_.Controls().SetBpm(session_.Controls().Bpm() + 1);
 }
 
 void TMainForm::MMP_TempoResetClick() {
-    desk_->ResetTempo();
+    session_.Controls().ResetTempo();
 }
 
 void TMainForm::MMP_PanicClick() {
-    desk_->Panic();
+    session_.Controls().Panic();
 }
 
 void TMainForm::MMV_NextPageClick() {
@@ -87,7 +90,7 @@ void TMainForm::MMV_NextPageClick() {
 }
 
 void TMainForm::MMS_MidiPortsClick() {
-    auto* dialog = new PortsDialog(*desk_, sound_, *chooser_, host_.CurrentLanguage(), this);
+    auto* dialog = new PortsDialog(*signals_, sound_, *chooser_, host_.CurrentLanguage(), this);
     dialog->open();
 }
 

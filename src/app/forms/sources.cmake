@@ -62,8 +62,8 @@ set(SOURCES
   song/voice_names.h
   transport/play_bar.cpp
   transport/play_bar.h
-  transport/play_desk.cpp
-  transport/play_desk.h
+  transport/session_signals.cpp
+  transport/session_signals.h
   transport/position_display.cpp
   transport/position_display.h
   transport/tempo_box.cpp

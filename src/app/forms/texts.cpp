@@ -96,6 +96,37 @@ QString ChangesSummary(const song::LoadReport& report,
     return parts.join(QStringLiteral(" · "));
 }
 
+QString NoticesWaiting(std::size_t number, Language language) {
+    static constexpr Text kWaiting{De{"und %1 weitere"}, En{"and %1 more"}};
+    return InLanguage(kWaiting, language).arg(number);
+}
+
+QString NotOpened(const QString& fileName, Language language) {
+    static constexpr Text kNotOpened{De{"„%1“ wurde nicht geöffnet."}, En{"“%1” was not opened."}};
+    return InLanguage(kNotOpened, language).arg(fileName);
+}
+
+QString SavedWithTempo(int bpm, Language language) {
+    static constexpr Text kSavedWithTempo{
+        De{"Gespeichert mit dem geänderten Tempo: %1 BPM sind jetzt 100 %."},
+        En{"Saved with the changed tempo: %1 BPM is 100 % from now on."}};
+    return InLanguage(kSavedWithTempo, language).arg(bpm);
+}
+
+QString ChangedOnDisk(const QString& fileName, Language language) {
+    static constexpr Text kChanged{De{"„%1“ wurde von einem anderen Programm geändert."},
+                                   En{"“%1” was changed by another program."}};
+    return InLanguage(kChanged, language).arg(fileName);
+}
+
+QString OverwriteChanged(const QString& fileName, Language language) {
+    static constexpr Text kQuestion{
+        De{"„%1“ wurde von einem anderen Programm geändert, seit Sie die Datei geöffnet haben. "
+           "Sollen diese Änderungen überschrieben werden?"},
+        En{"“%1” was changed by another program since you opened it. Overwrite those changes?"}};
+    return InLanguage(kQuestion, language).arg(fileName);
+}
+
 QString UnknownInstrument(const QString& name, Language language) {
     static constexpr Text kUnknown{
         De{"Das Instrument „%1“ gibt es nicht mehr. Bitte wählen Sie eines; bis dahin bleiben "

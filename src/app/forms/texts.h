@@ -245,6 +245,27 @@ QString RouteOutputName(int channel, Language language);
 /// "Zielkanal von Kanal 3" / "Target of channel 3"; `channel` counts from 0.
 QString RouteTargetName(int channel, Language language);
 
+inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
+inline constexpr Text kSaveElsewhere{
+    De{"Der Song wurde nicht gespeichert. Möchten Sie ihn unter anderem Namen oder an einem anderen "
+       "Ort speichern?"},
+    En{"The song was not saved. Do you want to save it under another name or in another place?"}};
+
+/// How many notices wait behind the one that is shown.
+QString NoticesWaiting(std::size_t number, Language language);
+
+/// A file that was refused, by its name.
+QString NotOpened(const QString& fileName, Language language);
+
+/// The practice tempo has been saved with the song.
+QString SavedWithTempo(int bpm, Language language);
+
+/// Somebody else has changed the song's file.
+QString ChangedOnDisk(const QString& fileName, Language language);
+
+/// The question before a file that somebody else has changed is overwritten.
+QString OverwriteChanged(const QString& fileName, Language language);
+
 /// The stored instrument is none of the catalogue.
 QString UnknownInstrument(const QString& name, Language language);
 

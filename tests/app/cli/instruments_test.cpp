@@ -34,11 +34,11 @@ protected:
 
     /// The system-exclusive messages of a converted file, without their F0.
     std::vector<test::Bytes> Messages(const std::string& file) const {
-        app::Workspace workspace;
+        session::Session session;
         RecordingMessageHost host;
-        app::OpenMidiData(workspace, Get(file), "", host);
+        app::OpenMidiData(session, Get(file), "", host);
         std::vector<test::Bytes> messages;
-        for (const song::Track& track : workspace.song.tracks) {
+        for (const song::Track& track : session.Song().tracks) {
             for (song::EventLink event = track.first; event; event = event->next) {
                 if (event->status == song::kSystemExclusive) {
                     const auto bytes = event->Payload();

@@ -49,11 +49,11 @@ TEST_P(BadFileTest, ShowsTheMessageAndKeepsTheWindowInOrder) {
     BoxAnswer box("Btn_Ok");
     form_->OpenMidiFile(file);
     EXPECT_EQ(box.text, GetParam().message);
-    EXPECT_EQ(form_->Workspace().hasSong, GetParam().keepsSong);
+    EXPECT_EQ(form_->Session().Work().hasSong, GetParam().keepsSong);
     EXPECT_EQ(Find<QWidget>("Overview")->isVisible(), GetParam().keepsSong);
     EXPECT_EQ(Find<QAction>("MMF_SaveMidifile")->isEnabled(), GetParam().keepsSong);
     // Nothing that could be saved names the bad file.
-    EXPECT_EQ(form_->Workspace().fileName,
+    EXPECT_EQ(form_->Session().Work().file.name,
               GetParam().keepsSong ? Path("waltz.mid") : std::filesystem::path());
 }
 
@@ -89,18 +89,18 @@ TEST_F(FileCommandsTest, SavingInAFormatWritesAFileThatLoadsAndAsksBeforeOverwri
 
 TEST_F(FileCommandsTest, FailedSaveChangesNothing) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    form_->Workspace().modified = true;
+    form_->Session().MarkModified();
     chooser_->answer = Path("no such folder") / "song.mid";
     BoxAnswer box("Btn_Ok");
     Trigger("MMF_SaveMidifileAs");
     EXPECT_EQ(box.text.rfind("Error rewriting the midi file \"", 0), 0U);
-    EXPECT_EQ(form_->Workspace().fileName, Path("waltz.mid"));
-    EXPECT_TRUE(form_->Workspace().modified);
+    EXPECT_EQ(form_->Session().Work().file.name, Path("waltz.mid"));
+    EXPECT_TRUE(form_->Session().Modified());
 }
 
 TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    form_->Workspace().modified = true;
+    form_->Session().MarkModified();
     form_->ShowFileState();
     EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid*");
     EXPECT_TRUE(Find<QLabel>("Lbl_Modified")->isVisible());
@@ -108,13 +108,13 @@ TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
         BoxAnswer box("Btn_Cancel");
         Trigger("MMF_NewMidifile");
         EXPECT_NE(box.text.find("waltz.mid"), std::string::npos);
-        EXPECT_TRUE(form_->Workspace().hasSong);
+        EXPECT_TRUE(form_->Session().Work().hasSong);
         EXPECT_FALSE(form_->close());
     }
     BoxAnswer box("Btn_Discard");
     Trigger("MMF_NewMidifile");
-    EXPECT_EQ(form_->Workspace().song.trackCount, 17);
-    EXPECT_TRUE(form_->Workspace().fileName.empty());
+    EXPECT_EQ(form_->Session().Work().song.trackCount, 17);
+    EXPECT_TRUE(form_->Session().Work().file.name.empty());
     EXPECT_EQ(LabelText("Lbl_SongName"), "New Song");
     form_->ClearMidiMemory();
     EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
@@ -124,7 +124,7 @@ TEST_F(FileCommandsTest, OnlyOneLocalFileCanBeDropped) {
     const auto url = QUrl::fromLocalFile(PathToQString(Write("waltz.mid", Waltz())));
     Drop(*form_, {QUrl(QStringLiteral("https://example.org/waltz.mid"))});
     Drop(*form_, {url, url});
-    EXPECT_FALSE(form_->Workspace().hasSong);
+    EXPECT_FALSE(form_->Session().Work().hasSong);
     Drop(*form_, {url});
     EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
 }

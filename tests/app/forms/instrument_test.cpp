@@ -5,7 +5,6 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "app/forms/transport/play_desk.h"
 #include "song/check_song.h"
 
 namespace tracksmith::forms {
@@ -55,7 +54,7 @@ TEST_F(InstrumentTest, AnUnknownStoredNameIsToldAndTouchesNoSong) {
         Find<QLabel>("Lbl_Notice")->accessibleName().indexOf(QStringLiteral("Keyboard of 1999")),
         -1);
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    EXPECT_FALSE(form_->Workspace().preparation.prepared);
+    EXPECT_FALSE(form_->Session().Work().preparation.prepared);
 }
 
 TEST_F(InstrumentTest, LoadingPreparesTheSongAndTellsSo) {
@@ -65,7 +64,7 @@ TEST_F(InstrumentTest, LoadingPreparesTheSongAndTellsSo) {
                   ->accessibleName()
                   .indexOf(QStringLiteral("Prepared for Yamaha Genos2: +1 XG System On")),
               -1);
-    EXPECT_FALSE(form_->Workspace().modified);
+    EXPECT_FALSE(form_->Session().Modified());
     Find<QPushButton>("Btn_Details")->click();
     EXPECT_EQ(RowText("Table_Messages", 0),
               "inserted|XG System On|1|001.01.002|F0 43 10 4C 00 00 7E 00 F7");
@@ -73,30 +72,30 @@ TEST_F(InstrumentTest, LoadingPreparesTheSongAndTellsSo) {
 
 TEST_F(InstrumentTest, ChangingItAsksAndPreparesTheOpenSong) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    EXPECT_FALSE(form_->Workspace().preparation.prepared); // none chosen yet
+    EXPECT_FALSE(form_->Session().Work().preparation.prepared); // none chosen yet
     {
         BoxAnswer no("Btn_No");
         Choose("gm2 soundset");
         EXPECT_EQ(no.text, "Shall the open song be prepared for \"GM2 Soundset\"?");
     }
-    EXPECT_FALSE(form_->Workspace().modified);
+    EXPECT_FALSE(form_->Session().Modified());
     BoxAnswer yes("Btn_Yes");
     Choose("roland sc-88pro");
-    EXPECT_TRUE(form_->Workspace().modified);
-    EXPECT_EQ(form_->Workspace().preparation.inserted, 1);
-    EXPECT_EQ(song::CheckSong(form_->Workspace().song), "");
+    EXPECT_TRUE(form_->Session().Modified());
+    EXPECT_EQ(form_->Session().Work().preparation.inserted, 1);
+    EXPECT_EQ(song::CheckSong(form_->Session().Work().song), "");
 }
 
 TEST_F(InstrumentTest, PreparingGoesOnPlayingWhereItWas) {
     Choose("roland sc-88pro");
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    form_->Desk().MoveToTick(1440);
+    form_->Session().Controls().MoveToTick(1440);
     Trigger("MMP_PlayStop");
     BoxAnswer yes("Btn_Yes");
     Choose("yamaha genos2");
-    EXPECT_EQ(form_->Workspace().preparation.inserted, 1);
-    EXPECT_TRUE(form_->Desk().Playing());
-    EXPECT_GE(form_->Desk().Tick(), 1440);
+    EXPECT_EQ(form_->Session().Work().preparation.inserted, 1);
+    EXPECT_TRUE(form_->Session().Controls().Playing());
+    EXPECT_GE(form_->Session().Controls().Tick(), 1440);
     Trigger("MMP_PlayStop");
 }
 
@@ -161,7 +160,7 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     QTest::keyClicks(Find<QLineEdit>("E_SearchInstrument"), QStringLiteral("integra"));
     Find<QPushButton>("Btn_OK")->click();
     EXPECT_EQ(Instrument(), "Yamaha Genos");
-    EXPECT_EQ(form_->Workspace().outputs.InstrumentOfChannel(2), 71);
+    EXPECT_EQ(form_->Session().Work().outputs.InstrumentOfChannel(2), 71);
 
     Find<QAbstractButton>("Card_Channel02")->click();
     Trigger("MMI_Voices");

@@ -6,7 +6,6 @@
 #include <QToolButton>
 
 #include "app/forms/form_fixture.h"
-#include "app/forms/transport/play_desk.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -20,7 +19,7 @@ protected:
         loop_->SetRecording(0, true);
     }
 
-    PlayDesk& Desk() const { return form_->Desk(); }
+    session::Transport& Controls() const { return form_->Session().Controls(); }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const {
         ASSERT_NE(form_->focusWidget(), nullptr); // loading gives the keyboard to a widget
         QTest::keyClick(form_->focusWidget(), key, modifiers);
@@ -53,11 +52,11 @@ protected:
 
 TEST_F(PlayingTest, SpacePlaysAndStops) {
     Press(Qt::Key_Space);
-    EXPECT_TRUE(Desk().Playing());
+    EXPECT_TRUE(Controls().Playing());
     EXPECT_TRUE(Heard(60));
     EXPECT_EQ(Find<QAction>("MMP_PlayStop")->text().remove(u'&').toStdString(), "Stop");
     Press(Qt::Key_Space);
-    EXPECT_FALSE(Desk().Playing());
+    EXPECT_FALSE(Controls().Playing());
     for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
         received_.push_back(message.bytes);
     }
@@ -71,7 +70,7 @@ TEST_F(PlayingTest, DisplayRunsWhilePlaying) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return LabelText("Lbl_Position") != start; }));
     Trigger("MMP_PlayStop");
     const std::string stopped = LabelText("Lbl_Position");
-    EXPECT_EQ(stopped, form_->SongPositionToMTC(Desk().Tick()));
+    EXPECT_EQ(stopped, form_->SongPositionToMTC(Controls().Tick()));
 }
 
 TEST_F(PlayingTest, KeysMoveThroughTheSong) {
@@ -83,26 +82,26 @@ TEST_F(PlayingTest, KeysMoveThroughTheSong) {
          {Step{Qt::Key_PageDown, 1440}, Step{Qt::Key_PageDown, 2880}, Step{Qt::Key_PageUp, 1440},
           Step{Qt::Key_Home, 0}, Step{Qt::Key_PageUp, 0}}) {
         Press(step.key);
-        EXPECT_EQ(Desk().Tick(), step.tick) << step.key;
+        EXPECT_EQ(Controls().Tick(), step.tick) << step.key;
         EXPECT_EQ(LabelText("Lbl_Position"), form_->SongPositionToMTC(step.tick));
     }
     Press(Qt::Key_End);
-    EXPECT_EQ(Desk().Ms(), Desk().Player().SongEndTime());
+    EXPECT_EQ(Controls().Ms(), Controls().Player().SongEndTime());
 }
 
 TEST_F(PlayingTest, BracketsSetTheLoop) {
     Press(Qt::Key_PageDown);
     Press(Qt::Key_BracketRight);
-    ASSERT_TRUE(Desk().Loop());
-    EXPECT_EQ(Desk().Loop()->startTick, 0);
-    EXPECT_EQ(Desk().Loop()->endTick, 1440);
+    ASSERT_TRUE(Controls().Loop());
+    EXPECT_EQ(Controls().Loop()->startTick, 0);
+    EXPECT_EQ(Controls().Loop()->endTick, 1440);
     EXPECT_TRUE(Find<QAction>("MMP_Looping")->isChecked());
     Press(Qt::Key_L, Qt::ControlModifier);
-    EXPECT_FALSE(Desk().Loop()->on);
+    EXPECT_FALSE(Controls().Loop()->on);
     EXPECT_FALSE(Find<QAction>("MMP_Looping")->isChecked());
     Press(Qt::Key_BracketLeft); // behind the end: the loop goes to the song's end
-    EXPECT_EQ(Desk().Loop()->startTick, 1440);
-    EXPECT_EQ(Desk().Loop()->endTick, form_->Workspace().song.songLength);
+    EXPECT_EQ(Controls().Loop()->startTick, 1440);
+    EXPECT_EQ(Controls().Loop()->endTick, form_->Session().Work().song.songLength);
 }
 
 TEST_F(PlayingTest, TempoIsChangedAndBroughtBack) {
@@ -110,11 +109,11 @@ TEST_F(PlayingTest, TempoIsChangedAndBroughtBack) {
     EXPECT_EQ(bpm->value(), 120);
     Press(Qt::Key_Plus);
     EXPECT_EQ(bpm->value(), 121);
-    EXPECT_TRUE(form_->Workspace().modified);
+    EXPECT_TRUE(form_->Session().Modified());
     bpm->setValue(60);
     EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 50);
     // Three beats at 60, then, 60 less than 100, three and a quarter at 40.
-    EXPECT_EQ(form_->Workspace().song.lengthMs, 3 * 1'000 + 13 * 1'500 / 4);
+    EXPECT_EQ(form_->Session().Work().song.lengthMs, 3 * 1'000 + 13 * 1'500 / 4);
     Press(Qt::Key_Equal, Qt::ControlModifier);
     EXPECT_EQ(bpm->value(), 120);
     EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 100);
@@ -126,18 +125,18 @@ TEST_F(PlayingTest, ControlsKeepTheKeysThatTheyUse) {
     auto* loop = Find<QToolButton>("Btn_Loop");
     loop->setFocus();
     QTest::keyClick(loop, Qt::Key_Space);
-    EXPECT_FALSE(Desk().Playing());
-    EXPECT_TRUE(Desk().Loop() && Desk().Loop()->on);
+    EXPECT_FALSE(Controls().Playing());
+    EXPECT_TRUE(Controls().Loop() && Controls().Loop()->on);
     auto* table = Find<QTableView>("Table_Tracks");
     table->setFocus();
     QTest::keyClick(table, Qt::Key_End);
-    EXPECT_EQ(Desk().Tick(), 0);
+    EXPECT_EQ(Controls().Tick(), 0);
     auto* bpm = Find<QSpinBox>("E_Tempo");
     bpm->setFocus();
     bpm->selectAll();
     QTest::keyClicks(bpm, QStringLiteral("9"));
     QTest::keyClick(bpm, Qt::Key_Minus);
-    EXPECT_EQ(Desk().Bpm(), 120); // still being typed, and no shortcut either
+    EXPECT_EQ(Controls().Bpm(), 120); // still being typed, and no shortcut either
 }
 
 TEST_F(PlayingTest, OutputIsChosenAndRemembered) {
@@ -145,13 +144,13 @@ TEST_F(PlayingTest, OutputIsChosenAndRemembered) {
     ASSERT_EQ(choice->count(), 2);
     choice->setCurrentIndex(1);
     emit choice->activated(1);
-    EXPECT_EQ(Desk().Outputs().Output(), "Loop 2");
+    EXPECT_EQ(Controls().Outputs().Output(), "Loop 2");
     OpenWindow();
-    EXPECT_EQ(form_->Desk().Outputs().Output(), "Loop 2");
+    EXPECT_EQ(form_->Session().Controls().Outputs().Output(), "Loop 2");
     store_->WriteStrToUserRegistry("MidiOutput", "Gone Piano");
     OpenWindow();
-    form_->Desk().OpenOutput();
-    EXPECT_EQ(form_->Desk().Outputs().Output(), "Loop 1");
+    form_->Session().Controls().OpenOutput();
+    EXPECT_EQ(form_->Session().Controls().Outputs().Output(), "Loop 1");
 }
 
 TEST_F(PlayingTest, ChannelsAreRoutedOneByOne) {
@@ -187,7 +186,7 @@ TEST_F(PlayingTest, InputIsPassedOnWhenWanted) {
     input->setCurrentIndex(2);
     emit input->activated(2);
     dialog->findChild<QCheckBox*>(QStringLiteral("CB_Thru"))->setChecked(true);
-    Desk().OpenOutput();
+    Controls().OpenOutput();
     loop_->Deliver(1, std::vector<std::uint8_t>{0x90, 72, 100});
     EXPECT_TRUE(Heard(72));
     dialog->close();

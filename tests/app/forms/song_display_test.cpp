@@ -44,7 +44,7 @@ TEST_F(SongDisplayTest, ReadingOptionOffersAReloadAndTakesEffectWithIt) {
     Find<QPushButton>("Btn_Reload")->click();
     EXPECT_EQ(RowText("Table_Tracks", 2), "3|zel_ignore Extra – ignored|10|5|1");
     OpenWindow(); // the option is remembered
-    EXPECT_TRUE(form_->Workspace().decodeOptions.honourZelIgnore);
+    EXPECT_TRUE(form_->Session().Work().decodeOptions.honourZelIgnore);
 }
 
 TEST_F(SongDisplayTest, NoticeTellsWhatLoadingChangedAndDetailsListIt) {
@@ -54,7 +54,7 @@ TEST_F(SongDisplayTest, NoticeTellsWhatLoadingChangedAndDetailsListIt) {
                            .Raw(0, {0xF7, 0x01, 0x55})
                            .End();
     form_->OpenMidiFile(Write("dirty.mid", test::MidiFileBuilder(0).Track(track).Build()));
-    const song::LoadReport& report = form_->Workspace().loadReport;
+    const song::LoadReport& report = form_->Session().Work().loadReport;
     ASSERT_EQ(report[song::LoadChange::EscapeDropped], 1);
     EXPECT_TRUE(Find<QWidget>("NoticeBar")->isVisible());
     EXPECT_EQ(LabelText("Lbl_Notice").rfind("What loading changed: ", 0), 0U);

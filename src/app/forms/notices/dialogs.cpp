@@ -30,7 +30,7 @@ std::vector<Row> ChangeRows(const song::LoadReport& report, Language language) {
     return rows;
 }
 
-void AddMessages(QDialog& dialog, const app::Workspace& workspace, Language language) {
+void AddMessages(QDialog& dialog, const session::Workspace& workspace, Language language) {
     const auto& preparation = workspace.preparation;
     AddLine(dialog, "Lbl_Prepared", ToQString(app::PreparationLine(preparation, language)));
     if (preparation.notes.empty()) {
@@ -66,7 +66,7 @@ void AddChanges(QDialog& dialog, const song::LoadReport& report, Language langua
 
 } // namespace
 
-void ShowChangesDialog(QWidget* window, const app::Workspace& workspace, Language language) {
+void ShowChangesDialog(QWidget* window, const session::Workspace& workspace, Language language) {
     QDialog* dialog = NewDialog(window, "Dlg_Changes", InLanguage(texts::kChangesTitle, language));
     const bool loading = workspace.loadReport.Kinds() > 0;
     if (workspace.preparation.prepared) {

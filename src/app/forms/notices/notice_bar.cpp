@@ -1,6 +1,10 @@
 #include "app/forms/notices/notice_bar.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "base/forms/labels.h"
+#include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -13,13 +17,13 @@ namespace tracksmith::forms {
 NoticeBar::NoticeBar(QWidget* parent)
     : Panel(QPalette::Button, parent),
       text_(new ElidedLabel),
-      details_(new QPushButton),
-      reload_(new QPushButton),
+      waiting_(NewCaption("Lbl_NoticesWaiting", this)),
+      details_(AddButton("Btn_Details", &NoticeBar::DetailsPressed)),
+      takeBack_(AddButton("Btn_TakeBack", &NoticeBar::TakeBackPressed)),
+      reload_(AddButton("Btn_Reload", &NoticeBar::ReloadPressed)),
       close_(new QToolButton) {
     setObjectName(QStringLiteral("NoticeBar"));
     text_->setObjectName(QStringLiteral("Lbl_Notice"));
-    details_->setObjectName(QStringLiteral("Btn_Details"));
-    reload_->setObjectName(QStringLiteral("Btn_Reload"));
     close_->setObjectName(QStringLiteral("Btn_CloseNotice"));
     close_->setText(QStringLiteral("×"));
     close_->setAutoRaise(true);
@@ -27,76 +31,110 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() / 2, Gap() / 2);
     row->addWidget(text_, 1);
-    row->addWidget(details_);
-    row->addWidget(reload_);
-    row->addWidget(close_);
-    connect(details_, &QPushButton::clicked, this, &NoticeBar::DetailsPressed);
-    connect(reload_, &QPushButton::clicked, this, &NoticeBar::ReloadPressed);
-    connect(close_, &QToolButton::clicked, this, &QWidget::hide);
-    hide();
+    for (QWidget* widget : {static_cast<QWidget*>(waiting_), static_cast<QWidget*>(details_),
+                            static_cast<QWidget*>(takeBack_), static_cast<QWidget*>(reload_),
+                            static_cast<QWidget*>(close_)}) {
+        row->addWidget(widget);
+    }
+    connect(close_, &QToolButton::clicked, this, &NoticeBar::ShowNext);
+    Render();
 }
 
-void NoticeBar::ShowChanges(const app::Workspace& workspace) {
-    report_ = workspace.loadReport;
-    preparation_ = workspace.preparation;
-    const bool prepared = preparation_.inserted > 0 || preparation_.removed > 0;
-    kind_ = report_.Kinds() > 0 || prepared ? Kind::Changes : Kind::None;
+QPushButton* NoticeBar::AddButton(const char* objectName, void (NoticeBar::*signal)()) {
+    auto* button = new QPushButton(this);
+    button->setObjectName(QLatin1String(objectName));
+    connect(button, &QPushButton::clicked, this, signal);
+    return button;
+}
+
+void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBack) {
+    Forget(Subject::Song);
+    if (workspace.loadReport.Kinds() > 0 || workspace.preparation.Changed()) {
+        Add({.subject = Subject::Song,
+             .text =
+                 [report = workspace.loadReport,
+                  preparation = workspace.preparation](Language language) {
+                     return texts::ChangesSummary(report, preparation, language);
+                 },
+             .details = true,
+             .takeBack = canTakeBack});
+    }
+}
+
+void NoticeBar::ShowReloadOffer() {
+    Forget(Subject::Reload);
+    Add({.subject = Subject::Reload,
+         .text = [](Language language) { return InLanguage(texts::kReloadOffer, language); },
+         .reload = true});
+}
+
+void NoticeBar::ShowChangedOnDisk(const QString& fileName) {
+    Forget(Subject::Reload);
+    Add({.subject = Subject::Reload,
+         .text = [fileName](Language language) { return texts::ChangedOnDisk(fileName, language); },
+         .reload = true});
+}
+
+void NoticeBar::ShowText(const Text& text) {
+    Add({.text = [text](Language language) { return InLanguage(text, language); }});
+}
+
+void NoticeBar::ShowPlain(const QString& line) {
+    QString shown = line;
+    shown.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    Add({.text = [shown](Language) { return shown; }});
+}
+
+// What already waits to be read is not said twice.
+void NoticeBar::Add(Notice notice) {
+    const QString text = notice.text(language_);
+    const auto same = [&](const Notice& each) { return each.text(language_) == text; };
+    if (std::ranges::none_of(notices_, same)) {
+        notices_.push_back(std::move(notice));
+    }
+    Render();
+}
+
+void NoticeBar::Forget(Subject subject) {
+    std::erase_if(notices_, [&](const Notice& each) { return each.subject == subject; });
     Render();
 }
 
 void NoticeBar::Clear() {
-    kind_ = Kind::None;
+    notices_.clear();
     Render();
 }
 
-void NoticeBar::ShowReloadOffer() {
-    kind_ = Kind::Reload;
-    Render();
-}
-
-void NoticeBar::ShowText(const Text& text) {
-    fixed_ = text;
-    kind_ = Kind::Fixed;
-    Render();
-}
-
-void NoticeBar::ShowPlain(const QString& line) {
-    plain_ = line;
-    plain_.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
-    kind_ = Kind::Plain;
-    Render();
-}
-
-QString NoticeBar::ShownText() const {
-    switch (kind_) {
-        case Kind::Changes:
-            return texts::ChangesSummary(report_, preparation_, language_);
-        case Kind::Reload:
-            return InLanguage(texts::kReloadOffer, language_);
-        case Kind::Fixed:
-            return InLanguage(fixed_, language_);
-        default:
-            return plain_;
+void NoticeBar::ShowNext() {
+    if (!notices_.empty()) {
+        notices_.erase(notices_.begin());
     }
+    Render();
 }
 
 void NoticeBar::Render() {
-    text_->SetFullText(ShownText());
-    details_->setVisible(kind_ == Kind::Changes);
-    reload_->setVisible(kind_ == Kind::Reload);
-    setVisible(kind_ != Kind::None);
+    setVisible(!notices_.empty());
+    if (notices_.empty()) {
+        return;
+    }
+    const Notice& shown = notices_.front();
+    text_->SetFullText(shown.text(language_));
+    waiting_->setVisible(notices_.size() > 1);
+    waiting_->setText(texts::NoticesWaiting(notices_.size() - 1, language_));
+    details_->setVisible(shown.details);
+    takeBack_->setVisible(shown.takeBack);
+    reload_->setVisible(shown.reload);
 }
 
 void NoticeBar::Retranslate(Language language) {
     language_ = language;
     setAccessibleName(InLanguage(texts::kNotice, language));
     details_->setText(InLanguage(texts::kDetails, language));
+    takeBack_->setText(InLanguage(texts::kTakeBackButton, language));
     reload_->setText(InLanguage(texts::kReloadButton, language));
     close_->setAccessibleName(InLanguage(texts::kCloseNotice, language));
     close_->setToolTip(InLanguage(texts::kCloseNotice, language));
-    const bool closed = isHidden();
     Render();
-    setHidden(closed);
 }
 
 } // namespace tracksmith::forms

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "base/forms/panel.h"
 #include "base/text.h"
+#include <QString>
 
-#include "app/workspace.h"
+#include "app/session/workspace.h"
 
+class QLabel;
 class QPushButton;
 class QToolButton;
 
@@ -12,23 +17,26 @@ namespace tracksmith::forms {
 
 class ElidedLabel;
 
-/// The bar for what the user should know but need not answer: one line, one button that leads on,
-/// one that closes it. Hidden while there is nothing to say.
+/// The bar for what the user should know but need not answer: one line, the buttons that lead on,
+/// one that closes it. Notices wait for each other: the next is shown when the one before is
+/// closed. Hidden while there is nothing to say.
 class NoticeBar : public Panel {
     Q_OBJECT
 
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    /// Tells what loading and preparing changed in the workspace's song; hides the bar when that is
-    /// nothing.
-    void ShowChanges(const app::Workspace& workspace);
+    /// Tells what loading and preparing changed in the song, if anything; instead of all that was
+    /// said about the song before. `canTakeBack` adds the button for it.
+    void ShowChanges(const session::Workspace& workspace, bool canTakeBack);
 
-    /// Hides the bar.
+    /// Takes all notices away.
     void Clear();
 
     /// Tells that a setting needs a reload and offers it.
     void ShowReloadOffer();
+    /// Likewise that the file was changed by somebody else.
+    void ShowChangedOnDisk(const QString& fileName);
 
     /// Shows one line without a button that leads on.
     void ShowText(const Text& text);
@@ -40,21 +48,31 @@ public:
 signals:
     void DetailsPressed();
     void ReloadPressed();
+    void TakeBackPressed();
 
 private:
-    QString ShownText() const;
+    /// What a notice is about; a newer one on the same subject takes its place.
+    enum class Subject { Song, Reload, Other };
+    struct Notice {
+        Subject subject = Subject::Other;
+        std::function<QString(Language)> text;
+        bool details = false;
+        bool reload = false;
+        bool takeBack = false;
+    };
+
+    QPushButton* AddButton(const char* objectName, void (NoticeBar::*signal)());
+    void Add(Notice notice);
+    void Forget(Subject subject);
+    void ShowNext();
     void Render();
 
-    enum class Kind { None, Changes, Reload, Fixed, Plain };
-
-    Kind kind_ = Kind::None;
-    song::LoadReport report_;
-    instruments::PreparationReport preparation_;
-    Text fixed_{Both{""}};
-    QString plain_;
+    std::vector<Notice> notices_;
     Language language_ = Language::English;
     ElidedLabel* text_;
+    QLabel* waiting_;
     QPushButton* details_;
+    QPushButton* takeBack_;
     QPushButton* reload_;
     QToolButton* close_;
 };

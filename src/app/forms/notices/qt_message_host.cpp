@@ -63,6 +63,14 @@ bool QtMessageHost::AskYesNo(std::string_view question) {
     return box.Ask(no, no) == yes;
 }
 
+bool QtMessageHost::AskSaveElsewhere() {
+    Box box(QMessageBox::Question, InLanguage(texts::kSaveElsewhere, language_), language_,
+            &window_);
+    auto* save = box.Add(texts::kSaveAs, "Btn_SaveAs", QMessageBox::AcceptRole);
+    auto* cancel = box.Add(texts::kCancel, "Btn_Cancel", QMessageBox::RejectRole);
+    return box.Ask(save, cancel) == save;
+}
+
 QtMessageHost::SaveAnswer QtMessageHost::AskSaveChanges(const QString& fileName) {
     Box box(QMessageBox::Question, texts::SaveChangesQuestion(fileName, language_), language_,
             &window_);

@@ -20,6 +20,9 @@ public:
     void ShowMessage(std::string_view text) override;
     bool AskYesNo(std::string_view question) override;
 
+    /// Asks whether to save under another name, after saving has failed and the reason was shown.
+    bool AskSaveElsewhere();
+
     /// What the user wants with changes that are not saved.
     enum class SaveAnswer { Save, Discard, Cancel };
 

@@ -11,13 +11,13 @@
 
 #include "app/forms/ports/port_items.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 
 namespace tracksmith::forms {
 
-OutputBox::OutputBox(PlayDesk& desk, QWidget* parent)
+OutputBox::OutputBox(SessionSignals& session, QWidget* parent)
     : Panel(QPalette::Button, parent),
-      desk_(desk),
+      session_(session),
       caption_(NewCaption("Lbl_OutputCaption", this)),
       choice_(new QComboBox) {
     caption_->setBuddy(choice_);
@@ -30,19 +30,18 @@ OutputBox::OutputBox(PlayDesk& desk, QWidget* parent)
     column->addWidget(caption_);
     column->addWidget(choice_);
     connect(choice_, &QComboBox::activated, this, &OutputBox::TakeOutput);
-    connect(&desk, &PlayDesk::PortsChanged, this, &OutputBox::ShowOutputs);
+    connect(&session, &SessionSignals::PortsChanged, this, &OutputBox::ShowOutputs);
 }
 
 void OutputBox::ShowOutputs() {
     const QSignalBlocker silent(choice_);
-    FillWithOutputs(*choice_, desk_.Player().OutputDevices(), language_);
-    choice_->setCurrentIndex(choice_->findData(ToQString(desk_.Outputs().Output())));
+    FillWithOutputs(*choice_, session_.Controls().Player().OutputDevices(), language_);
+    choice_->setCurrentIndex(choice_->findData(ToQString(session_.Controls().Outputs().Output())));
     choice_->setEnabled(choice_->count() > 0);
 }
 
 void OutputBox::TakeOutput(int index) {
-    desk_.Outputs().ChooseOutput(choice_->itemData(index).toString().toStdString());
-    desk_.OpenOutput();
+    session_.Controls().ChooseOutput(choice_->itemData(index).toString().toStdString());
 }
 
 void OutputBox::Retranslate(Language language) {

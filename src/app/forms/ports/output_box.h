@@ -8,14 +8,14 @@ class QLabel;
 
 namespace tracksmith::forms {
 
-class PlayDesk;
+class SessionSignals;
 
 /// The output that the song is played to, with its state.
 class OutputBox : public Panel {
     Q_OBJECT
 
 public:
-    explicit OutputBox(PlayDesk& desk, QWidget* parent = nullptr);
+    explicit OutputBox(SessionSignals& session, QWidget* parent = nullptr);
 
     void Retranslate(Language language);
 
@@ -23,7 +23,7 @@ private:
     void ShowOutputs();
     void TakeOutput(int index);
 
-    PlayDesk& desk_;
+    SessionSignals& session_;
     Language language_ = Language::English;
     QLabel* caption_;
     QComboBox* choice_;

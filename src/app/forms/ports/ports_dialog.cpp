@@ -19,14 +19,14 @@
 #include "app/forms/ports/port_items.h"
 #include "app/forms/settings/file_chooser.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 
 namespace tracksmith::forms {
 
-PortsDialog::PortsDialog(PlayDesk& desk, SoundSettings& sound, FileChooser& chooser,
+PortsDialog::PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
                          Language language, QWidget* parent)
     : QDialog(parent),
-      desk_(desk),
+      session_(session),
       sound_(sound),
       chooser_(chooser),
       language_(language),
@@ -44,8 +44,8 @@ PortsDialog::PortsDialog(PlayDesk& desk, SoundSettings& sound, FileChooser& choo
         layout()->addWidget(BuildSynth());
     }
     AddCloseButton(*this, language);
-    connect(&desk, &PlayDesk::PortsChanged, this, &PortsDialog::ShowInputs);
-    connect(&desk, &PlayDesk::PortsChanged, this, &PortsDialog::ShowTrouble);
+    connect(&session, &SessionSignals::PortsChanged, this, &PortsDialog::ShowInputs);
+    connect(&session, &SessionSignals::PortsChanged, this, &PortsDialog::ShowTrouble);
     ShowInputs();
     ShowTrouble();
 }
@@ -68,8 +68,7 @@ QWidget* PortsDialog::BuildPorts() {
     form->addRow(Say(texts::kInput), input_);
     form->addRow(QString(), thru_);
     connect(output_, &QComboBox::activated, this, [this] {
-        desk_.Outputs().ChooseOutput(output_->currentData().toString().toStdString());
-        desk_.OpenOutput();
+        session_.Controls().ChooseOutput(output_->currentData().toString().toStdString());
     });
     connect(input_, &QComboBox::activated, this,
             [this] { sound_.SetInput(input_->currentData().toString().toStdString()); });
@@ -118,11 +117,11 @@ QWidget* PortsDialog::BuildSynth() {
 }
 
 void PortsDialog::ShowInputs() {
-    FillWithOutputs(*output_, desk_.Player().OutputDevices(), language_);
-    output_->setCurrentIndex(output_->findData(ToQString(desk_.Outputs().Output())));
+    FillWithOutputs(*output_, session_.Controls().Player().OutputDevices(), language_);
+    output_->setCurrentIndex(output_->findData(ToQString(session_.Controls().Outputs().Output())));
     input_->clear();
     input_->addItem(Say(texts::kNoInput), QString());
-    for (const player::InputDevice& input : desk_.Player().InputDevices()) {
+    for (const player::InputDevice& input : session_.Controls().Player().InputDevices()) {
         input_->addItem(ToQString(DisplayText(input.productName)), ToQString(input.productName));
     }
     input_->setCurrentIndex(std::max(0, input_->findData(ToQString(sound_.ReadInput()))));

@@ -18,7 +18,7 @@ class QSpinBox;
 namespace tracksmith::forms {
 
 class FileChooser;
-class PlayDesk;
+class SessionSignals;
 
 /// The window for MIDI input and the built-in instrument. What is set takes effect at once. Its
 /// object name is "Dlg_MidiPorts".
@@ -27,8 +27,8 @@ class PortsDialog : public QDialog {
 
 public:
     /// All must outlive the dialog; `synth` may be null.
-    PortsDialog(PlayDesk& desk, SoundSettings& sound, FileChooser& chooser, Language language,
-                QWidget* parent = nullptr);
+    PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
+                Language language, QWidget* parent = nullptr);
 
 private:
     QWidget* BuildPorts();
@@ -39,7 +39,7 @@ private:
     void ShowTrouble();
     QString Say(const Text& text) const;
 
-    PlayDesk& desk_;
+    SessionSignals& session_;
     SoundSettings& sound_;
     FileChooser& chooser_;
     Language language_;

@@ -14,7 +14,7 @@
 
 #include "app/forms/ports/port_items.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -27,8 +27,8 @@ QString Named(const char* prefix, int channel) {
 
 } // namespace
 
-RoutingPage::RoutingPage(PlayDesk& desk, QWidget* parent)
-    : QWidget(parent), desk_(desk), reset_(new QPushButton) {
+RoutingPage::RoutingPage(SessionSignals& session, QWidget* parent)
+    : QWidget(parent), session_(session), reset_(new QPushButton) {
     auto* grid = new QGridLayout(this);
     grid->setHorizontalSpacing(Gap());
     grid->setVerticalSpacing(Gap() / 2);
@@ -47,10 +47,10 @@ RoutingPage::RoutingPage(PlayDesk& desk, QWidget* parent)
     grid->addWidget(reset_, kRows, 0, 1, 3, Qt::AlignLeft);
     grid->setRowStretch(kRows + 1, 1);
     connect(reset_, &QPushButton::clicked, this, [this] {
-        desk_.ResetRoutes();
+        session_.Controls().ResetRoutes();
         ShowRoutes();
     });
-    connect(&desk, &PlayDesk::PortsChanged, this, &RoutingPage::ShowRoutes);
+    connect(&session, &SessionSignals::PortsChanged, this, &RoutingPage::ShowRoutes);
 }
 
 RoutingPage::Line RoutingPage::NewLine(int channel) {
@@ -71,12 +71,13 @@ RoutingPage::Line RoutingPage::NewLine(int channel) {
 }
 
 void RoutingPage::ShowRoutes() {
-    const auto outputs = desk_.Player().OutputDevices();
+    const auto outputs = session_.Controls().Player().OutputDevices();
     for (std::size_t channel = 0; channel < lines_.size(); ++channel) {
         const Line& line = lines_[channel];
         const QSignalBlocker silentOutput(line.output);
         const QSignalBlocker silentTarget(line.target);
-        const app::OutputChoice::ChannelRoute route = desk_.Outputs().Route(channel);
+        const session::OutputChoice::ChannelRoute route =
+            session_.Controls().Outputs().Route(channel);
         FillWithOutputs(*line.output, outputs, language_);
         line.output->insertItem(0, InLanguage(texts::kCommonOutput, language_), QString());
         line.output->setCurrentIndex(std::max(0, line.output->findData(ToQString(route.output))));
@@ -87,8 +88,8 @@ void RoutingPage::ShowRoutes() {
 void RoutingPage::TakeRoute(int channel) {
     const auto index = static_cast<std::size_t>(channel);
     const Line& line = lines_[index];
-    desk_.SetRoute(index, {line.output->currentData().toString().toStdString(),
-                           static_cast<std::uint8_t>(line.target->value() - 1)});
+    session_.Controls().SetRoute(index, {line.output->currentData().toString().toStdString(),
+                                         static_cast<std::uint8_t>(line.target->value() - 1)});
 }
 
 void RoutingPage::Retranslate(Language language) {

@@ -12,14 +12,14 @@ class QSpinBox;
 
 namespace tracksmith::forms {
 
-class PlayDesk;
+class SessionSignals;
 
 /// The page on which each channel of the song gets its output and target channel.
 class RoutingPage : public QWidget {
     Q_OBJECT
 
 public:
-    explicit RoutingPage(PlayDesk& desk, QWidget* parent = nullptr);
+    explicit RoutingPage(SessionSignals& session, QWidget* parent = nullptr);
 
     void Retranslate(Language language);
 
@@ -35,7 +35,7 @@ private:
     void ShowRoutes();
     void TakeRoute(int channel);
 
-    PlayDesk& desk_;
+    SessionSignals& session_;
     Language language_ = Language::English;
     std::array<Line, kChannels> lines_;
     QPushButton* reset_;

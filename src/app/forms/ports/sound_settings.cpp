@@ -5,8 +5,6 @@
 #include "base/forms/qt_text.h"
 #include "base/system/file_io.h"
 
-#include "app/forms/transport/play_desk.h"
-
 namespace tracksmith::forms {
 namespace {
 
@@ -29,9 +27,9 @@ int SoundSettings::ReadVolume() const {
     return std::clamp(store_.ReadIntFromUserRegistry(kVolume, 100), 0, 100);
 }
 
-void SoundSettings::Attach(devices::MidiDevices& devices, PlayDesk& desk) {
+void SoundSettings::Attach(devices::MidiDevices& devices, session::Transport& transport) {
     devices_ = &devices;
-    desk_ = &desk;
+    transport_ = &transport;
     if (HasSynth()) {
         devices.Synth()->SetOptions(ReadSynthOptions());
         devices.Synth()->SetVolume(ReadVolume());
@@ -73,12 +71,12 @@ std::string SoundSettings::Trouble(Language language) const {
 void SoundSettings::ApplyOptions() {
     if (HasSynth()) {
         devices_->Synth()->SetOptions(ReadSynthOptions());
-        desk_->ReopenSynth();
+        transport_->ReopenSynth();
     }
 }
 
 void SoundSettings::ApplyInput() {
-    player::TMidiPlayer& player = desk_->Player();
+    player::TMidiPlayer& player = transport_->Player();
     player.DisconnectMidiInPort();
     player.SetMidiThru(ReadThru());
     const std::string name = ReadInput();

@@ -3,11 +3,10 @@
 #include <filesystem>
 
 #include "app/devices/midi_devices.h"
+#include "app/session/transport.h"
 #include "app/settings/settings_store.h"
 
 namespace tracksmith::forms {
-
-class PlayDesk;
 
 /// What the user has chosen for the built-in instrument and the MIDI input, kept in the settings
 /// and applied to the devices. User-interface thread.
@@ -24,7 +23,7 @@ public:
     bool ReadThru() const { return store_.ReadBoolFromUserRegistry("MidiThru", false); }
 
     /// Brings devices and player into the stored state; once after both have been made.
-    void Attach(devices::MidiDevices& devices, PlayDesk& desk);
+    void Attach(devices::MidiDevices& devices, session::Transport& transport);
 
     void SetSoundfont(const std::filesystem::path& file);
     void SetPolyphony(int voices);
@@ -43,7 +42,7 @@ private:
 
     settings::SettingsStore& store_;
     devices::MidiDevices* devices_ = nullptr;
-    PlayDesk* desk_ = nullptr;
+    session::Transport* transport_ = nullptr;
 };
 
 } // namespace tracksmith::forms

@@ -4,7 +4,7 @@
 
 #include "app/forms/menu/main_menu.h"
 #include "app/forms/settings/form_settings.h"
-#include "app/workspace.h"
+#include "app/session/workspace.h"
 
 namespace tracksmith::forms {
 
@@ -13,28 +13,25 @@ struct SongOption {
     Command command;
     /// Name of the value in the user's settings.
     const char* setting;
-    /// Applies the switch to the workspace.
-    void (*apply)(app::Workspace& workspace, bool on);
+    /// Applies the switch to the options.
+    void (*apply)(session::WorkOptions& options, bool on);
     /// Takes effect only when a song is loaded.
     bool needsReload;
 };
 
 inline constexpr std::array<SongOption, 5> kSongOptions{{
     {Command::SplitFormat0, "SplitFormat0",
-     [](app::Workspace& workspace, bool on) { workspace.decodeOptions.splitFormat0 = on; }, true},
+     [](session::WorkOptions& options, bool on) { options.decodeOptions.splitFormat0 = on; }, true},
     {Command::HonourZelIgnore, "HonourZelIgnore",
-     [](app::Workspace& workspace, bool on) { workspace.decodeOptions.honourZelIgnore = on; },
+     [](session::WorkOptions& options, bool on) { options.decodeOptions.honourZelIgnore = on; },
      true},
     {Command::RunningAcross, "RunningStatusAcrossSysex",
-     [](app::Workspace& workspace, bool on) {
-         workspace.song.runningStatusAcrossSysex = on ? 1 : 0;
-     },
-     true},
+     [](session::WorkOptions& options, bool on) { options.runningStatusAcrossSysex = on; }, true},
     {Command::UseRunning, "UseRunningStatus",
-     [](app::Workspace& workspace, bool on) { workspace.encodeOptions.useRunningStatus = on; },
+     [](session::WorkOptions& options, bool on) { options.encodeOptions.useRunningStatus = on; },
      false},
     {Command::OmitPorts, "OmitPortEvents",
-     [](app::Workspace& workspace, bool on) { workspace.encodeOptions.omitPortEvents = on; },
+     [](session::WorkOptions& options, bool on) { options.encodeOptions.omitPortEvents = on; },
      false},
 }};
 

@@ -17,8 +17,8 @@
 #include "app/forms/song/voice_names.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/play_bar.h"
-#include "app/forms/transport/play_desk.h"
 #include "app/forms/transport/position_display.h"
+#include "app/forms/transport/session_signals.h"
 #include "song/note_overview.h"
 #include "song/song_position.h"
 
@@ -41,20 +41,20 @@ PositionDisplay::Place PlaceAt(const song::SongRecord& map, std::int32_t tick, s
 
 } // namespace
 
-SongView::SongView(const app::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
-                   PlayDesk& desk, QWidget* parent)
+SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
+                   SessionSignals& session, QWidget* parent)
     : QWidget(parent),
       workspace_(workspace),
       voices_(voices),
-      desk_(desk),
-      playBar_(new PlayBar(menu, desk)),
+      session_(session),
+      playBar_(new PlayBar(menu, session)),
       header_(new SongHeader),
       overview_(new OverviewWidget),
       cards_(new ChannelCards),
       tracks_(new ListPanel("Table_Tracks", texts::kTracks, TrackColumns(), 1)),
       tempos_(new ListPanel("Table_Tempos", texts::kTempos, TempoColumns(), 0)),
       metres_(new ListPanel("Table_Metres", texts::kMetres, MetreColumns(), 0)),
-      routing_(new RoutingPage(desk)),
+      routing_(new RoutingPage(session)),
       pages_(new QTabWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Gap() * 3 / 2, Gap(), Gap() * 3 / 2, Gap());
@@ -86,15 +86,15 @@ QWidget* SongView::BuildSongPage() {
 }
 
 void SongView::Connect() {
-    connect(overview_, &OverviewWidget::PlaceChosen, &desk_, &PlayDesk::MoveToTick);
-    connect(overview_, &OverviewWidget::LoopChosen, &desk_, &PlayDesk::SetLoop);
+    connect(overview_, &OverviewWidget::PlaceChosen, &session_, &SessionSignals::MoveToTick);
+    connect(overview_, &OverviewWidget::LoopChosen, &session_, &SessionSignals::SetLoop);
     connect(cards_, &ChannelCards::ChannelChosen, overview_, &OverviewWidget::SetChannel);
     for (const ListPanel* list : {tempos_, metres_}) {
-        connect(list, &ListPanel::PlaceChosen, &desk_, &PlayDesk::MoveToTick);
+        connect(list, &ListPanel::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     }
-    connect(&desk_, &PlayDesk::PlaceChanged, this, &SongView::ShowPlace);
-    connect(&desk_, &PlayDesk::TempoChanged, this, &SongView::ShowPlace);
-    connect(&desk_, &PlayDesk::LoopChanged, this, &SongView::ShowLoop);
+    connect(&session_, &SessionSignals::PlaceChanged, this, &SongView::ShowPlace);
+    connect(&session_, &SessionSignals::TempoChanged, this, &SongView::ShowPlace);
+    connect(&session_, &SessionSignals::LoopChanged, this, &SongView::ShowLoop);
 }
 
 void SongView::ShowSong(const QString& fileName) {
@@ -149,16 +149,16 @@ void SongView::ShowInstrument(const std::string& name) {
 }
 
 void SongView::ShowPlace() {
-    const auto map = desk_.Map();
+    const auto map = session_.Controls().Map();
     if (workspace_.hasSong && !map->timeZones.empty()) {
-        const std::int32_t tick = desk_.Tick();
+        const std::int32_t tick = session_.Controls().Tick();
         overview_->ShowPlace(tick);
         playBar_->Position().ShowPlace(PlaceAt(*map, tick, overview_->CursorNotes(), language_));
     }
 }
 
 void SongView::ShowLoop() {
-    const auto loop = desk_.Loop().value_or(PlayDesk::LoopRange{});
+    const auto loop = session_.Controls().Loop().value_or(session::Transport::LoopRange{});
     overview_->ShowLoop(loop.startTick, loop.endTick, loop.on);
 }
 

@@ -3,8 +3,8 @@
 #include "base/text.h"
 #include <QWidget>
 
+#include "app/session/workspace.h"
 #include "app/song_description.h"
-#include "app/workspace.h"
 
 class QTabWidget;
 
@@ -15,7 +15,7 @@ class ListPanel;
 class MainMenu;
 class OverviewWidget;
 class PlayBar;
-class PlayDesk;
+class SessionSignals;
 class RoutingPage;
 class SongHeader;
 class VoiceNames;
@@ -26,8 +26,8 @@ class SongView : public QWidget {
 
 public:
     /// All of them must outlive the view.
-    SongView(const app::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
-             PlayDesk& desk, QWidget* parent = nullptr);
+    SongView(const session::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
+             SessionSignals& session, QWidget* parent = nullptr);
 
     /// Shows the workspace's song, which must have a time map, from its start. `fileName` is what
     /// is shown as the file's name.
@@ -61,9 +61,9 @@ private:
     void ShowPlace();
     void ShowLoop();
 
-    const app::Workspace& workspace_;
+    const session::Workspace& workspace_;
     const VoiceNames& voices_;
-    PlayDesk& desk_;
+    SessionSignals& session_;
     app::SongDescription description_;
     QString fileName_;
     Language language_ = Language::English;

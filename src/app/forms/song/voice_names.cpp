@@ -7,7 +7,8 @@
 #include "instruments/forms/texts.h"
 
 namespace tracksmith::forms {
-VoiceNames::VoiceNames(const app::Workspace& workspace, instruments::InstrumentSettings& settings)
+VoiceNames::VoiceNames(const session::Workspace& workspace,
+                       instruments::InstrumentSettings& settings)
     : workspace_(workspace), settings_(settings) {
     Reload();
 }

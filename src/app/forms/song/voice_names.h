@@ -5,8 +5,8 @@
 #include "base/text.h"
 #include <QString>
 
+#include "app/session/workspace.h"
 #include "app/song_description.h"
-#include "app/workspace.h"
 #include "instruments/instrument_settings.h"
 #include "instruments/voices/voice_lookup.h"
 
@@ -16,7 +16,7 @@ namespace tracksmith::forms {
 class VoiceNames {
 public:
     /// Both must outlive the object.
-    VoiceNames(const app::Workspace& workspace, instruments::InstrumentSettings& settings);
+    VoiceNames(const session::Workspace& workspace, instruments::InstrumentSettings& settings);
 
     /// Name of the first voice of a channel; empty when the song names none.
     QString NameOf(const app::SongDescription::ChannelLine& line, Language language) const;
@@ -31,7 +31,7 @@ public:
     void Reload();
 
 private:
-    const app::Workspace& workspace_;
+    const session::Workspace& workspace_;
     instruments::InstrumentSettings& settings_;
     std::unique_ptr<instruments::VoiceTables> tables_;
 };

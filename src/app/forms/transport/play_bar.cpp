@@ -12,8 +12,8 @@
 #include "app/forms/ports/output_box.h"
 #include "app/forms/song/instrument_box.h"
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
 #include "app/forms/transport/position_display.h"
+#include "app/forms/transport/session_signals.h"
 #include "app/forms/transport/tempo_box.h"
 
 namespace tracksmith::forms {
@@ -36,14 +36,14 @@ constexpr auto kButtons = std::to_array<ButtonSpec>({
 
 } // namespace
 
-PlayBar::PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent)
+PlayBar::PlayBar(MainMenu& menu, SessionSignals& session, QWidget* parent)
     : QWidget(parent),
       menu_(menu),
-      desk_(desk),
+      session_(session),
       position_(new PositionDisplay),
       instrument_(new InstrumentBox(menu)),
-      tempo_(new TempoBox(desk)),
-      output_(new OutputBox(desk)) {
+      tempo_(new TempoBox(session)),
+      output_(new OutputBox(session)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());
@@ -54,7 +54,7 @@ PlayBar::PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent)
     row->addWidget(instrument_, 1);
     row->addWidget(tempo_);
     row->addWidget(output_);
-    connect(&desk, &PlayDesk::PlayingChanged, this, &PlayBar::ShowPlaying);
+    connect(&session, &SessionSignals::PlayingChanged, this, &PlayBar::ShowPlaying);
     ShowSigns();
 }
 
@@ -81,7 +81,7 @@ void PlayBar::AddButtons(QWidget& place) {
 void PlayBar::ShowSigns() {
     for (const ButtonSpec& spec : kButtons) {
         QAction& action = menu_.ActionOf(spec.command);
-        const bool stop = spec.command == Command::PlayStop && desk_.Playing();
+        const bool stop = spec.command == Command::PlayStop && session_.Controls().Playing();
         action.setIcon(TransportIcon(stop ? TransportSign::Stop : spec.sign, palette()));
         action.setIconVisibleInMenu(false);
     }
@@ -99,7 +99,7 @@ void PlayBar::Retranslate(Language language) {
     tempo_->Retranslate(language);
     output_->Retranslate(language);
     menu_.ActionOf(Command::PlayStop)
-        .setText(InLanguage(desk_.Playing() ? texts::kStop : texts::kPlay, language));
+        .setText(InLanguage(session_.Controls().Playing() ? texts::kStop : texts::kPlay, language));
     for (QToolButton* button : buttons_) {
         const QAction& action = *button->defaultAction();
         button->setAccessibleName(PlainMenuText(action.text()));

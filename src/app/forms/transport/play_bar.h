@@ -14,7 +14,7 @@ namespace tracksmith::forms {
 class InstrumentBox;
 class MainMenu;
 class OutputBox;
-class PlayDesk;
+class SessionSignals;
 class PositionDisplay;
 class TempoBox;
 
@@ -25,7 +25,7 @@ class PlayBar : public QWidget {
 
 public:
     /// The buttons do what the entries of `menu` do. Both must outlive the bar.
-    PlayBar(MainMenu& menu, PlayDesk& desk, QWidget* parent = nullptr);
+    PlayBar(MainMenu& menu, SessionSignals& session, QWidget* parent = nullptr);
 
     PositionDisplay& Position() const { return *position_; }
     InstrumentBox& Instrument() const { return *instrument_; }
@@ -41,7 +41,7 @@ private:
     void ShowPlaying(bool playing);
 
     MainMenu& menu_;
-    PlayDesk& desk_;
+    SessionSignals& session_;
     std::vector<QToolButton*> buttons_;
     PositionDisplay* position_;
     InstrumentBox* instrument_;

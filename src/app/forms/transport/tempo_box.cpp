@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms/texts.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/forms/transport/session_signals.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -30,9 +30,9 @@ void Show(QSpinBox& box, int value) {
 
 } // namespace
 
-TempoBox::TempoBox(PlayDesk& desk, QWidget* parent)
+TempoBox::TempoBox(SessionSignals& session, QWidget* parent)
     : Panel(QPalette::Button, parent),
-      desk_(desk),
+      session_(session),
       caption_(NewCaption("Lbl_TempoCaption", this)),
       bpm_(new QSpinBox),
       percent_(new QSpinBox) {
@@ -57,21 +57,21 @@ TempoBox::TempoBox(PlayDesk& desk, QWidget* parent)
     column->addLayout(row);
     connect(bpm_, &QSpinBox::valueChanged, this, &TempoBox::TakeTempo);
     connect(percent_, &QSpinBox::valueChanged, this, &TempoBox::TakePercent);
-    connect(&desk, &PlayDesk::TempoChanged, this, &TempoBox::ShowTempo);
-    connect(&desk, &PlayDesk::PlaceChanged, this, &TempoBox::ShowTempo);
+    connect(&session, &SessionSignals::TempoChanged, this, &TempoBox::ShowTempo);
+    connect(&session, &SessionSignals::PlaceChanged, this, &TempoBox::ShowTempo);
 }
 
 void TempoBox::ShowTempo() {
-    Show(*bpm_, desk_.Bpm());
-    Show(*percent_, desk_.TempoPercent());
+    Show(*bpm_, session_.Controls().Bpm());
+    Show(*percent_, session_.Controls().TempoPercent());
 }
 
 void TempoBox::TakeTempo() {
-    desk_.ChangeTempo(bpm_->value() - desk_.Bpm());
+    session_.Controls().SetBpm(bpm_->value());
 }
 
 void TempoBox::TakePercent() {
-    desk_.SetTempoPercent(percent_->value());
+    session_.Controls().SetTempoPercent(percent_->value());
 }
 
 void TempoBox::Retranslate(Language language) {

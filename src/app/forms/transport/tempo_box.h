@@ -8,7 +8,7 @@ class QSpinBox;
 
 namespace tracksmith::forms {
 
-class PlayDesk;
+class SessionSignals;
 
 /// The tempo at the current place, to be read and changed, and what it is of the file's in per
 /// cent.
@@ -16,7 +16,7 @@ class TempoBox : public Panel {
     Q_OBJECT
 
 public:
-    explicit TempoBox(PlayDesk& desk, QWidget* parent = nullptr);
+    explicit TempoBox(SessionSignals& session, QWidget* parent = nullptr);
 
     void Retranslate(Language language);
 
@@ -25,7 +25,7 @@ private:
     void TakeTempo();
     void TakePercent();
 
-    PlayDesk& desk_;
+    SessionSignals& session_;
     QLabel* caption_;
     QSpinBox* bpm_;
     QSpinBox* percent_;

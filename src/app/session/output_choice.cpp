@@ -1,8 +1,8 @@
-#include "app/output_choice.h"
+#include "app/session/output_choice.h"
 
 #include "midi/port_name.h"
 
-namespace tracksmith::app {
+namespace tracksmith::session {
 namespace {
 
 constexpr const char* kOutput = "MidiOutput";
@@ -102,4 +102,4 @@ std::size_t OutputChoice::FindOrDefault(const std::string& productName) {
     return found.value_or(Default());
 }
 
-} // namespace tracksmith::app
+} // namespace tracksmith::session

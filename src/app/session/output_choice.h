@@ -9,7 +9,7 @@
 #include "app/settings/settings_store.h"
 #include "player/player.h"
 
-namespace tracksmith::app {
+namespace tracksmith::session {
 
 /// Where the song is played to: one output for all channels, and for each channel, where wanted,
 /// another output and target channel. Remembered in the settings by product name, so that it holds
@@ -55,4 +55,4 @@ private:
     std::string missing_;
 };
 
-} // namespace tracksmith::app
+} // namespace tracksmith::session

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/message_host.h"
+#include <QObject>
+#include <QTimer>
+
+#include "app/session/session.h"
+
+namespace tracksmith::forms {
+
+/// What the session tells, as signals for widgets, and the two clocks that the window gives it: one
+/// for the running display, one for the look at the ports. User-interface thread.
+class SessionSignals : public QObject, private session::SessionListener {
+    Q_OBJECT
+
+public:
+    /// `session` and `host` must outlive the object and the session must have its player; `host`
+    /// shows why something does not play.
+    SessionSignals(session::Session& session, MessageHost& host, QObject* parent = nullptr);
+    ~SessionSignals() override;
+
+    const session::Session& Session() const { return session_; }
+    session::Transport& Controls() const { return session_.Controls(); }
+
+    /// The user's controls that can fail, with their messages.
+    void TogglePlay();
+    void MoveToTick(std::int32_t tick) { Controls().MoveToTick(tick); }
+    void SetLoop(std::int32_t startTick, std::int32_t endTick) {
+        Controls().SetLoop(startTick, endTick);
+    }
+
+signals:
+    /// The song was changed or replaced.
+    void SongChanged(bool replaced);
+    void FileStateChanged();
+    void PlayingChanged(bool playing);
+    /// The place in the song has moved.
+    void PlaceChanged();
+    void LoopChanged();
+    void TempoChanged();
+    /// A channel goes to another output.
+    void RoutesChanged();
+    /// An output or its state has changed.
+    void PortsChanged();
+
+private:
+    void OnSongChanged(const session::ChangeKind& kind) override;
+    void OnFileState() override { emit FileStateChanged(); }
+    void OnPlaying(bool playing) override;
+    void OnPlace() override { emit PlaceChanged(); }
+    void OnLoop() override { emit LoopChanged(); }
+    void OnTempo() override { emit TempoChanged(); }
+    void OnRoutes() override { emit RoutesChanged(); }
+    void OnPorts() override { emit PortsChanged(); }
+
+    session::Session& session_;
+    MessageHost& host_;
+    QTimer display_;
+    QTimer portCheck_;
+};
+
+} // namespace tracksmith::forms

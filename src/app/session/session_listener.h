@@ -1,0 +1,33 @@
+#pragma once
+
+namespace tracksmith::session {
+
+struct ChangeKind;
+
+/// What a session tells whoever depends on its song, its file or its player: windows, the mixer,
+/// the editing tools. Called on the owner's thread after everything has been brought in order.
+/// Each member may be left out.
+class SessionListener {
+public:
+    SessionListener() = default;
+    SessionListener(const SessionListener&) = delete;
+    SessionListener& operator=(const SessionListener&) = delete;
+    virtual ~SessionListener() = default;
+
+    /// The song has been changed or replaced: every link into it must be found again.
+    virtual void OnSongChanged(const ChangeKind& /*kind*/) {}
+    /// File name, modified mark or what can be taken back has changed.
+    virtual void OnFileState() {}
+    /// Playing has begun or ended.
+    virtual void OnPlaying(bool /*playing*/) {}
+    /// The place in the song was moved by somebody.
+    virtual void OnPlace() {}
+    virtual void OnLoop() {}
+    virtual void OnTempo() {}
+    /// A channel goes to another output.
+    virtual void OnRoutes() {}
+    /// An output or its state has changed.
+    virtual void OnPorts() {}
+};
+
+} // namespace tracksmith::session

@@ -1,0 +1,17 @@
+set(SOURCES
+  change_kind.h
+  file_state.cpp
+  file_state.h
+  listener_list.h
+  output_choice.cpp
+  output_choice.h
+  session.cpp
+  session.h
+  session_listener.h
+  take_back.cpp
+  take_back.h
+  texts.cpp
+  texts.h
+  transport.cpp
+  transport.h
+  workspace.h)

@@ -1,0 +1,236 @@
+#include "app/session/transport.h"
+
+#include <algorithm>
+
+#include "app/session/texts.h"
+#include "song/song_position.h"
+#include "song/time_map.h"
+
+namespace tracksmith::session {
+
+Transport::Transport(const Workspace& workspace, player::TMidiPlayer& player,
+                     settings::SettingsStore* store, const ListenerList& listeners)
+    : workspace_(workspace), player_(player), listeners_(listeners) {
+    if (store != nullptr) {
+        outputs_.emplace(player, *store);
+    }
+    player_.SetListener({[this](bool playing) { OnPlaying(playing); }, [this] { OnPorts(); }, {}});
+}
+
+void Transport::TakeSong() {
+    player_.SongLoaded();
+    loop_.reset();
+    movedMs_ = 0;
+    movedTick_ = 0;
+    listeners_.Tell(&SessionListener::OnLoop);
+    listeners_.Tell(&SessionListener::OnTempo);
+    listeners_.Tell(&SessionListener::OnPlace);
+}
+
+bool Transport::Play(MessageHost& host) {
+    if (!workspace_.hasSong) {
+        return false;
+    }
+    // At the end there is nothing left to hear: the song begins again.
+    if (Ms() >= player_.SongEndTime()) {
+        MoveToStart();
+    }
+    const bool plays = player_.Play();
+    if (!plays && !HangingPort().empty()) {
+        host.ShowMessage(texts::PortHangs(host.CurrentLanguage(), HangingPort()));
+    }
+    listeners_.Tell(&SessionListener::OnPorts);
+    return plays;
+}
+
+bool Transport::Stop() {
+    return player_.Stop();
+}
+
+bool Transport::TogglePlay(MessageHost& host) {
+    return Playing() ? Stop() : Play(host);
+}
+
+void Transport::Panic() {
+    player_.Panic();
+}
+
+std::string Transport::HangingPort() const {
+    return {};
+}
+
+void Transport::MoveToStart() {
+    MoveToMs(0, 0);
+}
+
+void Transport::MoveToEnd() {
+    const std::int64_t end = player_.SongEndTime();
+    MoveToMs(end, static_cast<std::int32_t>(song::MsToTick(*Map(), end)));
+}
+
+void Transport::MoveByMeasures(int measures) {
+    if (!workspace_.hasSong) {
+        return;
+    }
+    const auto map = Map();
+    const std::int32_t here = Tick();
+    const song::MeasureBeatTick place = song::GetMeasureBeatFromSongPos(*map, here);
+    const bool inside = measures < 0 && place.beat > 1;
+    const std::int64_t target =
+        std::max<std::int64_t>(std::int64_t{place.measure} + measures + (inside ? 1 : 0), 1);
+    MoveToTick(song::MTCToSongPosition(*map, static_cast<std::int32_t>(target), 1, 0));
+}
+
+void Transport::MoveToTick(std::int32_t tick) {
+    MoveToMs(song::TickToMs(*Map(), std::max(tick, 0)), std::max(tick, 0));
+}
+
+void Transport::MoveToMs(std::int64_t ms, std::int32_t tick) {
+    if (!workspace_.hasSong || ms > player_.SongEndTime()) {
+        return;
+    }
+    player_.MoveToTimePosition(ms);
+    movedMs_ = ms;
+    movedTick_ = tick;
+    listeners_.Tell(&SessionListener::OnPlace);
+}
+
+std::int32_t Transport::Tick() const {
+    const player::PlayPlace place = player_.Place();
+    if (!workspace_.hasSong || place.map->timeZones.empty()) {
+        return 0;
+    }
+    return place.ms == movedMs_ ? movedTick_
+                                : static_cast<std::int32_t>(song::MsToTick(*place.map, place.ms));
+}
+
+void Transport::LoopFromHere() {
+    const std::int32_t end =
+        loop_ && loop_->endTick > Tick() ? loop_->endTick : workspace_.song.songLength;
+    SetLoop(Tick(), end);
+}
+
+void Transport::LoopToHere() {
+    const std::int32_t start = loop_ && loop_->startTick < Tick() ? loop_->startTick : 0;
+    SetLoop(start, Tick());
+}
+
+void Transport::SetLoop(std::int32_t startTick, std::int32_t endTick) {
+    if (!workspace_.hasSong || startTick == endTick) {
+        return;
+    }
+    loop_ = LoopRange{std::min(startTick, endTick), std::max(startTick, endTick), true};
+    player_.SetLoop(loop_->startTick, loop_->endTick);
+    SetLooping(true);
+}
+
+void Transport::SetLooping(bool on) {
+    if (!loop_ && on && workspace_.hasSong) {
+        SetLoop(0, workspace_.song.songLength);
+        return;
+    }
+    if (loop_) {
+        loop_->on = on;
+    }
+    player_.SetLooping(on);
+    listeners_.Tell(&SessionListener::OnLoop);
+}
+
+void Transport::SetTempoOffset(std::int32_t offset) {
+    if (!workspace_.hasSong || offset == player_.TempoOffset()) {
+        return;
+    }
+    player_.SetTempoOffset(offset);
+    listeners_.Tell(&SessionListener::OnTempo);
+    listeners_.Tell(&SessionListener::OnFileState);
+}
+
+void Transport::SetBpm(std::int32_t bpm) {
+    SetTempoOffset(std::clamp(bpm, player::kSlowestBpm, player::kFastestBpm) - FileBpm());
+}
+
+void Transport::SetTempoPercent(std::int32_t percent) {
+    SetBpm(static_cast<std::int32_t>((std::int64_t{FileBpm()} * percent + 50) / 100));
+}
+
+void Transport::ResetTempo() {
+    SetTempoOffset(0);
+}
+
+std::int32_t Transport::Bpm() const {
+    const auto map = Map();
+    return map->timeZones.empty() ? 120 : map->timeZones[song::ZoneOfTick(*map, Tick())].bpm;
+}
+
+std::int32_t Transport::FileBpm() const {
+    const auto map = Map();
+    const std::int32_t here = Tick();
+    std::int32_t tempo = song::kDefaultTempo;
+    for (const song::TempoEntry& entry : map->tempos) {
+        tempo = entry.tick >= 0 && entry.tick <= here ? entry.fileTempo : tempo;
+    }
+    return std::max<std::int32_t>(song::BpmOfTempo(tempo), 1);
+}
+
+std::int32_t Transport::TempoPercent() const {
+    return (Bpm() * 100 + FileBpm() / 2) / FileBpm();
+}
+
+void Transport::TakeTempoAsFile() {
+    if (player_.TempoOffset() != 0) {
+        player_.TakeTempoAsFile();
+        listeners_.Tell(&SessionListener::OnTempo);
+    }
+}
+
+void Transport::SetRoute(std::size_t channel, const OutputChoice::ChannelRoute& route) {
+    outputs_->SetRoute(channel, route);
+    listeners_.Tell(&SessionListener::OnRoutes);
+}
+
+void Transport::ResetRoutes() {
+    outputs_->ResetRoutes();
+    listeners_.Tell(&SessionListener::OnRoutes);
+}
+
+void Transport::ChooseOutput(const std::string& productName) {
+    outputs_->ChooseOutput(productName);
+    OpenOutput();
+}
+
+void Transport::OpenOutput() {
+    player_.OpenPort(player_.Routes().Port(0));
+    listeners_.Tell(&SessionListener::OnPorts);
+}
+
+void Transport::ReopenSynth() {
+    for (const player::OutputDevice& output : player_.OutputDevices()) {
+        if (output.softwareInstrument) {
+            player_.ReopenPort(output.port);
+        }
+    }
+    listeners_.Tell(&SessionListener::OnPorts);
+}
+
+bool Transport::PlaysOnSynth() const {
+    for (const player::OutputDevice& output : player_.OutputDevices()) {
+        if (output.softwareInstrument && player_.Routes().Port(0) == output.port) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void Transport::OnPlaying(bool playing) {
+    listeners_.Tell(&SessionListener::OnPlaying, playing);
+    listeners_.Tell(&SessionListener::OnPlace);
+}
+
+void Transport::OnPorts() {
+    if (outputs_) {
+        outputs_->Apply();
+    }
+    listeners_.Tell(&SessionListener::OnPorts);
+}
+
+} // namespace tracksmith::session

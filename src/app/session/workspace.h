@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/session/file_state.h"
+#include "instruments/output_assignment.h"
+#include "instruments/preparation.h"
+#include "song/load_report.h"
+#include "song/midi_file_reader.h"
+#include "song/midi_file_writer.h"
+#include "song/song.h"
+
+namespace tracksmith::session {
+
+/// How songs are read, prepared and written; may change at any time without changing the song.
+struct WorkOptions {
+    /// Instruments of the outputs; songs are prepared for that of the first.
+    instruments::OutputTable outputs;
+    /// How songs are prepared when they are loaded: not at all unless somebody switches it on.
+    instruments::SysexOptions sysexOptions{.automatic = false};
+    song::DecodeOptions decodeOptions;
+    song::EncodeOptions encodeOptions;
+    /// Running status survives system exclusive and meta events while reading.
+    bool runningStatusAcrossSysex = false;
+};
+
+/// The one song that is worked on, with its file, its reports and its options. Owned by a Session;
+/// written only inside Session::Change.
+struct Workspace : WorkOptions {
+    song::Song song;
+    FileState file;
+    /// True once a file has been loaded or a song made.
+    bool hasSong = false;
+    /// The song differs from its file by an edit of the user. A practice tempo does not count
+    /// here: see Session::Modified.
+    bool modified = false;
+    /// What the last load dropped or changed.
+    song::LoadReport loadReport;
+    /// What the last preparation for an instrument did.
+    instruments::PreparationReport preparation;
+};
+
+} // namespace tracksmith::session

@@ -1,0 +1,1 @@
+set(SOURCES session_fixture.h session_test.cpp take_back_test.cpp transport_test.cpp)
