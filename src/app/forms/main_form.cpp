@@ -1,7 +1,5 @@
 #include "app/forms/main_form.h"
 
-#include <array>
-
 #include "base/forms/qt_text.h"
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -75,7 +73,7 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
 }
 
 void TMainForm::BuildAreas() {
-    menu_ = new MainMenu(this);
+    menu_ = new MainMenu(*this);
     setMenuBar(menu_);
     status_ = new StatusLine(this);
     setStatusBar(status_);
@@ -97,52 +95,13 @@ void TMainForm::BuildAreas() {
 }
 
 void TMainForm::ConnectMenu() {
-    struct Route {
-        Command command;
-        void (TMainForm::*handler)();
-    };
-    static constexpr auto kRoutes = std::to_array<Route>({
-        {Command::New, &TMainForm::MMF_NewMidifileClick},
-        {Command::Open, &TMainForm::MMF_OpenMidifileClick},
-        {Command::Reload, &TMainForm::MMF_ReloadMidifileClick},
-        {Command::Save, &TMainForm::MMF_SaveMidifileClick},
-        {Command::SaveAs, &TMainForm::MMF_SaveMidifileAsClick},
-        {Command::SaveFormat0, &TMainForm::MMF_SaveFileAsFormat0Click},
-        {Command::SaveFormat1, &TMainForm::MMF_SaveFileAsFormat1Click},
-        {Command::WhatChanged, &TMainForm::MMF_WhatChangedClick},
-        {Command::PlayStop, &TMainForm::MMP_PlayStopClick},
-        {Command::MoveToStart, &TMainForm::MMP_MoveToStartClick},
-        {Command::MoveToEnd, &TMainForm::MMP_MoveToEndClick},
-        {Command::MeasureBack, &TMainForm::MMP_MeasureBackClick},
-        {Command::MeasureForward, &TMainForm::MMP_MeasureForwardClick},
-        {Command::Looping, &TMainForm::MMP_LoopingClick},
-        {Command::LoopFromHere, &TMainForm::MMP_LoopFromHereClick},
-        {Command::LoopToHere, &TMainForm::MMP_LoopToHereClick},
-        {Command::TempoDown, &TMainForm::MMP_TempoDownClick},
-        {Command::TempoUp, &TMainForm::MMP_TempoUpClick},
-        {Command::TempoReset, &TMainForm::MMP_TempoResetClick},
-        {Command::Panic, &TMainForm::MMP_PanicClick},
-        {Command::NextPage, &TMainForm::MMV_NextPageClick},
-        {Command::ChooseInstrument, &TMainForm::MMI_ChooseInstrumentClick},
-        {Command::PrepareSong, &TMainForm::MMI_PrepareSongClick},
-        {Command::Voices, &TMainForm::MMI_VoicesClick},
-        {Command::MidiPorts, &TMainForm::MMS_MidiPortsClick},
-        {Command::Instruments, &TMainForm::MMS_InstrumentsClick},
-        {Command::Dark, &TMainForm::MMF_ThemeDarkClick},
-        {Command::Light, &TMainForm::MMF_ThemeLightClick},
-        {Command::System, &TMainForm::MMF_ThemeSystemClick},
-        {Command::German, &TMainForm::MMF_GermanClick},
-        {Command::English, &TMainForm::MMF_EnglishClick},
-        {Command::OpenDemo, &TMainForm::MMF_OpenDemoSongClick},
-        {Command::About, &TMainForm::MMF_AboutClick},
-    });
-    for (const Route& route : kRoutes) {
-        connect(&menu_->ActionOf(route.command), &QAction::triggered, this, route.handler);
-    }
-    connect(&menu_->ActionOf(Command::Quit), &QAction::triggered, this, &QWidget::close);
     connect(&menu_->Recent(), &RecentFilesMenu::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
     connect(&menu_->Recent(), &RecentFilesMenu::ClearChosen, this,
             &TMainForm::MMF_ClearRecentClick);
+}
+
+void TMainForm::MMF_QuitClick() {
+    close();
 }
 
 void TMainForm::ConnectAreas() {
@@ -155,20 +114,19 @@ void TMainForm::ConnectAreas() {
 }
 
 void TMainForm::ConnectOptions() {
-    for (std::size_t i = 0; i < kSongOptions.size(); ++i) {
-        QAction& action = menu_->ActionOf(kSongOptions[i].command);
-        const bool on = settings_.ReadSwitch(kSongOptions[i].setting);
-        action.setChecked(on);
-        kSongOptions[i].apply(session_.Options(), on);
-        connect(&action, &QAction::toggled, this, [this, i](bool now) { ChangeOption(i, now); });
+    for (const auto& [action, option] : menu_->Switches()) {
+        const bool on = settings_.ReadSwitch(option->setting);
+        action->setChecked(on);
+        option->apply(session_.Options(), on);
+        connect(action, &QAction::toggled, this,
+                [this, option = option](bool now) { ChangeOption(*option, now); });
     }
 }
 
-void TMainForm::ChangeOption(std::size_t option, bool on) {
-    const SongOption& changed = kSongOptions[option];
-    changed.apply(session_.Options(), on);
-    settings_.WriteSwitch(changed.setting, on);
-    if (changed.needsReload && session_.HasSong()) {
+void TMainForm::ChangeOption(const SongOption& option, bool on) {
+    option.apply(session_.Options(), on);
+    settings_.WriteSwitch(option.setting, on);
+    if (option.needsReload && session_.HasSong()) {
         notice_->ShowReloadOffer();
     }
 }
@@ -185,12 +143,11 @@ void TMainForm::ShowSong() {
     }
     pages_->setCurrentWidget(session_.HasSong() ? static_cast<QWidget*>(songView_) : emptyPage_);
     status_->ShowSong(session_.HasSong() ? &songView_->Description() : nullptr);
-    menu_->SetSongState(session_.HasSong(),
-                        session_.HasSong() && !session_.Work().file.source.empty());
     ShowFileState();
 }
 
 void TMainForm::ShowFileState() {
+    ShowCommands();
     const QString mark = session_.Modified() ? QStringLiteral("*") : QString();
     const QString name = session_.HasSong() ? SongFileName() + mark : QString();
     const QString program = InLanguage(texts::kProgram, host_.CurrentLanguage());
@@ -198,6 +155,21 @@ void TMainForm::ShowFileState() {
     songView_->ShowFileName(name);
     status_->SetModified(session_.Modified());
     setWindowTitle(name.isEmpty() ? program : name + QStringLiteral(" – ") + program);
+}
+
+void TMainForm::ShowCommands() {
+    const session::TakeBack& last = session_.LastChange();
+    menu_->SetState({.song = session_.HasSong(),
+                     .songFile = session_.HasSong() && !session_.Work().file.source.empty(),
+                     .takeBack = last.Available()});
+    if (last.Available()) {
+        menu_->SetTextOf(commands::kTakeBack,
+                         [name = last.Name(), taken = last.Taken()](Language language) {
+                             return texts::TakeBackChange(name, taken, language);
+                         });
+    } else {
+        menu_->SetTextOf(commands::kTakeBack, {});
+    }
 }
 
 QString TMainForm::SongFileName() const {

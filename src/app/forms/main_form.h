@@ -69,6 +69,8 @@ public:
 
     /// Shows file name and modified mark after one of them has changed.
     void ShowFileState();
+    /// Enables and names the commands of the menu by what is possible now.
+    void ShowCommands();
 
     void ApplyLanguage(Language language);
     void ApplyChosenTheme(Theme theme);
@@ -85,6 +87,7 @@ public:
     void MMF_SaveFileAsFormat1Click();
     // Edit
     void MME_TakeBackClick();
+    void MMF_QuitClick();
     // Song
     void MMF_WhatChangedClick();
     // Play
@@ -135,7 +138,7 @@ private:
     void ConnectOptions();
     void RestoreGeometry();
 
-    void ChangeOption(std::size_t option, bool on);
+    void ChangeOption(const SongOption& option, bool on);
     bool Run(const std::function<void()>& command);
     bool ConfirmDiscard();
     bool ConfirmOverwrite(const std::filesystem::path& file);

@@ -1,6 +1,7 @@
 #include "base/forms/qt_text.h"
 
 #include "app/forms/main_form.h"
+#include "app/forms/menu/command_ids.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/ports/ports_dialog.h"
 #include "app/forms/song/song_view.h"
@@ -16,7 +17,7 @@ void TMainForm::ConnectSession() {
     connect(signals_.get(), &SessionSignals::FileStateChanged, this, &TMainForm::ShowFileState);
     connect(signals_.get(), &SessionSignals::LoopChanged, this, [this] {
         const auto& loop = session_.Controls().Loop();
-        menu_->ActionOf(Command::Looping).setChecked(loop && loop->on);
+        menu_->ActionOf(commands::kLooping).setChecked(loop && loop->on);
     });
     connect(signals_.get(), &SessionSignals::PortsChanged, this, &TMainForm::ShowMissingOutput);
     connect(signals_.get(), &SessionSignals::RoutesChanged, this, &TMainForm::TakeInstruments);
@@ -58,7 +59,7 @@ void TMainForm::MMP_MeasureForwardClick() {
 }
 
 void TMainForm::MMP_LoopingClick() {
-    session_.Controls().SetLooping(menu_->ActionOf(Command::Looping).isChecked());
+    session_.Controls().SetLooping(menu_->ActionOf(commands::kLooping).isChecked());
 }
 
 void TMainForm::MMP_LoopFromHereClick() {

@@ -6,12 +6,23 @@ set(SOURCES
   main_form_play.cpp
   texts.cpp
   texts.h
+  menu/command_ids.h
+  menu/command_row.h
+  menu/edit_menu.cpp
+  menu/file_menu.cpp
+  menu/help_menu.cpp
+  menu/instrument_menu.cpp
   menu/main_menu.cpp
   menu/main_menu.h
+  menu/menu_areas.h
+  menu/play_menu.cpp
   menu/recent_files.cpp
   menu/recent_files.h
   menu/recent_files_menu.cpp
   menu/recent_files_menu.h
+  menu/settings_menu.cpp
+  menu/song_menu.cpp
+  menu/view_menu.cpp
   notices/dialogs.cpp
   notices/dialogs.h
   notices/notice_bar.cpp

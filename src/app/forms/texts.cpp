@@ -96,6 +96,12 @@ QString ChangesSummary(const song::LoadReport& report,
     return parts.join(QStringLiteral(" · "));
 }
 
+QString TakeBackChange(const Text& change, bool taken, Language language) {
+    static constexpr Text kBack{De{"„%1“ &zurücknehmen"}, En{"&Take Back %1"}};
+    static constexpr Text kAgain{De{"„%1“ &wiederholen"}, En{"&Redo %1"}};
+    return InLanguage(taken ? kAgain : kBack, language).arg(InLanguage(change, language));
+}
+
 QString NoticesWaiting(std::size_t number, Language language) {
     static constexpr Text kWaiting{De{"und %1 weitere"}, En{"and %1 more"}};
     return InLanguage(kWaiting, language).arg(number);

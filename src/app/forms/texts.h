@@ -28,6 +28,7 @@ inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
 // Menus
 inline constexpr Text kMenuBar{De{"Menüleiste"}, En{"Menu bar"}};
 inline constexpr Text kMenuFile{De{"&Datei"}, En{"&File"}};
+inline constexpr Text kMenuEdit{De{"&Bearbeiten"}, En{"&Edit"}};
 inline constexpr Text kMenuSong{De{"&Stück"}, En{"&Song"}};
 inline constexpr Text kMenuPlay{De{"S&pielen"}, En{"&Play"}};
 inline constexpr Text kMenuView{De{"&Ansicht"}, En{"&View"}};
@@ -245,11 +246,15 @@ QString RouteOutputName(int channel, Language language);
 /// "Zielkanal von Kanal 3" / "Target of channel 3"; `channel` counts from 0.
 QString RouteTargetName(int channel, Language language);
 
+inline constexpr Text kTakeBack{De{"&Zurücknehmen"}, En{"&Take Back"}};
 inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
 inline constexpr Text kSaveElsewhere{
     De{"Der Song wurde nicht gespeichert. Möchten Sie ihn unter anderem Namen oder an einem anderen "
        "Ort speichern?"},
     En{"The song was not saved. Do you want to save it under another name or in another place?"}};
+
+/// The menu's text for taking back `change`, or for carrying it out again once `taken`.
+QString TakeBackChange(const Text& change, bool taken, Language language);
 
 /// How many notices wait behind the one that is shown.
 QString NoticesWaiting(std::size_t number, Language language);

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 #include "base/forms/theme.h"
 #include "base/text.h"
 #include <QMenuBar>
+
+#include "app/forms/menu/command_row.h"
 
 class QLabel;
 
@@ -14,61 +16,30 @@ namespace tracksmith::forms {
 
 class RecentFilesMenu;
 
-/// The commands of the menu bar.
-enum class Command {
-    New,
-    Open,
-    Reload,
-    Save,
-    SaveAs,
-    SaveFormat0,
-    SaveFormat1,
-    Quit,
-    WhatChanged,
-    PlayStop,
-    MoveToStart,
-    MoveToEnd,
-    MeasureBack,
-    MeasureForward,
-    Looping,
-    LoopFromHere,
-    LoopToHere,
-    TempoDown,
-    TempoUp,
-    TempoReset,
-    Panic,
-    NextPage,
-    ChooseInstrument,
-    PrepareSong,
-    Voices,
-    MidiPorts,
-    Instruments,
-    SplitFormat0,
-    HonourZelIgnore,
-    RunningAcross,
-    UseRunning,
-    OmitPorts,
-    Dark,
-    Light,
-    System,
-    German,
-    English,
-    OpenDemo,
-    About,
-    Count
-};
-
 /// The menu bar: all commands with their keys, and the song's file name in its corner.
 class MainMenu : public QMenuBar {
     Q_OBJECT
 
 public:
-    explicit MainMenu(QWidget* parent = nullptr);
+    /// Calls the handlers of `form`, which is also the parent.
+    explicit MainMenu(TMainForm& form);
 
-    QAction& ActionOf(Command command) const {
-        return *actions_[static_cast<std::size_t>(command)];
-    }
+    /// The action of the row with that id, which must exist.
+    QAction& ActionOf(std::string_view id) const;
     RecentFilesMenu& Recent() const { return *recent_; }
+
+    /// A switch of the menu and what it does.
+    struct Switch {
+        QAction* action = nullptr;
+        const SongOption* option = nullptr;
+    };
+    /// The switches that change how songs are read or written.
+    std::vector<Switch> Switches() const;
+
+    /// A text that depends on more than the language, with the ampersand of its key.
+    using TextSource = std::function<QString(Language)>;
+    /// Lets a row show another text than its own, from now on and in every language.
+    void SetTextOf(std::string_view id, TextSource source);
 
     /// Shows every text in `language` and marks it as the chosen one.
     void Retranslate(Language language);
@@ -76,25 +47,32 @@ public:
     /// Marks the chosen theme.
     void SetTheme(Theme theme);
 
-    /// Enables the commands that need a song; `reloadable` says that it came from a file.
-    void SetSongState(bool hasSong, bool reloadable);
+    /// Enables the commands that `state` allows, and no others.
+    void SetState(const MenuState& state);
 
     /// The file name in the corner.
     void SetFileName(const QString& name);
 
 private:
-    void AddActions();
-    void AddMenus();
-    void Group(std::initializer_list<Command> commands);
-    void Fill(QMenu& menu, std::initializer_list<Command> commands);
-    QMenu* NewMenu(const Text& title, const char* objectName, QMenu* parent = nullptr);
-
+    struct Entry {
+        const CommandRow* row = nullptr;
+        QAction* action = nullptr;
+        TextSource text;
+    };
     struct TitledMenu {
         QMenu* menu = nullptr;
         Text title;
     };
 
-    std::array<QAction*, static_cast<std::size_t>(Command::Count)> actions_{};
+    QMenu* NewMenu(const MenuArea& area);
+    void Fill(QMenu& menu, const MenuArea& area);
+    QAction* NewAction(const CommandRow& row);
+    const Entry& EntryOf(std::string_view id) const;
+    void ShowText(const Entry& entry);
+
+    TMainForm& form_;
+    Language language_ = Language::English;
+    std::vector<Entry> entries_;
     std::vector<TitledMenu> menus_;
     RecentFilesMenu* recent_ = nullptr;
     QLabel* fileName_ = nullptr;

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/main_menu.h"
 #include "app/forms/texts.h"
 
@@ -26,7 +27,7 @@ InstrumentBox::InstrumentBox(MainMenu& menu, QWidget* parent)
     column->addWidget(caption_);
     column->addWidget(button_);
     setMinimumWidth(fontMetrics().averageCharWidth() * 22);
-    connect(button_, &QPushButton::clicked, &menu.ActionOf(Command::ChooseInstrument),
+    connect(button_, &QPushButton::clicked, &menu.ActionOf(commands::kChooseInstrument),
             &QAction::trigger);
 }
 

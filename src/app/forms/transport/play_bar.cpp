@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QToolButton>
 
+#include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/main_menu.h"
 #include "app/forms/ports/output_box.h"
 #include "app/forms/song/instrument_box.h"
@@ -20,18 +21,18 @@ namespace tracksmith::forms {
 namespace {
 
 struct ButtonSpec {
-    Command command;
+    std::string_view command;
     TransportSign sign;
     const char* objectName;
 };
 
 constexpr auto kButtons = std::to_array<ButtonSpec>({
-    {Command::MoveToStart, TransportSign::ToStart, "Btn_ToStart"},
-    {Command::MeasureBack, TransportSign::Back, "Btn_Back"},
-    {Command::PlayStop, TransportSign::Play, "Btn_Play"},
-    {Command::MeasureForward, TransportSign::Forward, "Btn_Forward"},
-    {Command::Looping, TransportSign::Loop, "Btn_Loop"},
-    {Command::Panic, TransportSign::Panic, "Btn_Panic"},
+    {commands::kMoveToStart, TransportSign::ToStart, "Btn_ToStart"},
+    {commands::kMeasureBack, TransportSign::Back, "Btn_Back"},
+    {commands::kPlayStop, TransportSign::Play, "Btn_Play"},
+    {commands::kMeasureForward, TransportSign::Forward, "Btn_Forward"},
+    {commands::kLooping, TransportSign::Loop, "Btn_Loop"},
+    {commands::kPanic, TransportSign::Panic, "Btn_Panic"},
 });
 
 } // namespace
@@ -70,7 +71,7 @@ void PlayBar::AddButtons(QWidget& place) {
         button->setToolButtonStyle(Qt::ToolButtonIconOnly);
         // Whoever clicks here goes on with the keys: Space must not come back to the button.
         button->setFocusPolicy(Qt::TabFocus);
-        const bool main = spec.command == Command::PlayStop;
+        const bool main = spec.command == commands::kPlayStop;
         button->setFixedSize(main ? side * 3 / 2 : side, side);
         button->setIconSize(QSize(side, side) * 45 / 100);
         row->addWidget(button);
@@ -81,7 +82,7 @@ void PlayBar::AddButtons(QWidget& place) {
 void PlayBar::ShowSigns() {
     for (const ButtonSpec& spec : kButtons) {
         QAction& action = menu_.ActionOf(spec.command);
-        const bool stop = spec.command == Command::PlayStop && session_.Controls().Playing();
+        const bool stop = spec.command == commands::kPlayStop && session_.Controls().Playing();
         action.setIcon(TransportIcon(stop ? TransportSign::Stop : spec.sign, palette()));
         action.setIconVisibleInMenu(false);
     }
@@ -98,8 +99,9 @@ void PlayBar::Retranslate(Language language) {
     instrument_->Retranslate(language);
     tempo_->Retranslate(language);
     output_->Retranslate(language);
-    menu_.ActionOf(Command::PlayStop)
-        .setText(InLanguage(session_.Controls().Playing() ? texts::kStop : texts::kPlay, language));
+    menu_.SetTextOf(commands::kPlayStop, [this](Language wanted) {
+        return InLanguage(session_.Controls().Playing() ? texts::kStop : texts::kPlay, wanted);
+    });
     for (QToolButton* button : buttons_) {
         const QAction& action = *button->defaultAction();
         button->setAccessibleName(PlainMenuText(action.text()));

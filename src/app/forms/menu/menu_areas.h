@@ -1,0 +1,20 @@
+#pragma once
+
+#include "app/forms/menu/command_row.h"
+
+/// The menus of the menu bar, each in a file of its own.
+namespace tracksmith::forms {
+
+extern const MenuArea kFileMenu;
+extern const MenuArea kEditMenu;
+extern const MenuArea kSongMenu;
+extern const MenuArea kPlayMenu;
+extern const MenuArea kInstrumentMenu;
+extern const MenuArea kViewMenu;
+extern const MenuArea kSettingsMenu;
+extern const MenuArea kHelpMenu;
+
+/// In the file menu; filled at run time.
+extern const MenuArea kRecentMenu;
+
+} // namespace tracksmith::forms
