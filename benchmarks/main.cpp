@@ -57,13 +57,13 @@ struct Times {
     Series saveFormat0;
 };
 
-void Load(session::Session& session, const app::FileBytes& file) {
+void Load(session::Session& session, const app::SharedBytes& file) {
     RecordingMessageHost host;
     app::OpenMidiData(session, file, "benchmark.mid", host);
 }
 
 void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& snapshot,
-                  const app::FileBytes& bytes, std::vector<std::uint8_t>& copy) {
+                  const app::SharedBytes& bytes, std::vector<std::uint8_t>& copy) {
     constexpr session::ChangeKind kRetime{.name = Text{Both{"Re-timing"}}};
     RecordingMessageHost host;
     const std::span<const std::uint8_t> file = *bytes;

@@ -57,7 +57,7 @@ void ReplaceSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Mess
 }
 
 // The decoder has read these bytes before; only memory can be missing now.
-void OfferTakingBack(Session& session, FileBytes bytes) {
+void OfferTakingBack(Session& session, SharedBytes bytes) {
     if (session.HasPlayer() && session.Work().preparation.Changed()) {
         session.OfferTakingBackLoadStep(
             session::kPrepareSong.name,
@@ -90,7 +90,7 @@ void ClearMidiMemory(Session& session, MessageHost& host) {
     });
 }
 
-void OpenMidiData(Session& session, FileBytes bytes, const std::filesystem::path& name,
+void OpenMidiData(Session& session, SharedBytes bytes, const std::filesystem::path& name,
                   MessageHost& host, bool isDemo) {
     if (bytes->size() < song::kSmallestFile) {
         RaiseMidiError(host, texts::kTooShort);

@@ -24,10 +24,10 @@ void OpenMidiFile(session::Session& session, const std::filesystem::path& file, 
                   bool isDemo = false);
 
 /// The bytes of a file; a session keeps those of its song.
-using FileBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
+using SharedBytes = std::shared_ptr<const std::vector<std::uint8_t>>;
 
 /// OpenMidiFile for bytes that are already in memory; `name` becomes the file name.
-void OpenMidiData(session::Session& session, FileBytes bytes, const std::filesystem::path& name,
+void OpenMidiData(session::Session& session, SharedBytes bytes, const std::filesystem::path& name,
                   MessageHost& host, bool isDemo = false);
 void OpenMidiData(session::Session& session, std::vector<std::uint8_t> bytes,
                   const std::filesystem::path& name, MessageHost& host);

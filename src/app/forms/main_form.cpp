@@ -8,6 +8,7 @@
 #include <QTranslator>
 #include <QVBoxLayout>
 
+#include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/recent_files_menu.h"
 #include "app/forms/notices/dialogs.h"
 #include "app/forms/notices/notice_bar.h"

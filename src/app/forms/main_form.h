@@ -142,7 +142,6 @@ private:
     bool Run(const std::function<void()>& command);
     bool ConfirmDiscard();
     bool ConfirmOverwrite(const std::filesystem::path& file);
-    bool OfferSavingElsewhere(app::SaveFormat format);
     void RememberFile(const std::filesystem::path& file);
     void ShowChanges();
     void TellChangedOnDisk();

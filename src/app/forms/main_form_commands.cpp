@@ -11,6 +11,7 @@
 #include <QUrl>
 
 #include "app/forms/main_form.h"
+#include "app/forms/notices/captured_message.h"
 #include "app/forms/notices/dialogs.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/status_line.h"
@@ -121,8 +122,9 @@ bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format
     if (!ConfirmOverwrite(target)) {
         return false;
     }
-    if (!Run([&] { app::SaveMidiFile(session_, target, format, host_); })) {
-        return OfferSavingElsewhere(format);
+    CapturedMessage fault(host_);
+    if (!Run([&] { app::SaveMidiFile(session_, target, format, fault); })) {
+        return host_.AskWayOn(fault.Text(), texts::kSaveAs) && SaveSongAs(format);
     }
     RememberFile(target);
     if (bpm != 0) {
@@ -139,10 +141,6 @@ bool TMainForm::ConfirmOverwrite(const std::filesystem::path& file) {
             texts::OverwriteChanged(ShownFileName(file), host_.CurrentLanguage()).toStdString());
     }
     return app::ConfirmOverwrite(file, host_);
-}
-
-bool TMainForm::OfferSavingElsewhere(app::SaveFormat format) {
-    return host_.AskSaveElsewhere() && SaveSongAs(format);
 }
 
 // Said once for each change that others make.

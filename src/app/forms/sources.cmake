@@ -23,6 +23,7 @@ set(SOURCES
   menu/settings_menu.cpp
   menu/song_menu.cpp
   menu/view_menu.cpp
+  notices/captured_message.h
   notices/dialogs.cpp
   notices/dialogs.h
   notices/notice_bar.cpp

@@ -21,6 +21,7 @@ inline constexpr Text kYes{De{"&Ja"}, En{"&Yes"}};
 inline constexpr Text kNo{De{"&Nein"}, En{"&No"}};
 inline constexpr Text kSaveButton{De{"&Speichern"}, En{"&Save"}};
 inline constexpr Text kDiscard{De{"&Verwerfen"}, En{"&Discard"}};
+inline constexpr Text kClose{De{"&Schließen"}, En{"&Close"}};
 inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
 inline constexpr Text kDetails{Both{"&Details"}};
 inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
@@ -248,10 +249,6 @@ QString RouteTargetName(int channel, Language language);
 
 inline constexpr Text kTakeBack{De{"&Zurücknehmen"}, En{"&Take Back"}};
 inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
-inline constexpr Text kSaveElsewhere{
-    De{"Der Song wurde nicht gespeichert. Möchten Sie ihn unter anderem Namen oder an einem anderen "
-       "Ort speichern?"},
-    En{"The song was not saved. Do you want to save it under another name or in another place?"}};
 
 /// The menu's text for taking back `change`, or for carrying it out again once `taken`.
 QString TakeBackChange(const Text& change, bool taken, Language language);

@@ -1,7 +1,9 @@
 #include "base/system/file_io.h"
 #include <QDropEvent>
 #include <QMimeData>
+#include <QSpinBox>
 #include <QStackedWidget>
+#include <QTest>
 #include <QUrl>
 
 #include "app/forms/form_fixture.h"
@@ -91,11 +93,52 @@ TEST_F(FileCommandsTest, FailedSaveChangesNothing) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
     form_->Session().MarkModified();
     chooser_->answer = Path("no such folder") / "song.mid";
-    BoxAnswer box("Btn_Ok");
-    Trigger("MMF_SaveMidifileAs");
-    EXPECT_EQ(box.text.rfind("Error rewriting the midi file \"", 0), 0U);
+    {
+        BoxAnswer box("Btn_Close");
+        Trigger("MMF_SaveMidifileAs");
+        EXPECT_EQ(box.text.rfind("Error rewriting the midi file \"", 0), 0U);
+    }
     EXPECT_EQ(form_->Session().Work().file.name, Path("waltz.mid"));
     EXPECT_TRUE(form_->Session().Modified());
+}
+
+TEST_F(FileCommandsTest, AFailedSaveLeadsToAnotherPlace) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    form_->Session().MarkModified();
+    chooser_->answers = {Path("no such folder") / "song.mid", Path("other.mid")};
+    BoxAnswer box("Btn_WayOn");
+    Trigger("MMF_SaveMidifileAs");
+    EXPECT_TRUE(std::filesystem::exists(Path("other.mid")));
+    EXPECT_FALSE(form_->Session().Modified());
+    EXPECT_EQ(LabelText("Lbl_FileName"), "other.mid");
+}
+
+TEST_F(FileCommandsTest, TheChosenFormatStaysAndTheTempoIsSaved) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    chooser_->answer = Path("zero.mid");
+    Trigger("MMF_SaveFileAsFormat0");
+    form_->Session().Controls().SetTempoPercent(50);
+    EXPECT_TRUE(form_->Session().Modified());
+    BoxAnswer box("Btn_Yes");
+    Trigger("MMF_SaveMidifile");
+    EXPECT_NE(LabelText("Lbl_Notice").find("60 BPM"), std::string::npos);
+    EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 100);
+    form_->OpenMidiFile(Path("zero.mid"));
+    EXPECT_EQ(form_->Session().Work().song.fileFormat, 0);
+    EXPECT_EQ(Find<QSpinBox>("E_Tempo")->value(), 60);
+}
+
+TEST_F(FileCommandsTest, AFileChangedByOthersIsToldAndNotOverwrittenUnasked) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    Write("waltz.mid", test::Bytes(40));
+    QEvent activation(QEvent::ActivationChange);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    QApplication::sendEvent(form_.get(), &activation);
+    EXPECT_NE(LabelText("Lbl_Notice").find("changed by another program"), std::string::npos);
+    BoxAnswer box("Btn_No");
+    Trigger("MMF_SaveMidifile");
+    EXPECT_NE(box.text.find("changed by another program"), std::string::npos);
+    EXPECT_EQ(std::filesystem::file_size(Path("waltz.mid")), 40U);
 }
 
 TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {

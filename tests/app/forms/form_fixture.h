@@ -36,10 +36,16 @@ public:
     std::optional<std::filesystem::path> ChooseSave(
         QWidget*, Language, FileKind, const std::filesystem::path& proposal) override {
         asked = proposal;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.erase(answers.begin());
+        }
         return answer;
     }
 
     std::optional<std::filesystem::path> answer;
+    /// Answers for saving that come first, each once.
+    std::vector<std::filesystem::path> answers;
     std::filesystem::path asked;
 };
 
@@ -52,7 +58,9 @@ public:
             if (box != nullptr) {
                 text = box->text().toStdString();
                 EXPECT_EQ(box->textFormat(), Qt::PlainText);
-                box->findChild<QPushButton*>(QLatin1String(buttonName))->click();
+                auto* button = box->findChild<QPushButton*>(QLatin1String(buttonName));
+                EXPECT_NE(button, nullptr) << buttonName << " is not in: " << text;
+                button != nullptr ? button->click() : box->reject();
             }
         });
         timer_.start(0);

@@ -86,6 +86,30 @@ TEST_F(InstrumentTest, ChangingItAsksAndPreparesTheOpenSong) {
     EXPECT_EQ(song::CheckSong(form_->Session().Work().song), "");
 }
 
+TEST_F(InstrumentTest, PreparingIsTakenBackFromTheNoticeAndByTheKey) {
+    store_->WriteStrToUserRegistry("MidiInstrument00", "Yamaha Genos2");
+    OpenWindow();
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    const auto messages = [&] { return form_->Session().Work().preparation.inserted; };
+    EXPECT_EQ(messages(), 1);
+    auto* menu = Find<QAction>("MME_TakeBack");
+    EXPECT_EQ(menu->text().remove(u'&').toStdString(), "Take Back Preparing");
+    Find<QPushButton>("Btn_TakeBack")->click(); // what loading did
+    EXPECT_EQ(messages(), 0);
+    EXPECT_FALSE(form_->Session().Modified());
+    EXPECT_EQ(menu->text().remove(u'&').toStdString(), "Redo Preparing");
+    Trigger("MMI_PrepareSong"); // what the user did
+    EXPECT_EQ(messages(), 1);
+    EXPECT_TRUE(form_->Session().Modified());
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(messages(), 0);
+    EXPECT_FALSE(form_->Session().Modified());
+    Trigger("MME_TakeBack");
+    EXPECT_EQ(messages(), 1);
+    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    EXPECT_EQ(messages(), 1);
+}
+
 TEST_F(InstrumentTest, PreparingGoesOnPlayingWhereItWas) {
     Choose("roland sc-88pro");
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));

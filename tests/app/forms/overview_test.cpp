@@ -6,7 +6,7 @@
 
 #include "app/forms/form_fixture.h"
 #include "app/forms/overview/overview_widget.h"
-#include "app/forms/transport/play_desk.h"
+#include "app/session/transport.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -90,13 +90,13 @@ TEST_F(OverviewTest, DraggingDrawsALoopOverWholeMeasures) {
     };
     const QColor before = Pixel(6, 0);
     drag(1, 0);
-    const auto& loop = form_->Desk().Loop();
+    const auto& loop = form_->Session().Controls().Loop();
     ASSERT_TRUE(loop);
     EXPECT_EQ(loop->startTick, 0);
     EXPECT_EQ(loop->endTick, 2880);
     EXPECT_TRUE(loop->on);
     EXPECT_NE(Pixel(6, 0), before);
-    EXPECT_EQ(form_->Desk().Tick(), 0); // a drag is no seek
+    EXPECT_EQ(form_->Session().Controls().Tick(), 0); // a drag is no seek
 }
 
 TEST_F(OverviewTest, ToolTipNamesMeasureChannelAndNotes) {

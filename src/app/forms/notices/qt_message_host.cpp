@@ -63,12 +63,11 @@ bool QtMessageHost::AskYesNo(std::string_view question) {
     return box.Ask(no, no) == yes;
 }
 
-bool QtMessageHost::AskSaveElsewhere() {
-    Box box(QMessageBox::Question, InLanguage(texts::kSaveElsewhere, language_), language_,
-            &window_);
-    auto* save = box.Add(texts::kSaveAs, "Btn_SaveAs", QMessageBox::AcceptRole);
-    auto* cancel = box.Add(texts::kCancel, "Btn_Cancel", QMessageBox::RejectRole);
-    return box.Ask(save, cancel) == save;
+bool QtMessageHost::AskWayOn(std::string_view text, const Text& way) {
+    Box box(QMessageBox::Warning, ToQString(text), language_, &window_);
+    auto* on = box.Add(way, "Btn_WayOn", QMessageBox::AcceptRole);
+    auto* close = box.Add(texts::kClose, "Btn_Close", QMessageBox::RejectRole);
+    return box.Ask(on, close) == on;
 }
 
 QtMessageHost::SaveAnswer QtMessageHost::AskSaveChanges(const QString& fileName) {

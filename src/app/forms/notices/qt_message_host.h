@@ -20,8 +20,8 @@ public:
     void ShowMessage(std::string_view text) override;
     bool AskYesNo(std::string_view question) override;
 
-    /// Asks whether to save under another name, after saving has failed and the reason was shown.
-    bool AskSaveElsewhere();
+    /// Shows a fault with one way on, which has the button `way`. True when the user takes it.
+    bool AskWayOn(std::string_view text, const Text& way);
 
     /// What the user wants with changes that are not saved.
     enum class SaveAnswer { Save, Discard, Cancel };
