@@ -91,7 +91,7 @@ void DescribeTracks(const song::Song& song, SongDescription& description, Channe
                                         .channel = track.channel,
                                         .events = track.eventCount,
                                         .ignored = track.ignored != 0};
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             CountEvent(*event, description, line, channels);
         }
         description.events += line.events;

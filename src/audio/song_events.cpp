@@ -34,7 +34,7 @@ void SongEvents::Advance() {
     Push(cursor.event->next, cursor.track);
 }
 
-void SongEvents::Push(song::EventLink event, std::size_t track) {
+void SongEvents::Push(song::ConstEventLink event, std::size_t track) {
     while (event && !IsSendable(*event)) {
         event = event->next;
     }

@@ -23,7 +23,7 @@ public:
 
 private:
     struct Cursor {
-        song::EventLink event;
+        song::ConstEventLink event;
         std::size_t track = 0;
     };
     /// Orders the queue so that the earliest event is on top.
@@ -31,7 +31,7 @@ private:
         bool operator()(const Cursor& left, const Cursor& right) const;
     };
 
-    void Push(song::EventLink event, std::size_t track);
+    void Push(song::ConstEventLink event, std::size_t track);
 
     std::priority_queue<Cursor, std::vector<Cursor>, Later> queue_;
 };

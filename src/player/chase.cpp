@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "player/due_queue.h"
-#include "player/shared_byte.h"
+#include "song/shared_byte.h"
 
 namespace tracksmith::player {
 namespace {
@@ -41,7 +41,7 @@ bool Matters(const song::MidiEvent& event) {
 std::int64_t FirstNoteTick(const song::Song& song) {
     std::int64_t first = kNever;
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event && event->tick < first;
+        for (song::ConstEventLink event = track.first; event && event->tick < first;
              event = event->next) {
             if (event->IsNoteOn() && event->length > 0) {
                 first = event->tick;
@@ -67,13 +67,13 @@ public:
         }
     }
     /// Null at the end.
-    song::EventLink Take() {
+    song::ConstEventLink Take() {
         if (queue_.Empty()) {
             return {};
         }
         const std::size_t index = queue_.First().track;
         const song::Track& track = song_.tracks[index];
-        const song::EventLink event = next_[index];
+        const song::ConstEventLink event = next_[index];
         next_[index] = SkipToMattering(track, event->next);
         if (next_[index]) {
             queue_.ReplaceFirst(DueMs(track, *next_[index]));
@@ -84,23 +84,23 @@ public:
     }
 
 private:
-    static song::EventLink SkipToMattering(const song::Track& track, song::EventLink event) {
+    static song::ConstEventLink SkipToMattering(const song::Track& track, song::ConstEventLink event) {
         while (event != track.cursor && !Matters(*event)) {
             event = event->next;
         }
-        return event == track.cursor ? song::EventLink() : event;
+        return event == track.cursor ? song::ConstEventLink() : event;
     }
 
     const song::Song& song_;
-    std::vector<song::EventLink> next_;
+    std::vector<song::ConstEventLink> next_;
     DueQueue queue_;
 };
 
 } // namespace
 
-void ChannelChase::Remember(song::EventLink event) {
-    const std::uint8_t data1 = ReadShared(event->data1) & 0x7F;
-    const std::uint8_t data2 = ReadShared(event->data2) & 0x7F;
+void ChannelChase::Remember(song::ConstEventLink event) {
+    const std::uint8_t data1 = song::ReadShared(event->data1) & 0x7F;
+    const std::uint8_t data2 = song::ReadShared(event->data2) & 0x7F;
     switch (event->Command()) {
         case song::kControlChange:
             events[data1] = event;
@@ -191,7 +191,7 @@ void ChannelChase::ResetControllers() {
     selected = {};
 }
 
-song::EventLink FirstDue(const song::Track& track, std::int64_t ms) {
+song::EventLink FirstDue(song::Track& track, std::int64_t ms) {
     song::EventLink event = track.first;
     while (event && DueMs(track, *event) < ms) {
         event = event->next;
@@ -209,7 +209,7 @@ ChaseMemory CollectChase(const song::Song& song) {
     ChaseMemory memory;
     const std::int64_t firstNote = FirstNoteTick(song);
     PlayOrder order(song);
-    while (const song::EventLink event = order.Take()) {
+    while (const song::ConstEventLink event = order.Take()) {
         if (event->IsChannelMessage()) {
             memory.channels[event->Channel()].Remember(event);
         } else if (event->tick <= firstNote) {

@@ -48,7 +48,7 @@ struct ChannelChase {
     /// Controller values, without bank select, parameters and mode messages.
     std::array<std::uint8_t, 128> values{};
     /// The last event of every controller.
-    std::array<song::EventLink, 128> events;
+    std::array<song::ConstEventLink, 128> events;
     /// Parameters in the order in which they were last entered.
     std::vector<ParameterValue> parameters;
     /// The parameter that data entry goes to.
@@ -58,7 +58,7 @@ struct ChannelChase {
     std::uint8_t pressure = kUnknown;
 
     /// Takes a channel message that is not a note.
-    void Remember(song::EventLink event);
+    void Remember(song::ConstEventLink event);
 
 private:
     void RememberController(std::uint8_t controller, std::uint8_t value);
@@ -70,7 +70,7 @@ private:
 struct ChaseMemory {
     std::array<ChannelChase, kChannels> channels;
     /// System-exclusive messages that come before the song's first note.
-    std::vector<song::EventLink> setUp;
+    std::vector<song::ConstEventLink> setUp;
 };
 
 /// When an event of the track is played, in milliseconds of the play position.
@@ -79,7 +79,7 @@ inline std::int64_t DueMs(const song::Track& track, const song::MidiEvent& event
 }
 
 /// The first event of the track that is not due before `ms`; null when all are.
-song::EventLink FirstDue(const song::Track& track, std::int64_t ms);
+song::EventLink FirstDue(song::Track& track, std::int64_t ms);
 
 /// Puts the play cursor of every track on its first event that is not due before `ms`.
 void SeekCursors(song::Song& song, std::int64_t ms);

@@ -58,7 +58,7 @@ void SendParameters(const ChannelChase& chase, const ChannelMessages& messages) 
 } // namespace
 
 void SendSetUp(const ChaseMemory& memory, const EventSender& sender) {
-    for (const song::EventLink event : memory.setUp) {
+    for (const song::ConstEventLink event : memory.setUp) {
         sender.SendSysex(*event);
     }
 }

@@ -18,7 +18,7 @@ public:
     song::EventLink Event(std::size_t channel, std::size_t controller) const {
         return song::EventLink(events_[channel][controller].load(std::memory_order_relaxed));
     }
-    void Set(std::size_t channel, std::size_t controller, song::EventLink event) {
+    void Set(std::size_t channel, std::size_t controller, song::ConstEventLink event) {
         events_[channel][controller].store(event.Unit(), std::memory_order_relaxed);
     }
     void Clear() {

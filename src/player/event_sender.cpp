@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "player/shared_byte.h"
+#include "song/shared_byte.h"
 
 namespace tracksmith::player {
 namespace {
@@ -19,7 +19,7 @@ void EventSender::Send(song::Track& track, song::EventLink event) noexcept {
     }
     if (event->IsChannelMessage()) {
         SendChannelEvent(track, event);
-    } else if (ReadShared(track.muted) == 0) {
+    } else if (song::ReadShared(track.muted) == 0) {
         SendSysex(*event);
     }
 }
@@ -34,9 +34,9 @@ void EventSender::SendSysex(const song::MidiEvent& event) const noexcept {
 void EventSender::SendChannelEvent(song::Track& track, song::EventLink event) noexcept {
     const std::size_t channel = event->Channel();
     const std::uint8_t command = event->Command();
-    const std::uint8_t data1 = ReadShared(event->data1) & 0x7F;
-    const std::uint8_t data2 = ReadShared(event->data2) & 0x7F;
-    const bool trackAudible = ReadShared(track.muted) == 0;
+    const std::uint8_t data1 = song::ReadShared(event->data1) & 0x7F;
+    const std::uint8_t data2 = song::ReadShared(event->data2) & 0x7F;
+    const bool trackAudible = song::ReadShared(track.muted) == 0;
     if (command == song::kControlChange && trackAudible) {
         controllers_.Set(channel, data1, event);
     }

@@ -7,7 +7,7 @@ namespace tracksmith::player {
 
 std::vector<HeldNote> HeldNotes(const song::Track& track) {
     std::array<std::uint32_t, std::size_t{16} * 128> begun{};
-    for (song::EventLink event = track.first; event != track.cursor; event = event->next) {
+    for (song::ConstEventLink event = track.first; event != track.cursor; event = event->next) {
         const bool on = event->IsNoteOn() && event->data2 > 0;
         if (event->length > 0 && (event->IsNoteOn() || event->Command() == song::kNoteOff)) {
             std::uint32_t& count =

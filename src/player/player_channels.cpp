@@ -3,7 +3,7 @@
 #include "player/chase_messages.h"
 #include "player/held_notes.h"
 #include "player/player.h"
-#include "player/shared_byte.h"
+#include "song/shared_byte.h"
 
 // Mute, solo, routing and whatever else decides where a channel or track is heard.
 
@@ -36,7 +36,7 @@ void TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
     if (!hold || track >= song_.tracks.size()) {
         return;
     }
-    WriteShared(song_.tracks[track].muted, on ? 1 : 0);
+    song::WriteShared(song_.tracks[track].muted, on ? 1 : 0);
     if (on) {
         for (const HeldNote& note : HeldNotes(song_.tracks[track])) {
             sender_.EndNote(note.channel, note.key);

@@ -33,7 +33,6 @@ set(SOURCES
   player_thread.h
   routing.cpp
   routing.h
-  shared_byte.h
   stopwatch.cpp
   stopwatch.h
   tempo_change.cpp

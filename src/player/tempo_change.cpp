@@ -6,7 +6,7 @@
 #include <limits>
 #include <unordered_map>
 
-#include "player/shared_byte.h"
+#include "song/shared_byte.h"
 #include "song/song_position.h"
 #include "song/time_map.h"
 
@@ -28,7 +28,7 @@ void WriteTempo(song::MidiEvent& event, std::int32_t tempo) {
     std::size_t index = 0;
     for (std::uint8_t& byte :
          event.data.Bytes().first(std::min<std::size_t>(event.data.Size(), 3))) {
-        WriteShared(byte, static_cast<std::uint8_t>(tempo >> kShifts[index++]));
+        song::WriteShared(byte, static_cast<std::uint8_t>(tempo >> kShifts[index++]));
     }
 }
 
@@ -104,7 +104,7 @@ std::int64_t LargestTime(const song::Song& song) {
     std::int64_t largest = 0;
     for (const song::Track& track : song.tracks) {
         // Only meta events may stand behind the End of Track's tick, directly before it.
-        for (song::EventLink event = track.last; event; event = event->prev) {
+        for (song::ConstEventLink event = track.last; event; event = event->prev) {
             largest = std::max<std::int64_t>(largest, event->timeMs);
             if (event->status != song::kMeta) {
                 break;
@@ -123,7 +123,7 @@ void TempoEvents::Collect(song::Song& song, bool keepFileTempos) {
     }
     entries_.clear();
     std::size_t next = 0;
-    for (const song::Track& track : song.tracks) {
+    for (song::Track& track : song.tracks) {
         for (song::EventLink event = track.first; event; event = event->next) {
             if (event->IsMeta(song::kMetaTempo)) {
                 const std::int32_t tempo = song::TempoEntryOf(*event).tempo;

@@ -37,8 +37,8 @@ const char* EventFault(const MidiEvent& event) {
 
 // The chain between its ends; `count` is what was walked.
 std::string CheckChain(const Track& track, std::size_t index, std::int32_t& count) {
-    EventLink previous;
-    for (EventLink event = track.first; event; event = event->next) {
+    ConstEventLink previous;
+    for (ConstEventLink event = track.first; event; event = event->next) {
         if (event->prev != previous) {
             return At(index, "links disagree", event->tick);
         }
@@ -81,7 +81,7 @@ std::string CheckTrack(const Song& song, const Track& track, std::size_t index) 
     if (track.last->tick != song.songLength) {
         return At(index, "End of Track is not at the song's length", track.last->tick);
     }
-    for (EventLink event = track.first; event != track.last; event = event->next) {
+    for (ConstEventLink event = track.first; event != track.last; event = event->next) {
         if (CountsForLength(*event) && event->tick > song.songLength) {
             return At(index, "event behind the song's length", event->tick);
         }

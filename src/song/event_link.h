@@ -1,9 +1,11 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "song/event_arena.h"
 
@@ -13,18 +15,23 @@ struct MidiEvent;
 
 /// Link to an event: a place in the arena, counted in units of 16 bytes. Used like a pointer; null
 /// when default-made. Follows no null and no freed event.
-class EventLink {
+template <typename Event>
+class BasicEventLink {
 public:
-    constexpr EventLink() = default;
-    constexpr explicit EventLink(std::uint32_t unit) : unit_(unit) {}
+    constexpr BasicEventLink() = default;
+    constexpr explicit BasicEventLink(std::uint32_t unit) : unit_(unit) {}
+    /// Whoever may write an event may also read it.
+    template <typename Other>
+        requires std::same_as<const Other, Event>
+    // NOLINTNEXTLINE(google-explicit-constructor): as with pointers
+    constexpr BasicEventLink(BasicEventLink<Other> other) : unit_(other.Unit()) {}
 
-    MidiEvent* operator->() const { return static_cast<MidiEvent*>(Address()); }
-    MidiEvent& operator*() const { return *operator->(); }
+    Event* operator->() const { return static_cast<Event*>(Address()); }
+    Event& operator*() const { return *operator->(); }
     constexpr explicit operator bool() const { return unit_ != 0; }
-    friend constexpr bool operator==(EventLink, EventLink) = default;
 
     /// The event's address, null for the null link.
-    MidiEvent* Get() const { return unit_ == 0 ? nullptr : static_cast<MidiEvent*>(Address()); }
+    Event* Get() const { return unit_ == 0 ? nullptr : operator->(); }
     /// The place in units of 16 bytes; 0 is null.
     constexpr std::uint32_t Unit() const { return unit_; }
 
@@ -32,6 +39,54 @@ private:
     void* Address() const { return EventArena::Base() + std::size_t{unit_} * kLinkUnit; }
 
     std::uint32_t unit_ = 0;
+};
+
+/// Link through which the event may be changed.
+using EventLink = BasicEventLink<MidiEvent>;
+/// Link through which the event is only read; what walks over a const song gets these.
+using ConstEventLink = BasicEventLink<const MidiEvent>;
+
+constexpr bool operator==(ConstEventLink a, ConstEventLink b) {
+    return a.Unit() == b.Unit();
+}
+
+/// A link that an event or a track holds. It is an EventLink for whoever may change its owner and a
+/// ConstEventLink for everybody else, so that nobody writes the events of a const song. Only copied
+/// with its owner.
+class EventLinkField {
+public:
+    constexpr EventLinkField() = default;
+    /// From another field that may be changed.
+    template <std::same_as<EventLinkField> Field>
+    constexpr EventLinkField& operator=(Field& other) {
+        link_ = other.link_;
+        return *this;
+    }
+    constexpr EventLinkField& operator=(EventLink link) {
+        link_ = link;
+        return *this;
+    }
+
+    // NOLINTNEXTLINE(google-explicit-constructor): a field is used like a link
+    constexpr operator EventLink() { return link_; }
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    constexpr operator ConstEventLink() const { return link_; }
+    constexpr explicit operator bool() const { return static_cast<bool>(link_); }
+    MidiEvent* operator->() { return link_.operator->(); }
+    const MidiEvent* operator->() const { return link_.operator->(); }
+    MidiEvent& operator*() { return *operator->(); }
+    const MidiEvent& operator*() const { return *operator->(); }
+    MidiEvent* Get() { return link_.Get(); }
+    const MidiEvent* Get() const { return link_.Get(); }
+    constexpr std::uint32_t Unit() const { return link_.Unit(); }
+
+private:
+    friend struct MidiEvent;
+    friend struct Track;
+    constexpr EventLinkField(const EventLinkField&) = default;
+    constexpr EventLinkField& operator=(const EventLinkField&) = default;
+
+    EventLink link_;
 };
 
 /// Payload of a variable-length event: an exact-size byte block in the arena, owned by its event.
@@ -44,9 +99,12 @@ public:
     std::size_t Size() const { return unit_ == 0 ? 0 : *Header(); }
     bool Empty() const { return Size() == 0; }
     /// The bytes; empty span without a block.
-    std::span<std::uint8_t> Bytes() const {
-        return unit_ == 0 ? std::span<std::uint8_t>{}
-                          : std::span(reinterpret_cast<std::uint8_t*>(Header() + 1), *Header());
+    std::span<std::uint8_t> Bytes() {
+        return unit_ == 0 ? std::span<std::uint8_t>{} : std::span(First(), *Header());
+    }
+    std::span<const std::uint8_t> Bytes() const {
+        return unit_ == 0 ? std::span<const std::uint8_t>{}
+                          : std::span<const std::uint8_t>(First(), *Header());
     }
     /// The bytes as text, in whatever encoding the file used.
     std::string_view Text() const {
@@ -64,6 +122,7 @@ private:
         return reinterpret_cast<std::uint32_t*>(EventArena::Base() +
                                                 std::size_t{unit_} * kLinkUnit);
     }
+    std::uint8_t* First() const { return reinterpret_cast<std::uint8_t*>(Header() + 1); }
 
     std::uint32_t unit_ = 0;
 };

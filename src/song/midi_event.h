@@ -51,13 +51,13 @@ struct MidiEvent {
     /// Meta event type, 0xFF when this is no meta event.
     std::uint8_t metaType = 0;
     /// Next event of the track, null at the last.
-    EventLink next;
+    EventLinkField next;
     /// Free for the note pairing of the editing tools.
-    EventLink pairLink;
+    EventLinkField pairLink;
     /// For a note-off: its note-on, once the notes are paired.
-    EventLink noteOnLink;
+    EventLinkField noteOnLink;
     /// Previous event of the track, null at the first.
-    EventLink prev;
+    EventLinkField prev;
     /// Position in ticks from the song's start.
     std::int32_t tick = 0;
     /// Data bytes of a kShortMessage. The playback thread reads them while the mixer writes.
@@ -85,5 +85,6 @@ struct MidiEvent {
 };
 
 static_assert(sizeof(MidiEvent) == 48);
+static_assert(std::is_trivially_copyable_v<MidiEvent>);
 
 } // namespace tracksmith::song

@@ -33,7 +33,7 @@ std::vector<std::int32_t> ColumnTicks(const Song& song, std::int64_t measuresPer
 void CountTrack(const Track& track, NoteOverview& overview) {
     std::size_t column = 0;
     const std::size_t last = overview.Columns() - 1;
-    for (EventLink event = track.first; event; event = event->next) {
+    for (ConstEventLink event = track.first; event; event = event->next) {
         if (!event->IsNoteOn()) {
             continue;
         }

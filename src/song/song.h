@@ -81,11 +81,11 @@ struct Track {
     /// Events in the chain, head and End of Track included.
     std::int32_t eventCount = 0;
     /// The head event.
-    EventLink first;
+    EventLinkField first;
     /// Skipped by song-wide scans and by playback when 1.
     std::uint8_t ignored = 0;
     /// The last event; appending goes through it.
-    EventLink last;
+    EventLinkField last;
     /// 1 when the track is made.
     std::int32_t trackFlags = 1;
     /// Channel 0-15 of the track's first channel message, 0xFF while none is known.
@@ -94,10 +94,11 @@ struct Track {
     std::string name;
     /// 0xFF when the track is made.
     std::uint8_t trackMark = 0xFF;
-    /// Play cursor: the next event to send. At `first` after loading.
-    EventLink cursor;
+    /// Play cursor: the next event to send. At `first` after loading, then written by the player
+    /// only, like the field behind it.
+    EventLinkField cursor;
     /// Loop start of the playback.
-    EventLink loopCursor;
+    EventLinkField loopCursor;
     /// Added to the comparison time while playing, in milliseconds.
     std::int32_t timeShiftMs = 0;
     /// Silent while playing when 1.

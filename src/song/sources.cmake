@@ -27,6 +27,7 @@ set(SOURCES
   prefetch.h
   reader_fault.cpp
   reader_fault.h
+  shared_byte.h
   short_record.h
   song.cpp
   song.h

@@ -215,7 +215,7 @@ void SetSongEnd(SongRecord& song) {
 }
 
 // One forward walk over a track and the zones at once.
-void SetTrackTimes(const SongRecord& song, const Track& track) {
+void SetTrackTimes(const SongRecord& song, Track& track) {
     const TimeZoneEntry* zone = song.timeZones.data();
     const TimeZoneEntry* const last = zone + song.timeZoneCount - 1;
     for (MidiEvent* event = track.first.Get(); event != nullptr; event = event->next.Get()) {
@@ -267,7 +267,7 @@ void ReloadTempoTimeSign(Song& song) {
     song.tempos.clear();
     song.timeSignatures.clear();
     for (const Track& track : song.tracks) {
-        for (EventLink event = track.first; event && event->next; event = event->next) {
+        for (ConstEventLink event = track.first; event && event->next; event = event->next) {
             if (event->kind != kLongMessage || event->status != kMeta) {
                 continue;
             }

@@ -159,7 +159,7 @@ TEST(ThreadTest, StressFromTheOwnersThread) {
                 break;
             case 9:
                 if (const song::EventLink event = player.Controllers().Event(channel, 7)) {
-                    player::WriteShared(event->data2, static_cast<std::uint8_t>(dice.Roll(128)));
+                    song::WriteShared(event->data2, static_cast<std::uint8_t>(dice.Roll(128)));
                     player.SendChannel(channel, 0xB0, 7, 1);
                 }
                 break;

@@ -28,6 +28,28 @@ EventLink Note(Song& song, int tick, int key) {
     return NewShortEvent(song.pool, tick, kNoteOn, static_cast<std::uint8_t>(key), 9);
 }
 
+// Ways to write events of a song: they exist for a song that may be changed and for no other.
+template <typename AnySong>
+concept WritesFields = requires(AnySong& song) { song.tracks[0].first->next->tick = 1; };
+template <typename AnySong>
+concept WritesPayloads = requires(AnySong& song) { song.tracks[0].last->data.Bytes()[0] = 1; };
+template <typename AnySong>
+concept TakesLinks = requires(AnySong& song, EventLink link) { link = song.tracks[0].cursor; };
+template <typename AnySong>
+concept TakesPointers = requires(AnySong& song, MidiEvent* event) {
+    event = song.tracks[0].first.Get();
+};
+template <typename AnySong>
+concept MovesEvents = requires(AnySong& song, Track& track) {
+    track.first = song.tracks[0].first;
+};
+static_assert(WritesFields<Song> && !WritesFields<const Song>);
+static_assert(WritesPayloads<Song> && !WritesPayloads<const Song>);
+static_assert(TakesLinks<Song> && !TakesLinks<const Song>);
+static_assert(TakesPointers<Song> && !TakesPointers<const Song>);
+static_assert(MovesEvents<Song> && !MovesEvents<const Song>);
+static_assert(!std::is_copy_constructible_v<EventLinkField>); // auto link = track.first;
+
 TEST(EventChain, InsertsByTickBehindEqualTicksAndInsideTheEnds) {
     DecodedSong decoded(TwoTracks());
     Song& song = decoded.song;

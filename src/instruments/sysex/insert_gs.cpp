@@ -58,7 +58,7 @@ private:
                kTicksApart * static_cast<std::int32_t>(part);
     }
 
-    const song::Track& Track() const {
+    song::Track& Track() const {
         return song_.tracks[static_cast<std::size_t>(session_.sysexTrack)];
     }
 

@@ -70,7 +70,7 @@ std::vector<SysexPlace> LastOfEach(const std::vector<SysexPlace>& places) {
 
 void MoveBehindReset(song::Song& song, SysexSession& session, std::int32_t tick,
                      const std::vector<SysexPlace>& undone) {
-    const song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
+    song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
     std::vector<SysexPlace> kept;
     WithMemory(session, [&] { kept = LastOfEach(undone); });
     const auto last = tick + kTicksApart * static_cast<std::int32_t>(kept.size());

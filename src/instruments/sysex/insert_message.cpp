@@ -36,7 +36,7 @@ song::EventLink InsertSetUp(song::Song& song, SysexSession& session, std::int32_
     if (session.sysexTrack < 0) {
         return {};
     }
-    const song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
+    song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
     return InsertMessage(song, session, {session.sysexTrack, tick, track.first}, DataOf(message));
 }
 

@@ -16,7 +16,7 @@ void InsertReset(song::Song& song, SysexSession& session, SysexBytes message) {
     if (session.sysexTrack < 0) {
         return;
     }
-    const song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
+    song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
     InsertMessage(song, session, {session.sysexTrack, kSetUpTick, track.first->next},
                   DataOf(message));
 }

@@ -28,7 +28,7 @@ void RemoveExactly(song::Song& song, SysexSession& session, SysexBytes message) 
 
 bool HasLyrics(const song::Song& song) {
     return std::ranges::any_of(song.tracks, [](const song::Track& track) {
-        song::EventLink event = track.first;
+        song::ConstEventLink event = track.first;
         while (event && !(event->IsMeta(song::kMetaLyric) && event->length > 0)) {
             event = event->next;
         }

@@ -23,7 +23,7 @@ song::Track& TrackOf(Song& song, std::int32_t track) {
 }
 
 // A removed message of these bytes at this place; null without one.
-EventLink RemovedMessage(const Song& song, SysexSession& session, const Insertion& where,
+EventLink RemovedMessage(Song& song, SysexSession& session, const Insertion& where,
                          SysexBytes data) {
     const auto places = IndexOf(song, session).At(where.track, where.tick);
     const auto found = std::ranges::find_if(places, [data](const SysexPlace& place) {
@@ -82,7 +82,7 @@ std::int64_t CountOf(const SysexSession& session, SysexNote::What what) {
 
 } // namespace
 
-const SysexIndex& IndexOf(const Song& song, SysexSession& session) {
+const SysexIndex& IndexOf(Song& song, SysexSession& session) {
     if (!session.index) {
         WithMemory(session, [&] { session.index = SysexIndex::Of(song); });
     }

@@ -24,7 +24,7 @@ void WithMemory(const SysexSession& session, Work work) {
 }
 
 /// The index of the song, collected now if the session has none. Raises EMidiError.
-const SysexIndex& IndexOf(const song::Song& song, SysexSession& session);
+const SysexIndex& IndexOf(song::Song& song, SysexSession& session);
 
 /// Last tick that an insertion looks at: 8 quarter notes, or its own tick `own` where that lies
 /// behind them, so that it always finds again what it put there.
@@ -42,7 +42,7 @@ inline SysexBytes Live(const song::SysexPlace& place) {
 /// Calls `visit(place)` for each message that counts, up to and including `lastTick`, of tracks
 /// that are not ignored, in track and chain order, until it returns true. Returns whether it did.
 template <typename Visit>
-bool VisitUntil(const song::Song& song, SysexSession& session, std::int32_t lastTick, Visit visit) {
+bool VisitUntil(song::Song& song, SysexSession& session, std::int32_t lastTick, Visit visit) {
     for (const song::SysexPlace& place : IndexOf(song, session).Places()) {
         if (place.event->tick <= lastTick && !Live(place).empty() &&
             !IsIgnored(song, place.track) && visit(place)) {
@@ -54,7 +54,7 @@ bool VisitUntil(const song::Song& song, SysexSession& session, std::int32_t last
 
 /// Calls `visit(place)` for each message that counts, up to and including `lastTick`.
 template <typename Visit>
-void VisitEach(const song::Song& song, SysexSession& session, std::int32_t lastTick, Visit visit) {
+void VisitEach(song::Song& song, SysexSession& session, std::int32_t lastTick, Visit visit) {
     VisitUntil(song, session, lastTick, [&visit](const song::SysexPlace& place) {
         visit(place);
         return false;

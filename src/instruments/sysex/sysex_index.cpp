@@ -35,7 +35,7 @@ SysexIndex::SysexIndex(std::vector<SysexPlace> places) : places_(std::move(place
     }
 }
 
-SysexIndex SysexIndex::Of(const song::Song& song) {
+SysexIndex SysexIndex::Of(song::Song& song) {
     std::vector<SysexPlace> places;
     for (std::size_t i = 0; i < song.tracks.size(); ++i) {
         for (song::EventLink event = song.tracks[i].first; event; event = event->next) {

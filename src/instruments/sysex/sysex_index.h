@@ -20,7 +20,7 @@ public:
     explicit SysexIndex(std::vector<song::SysexPlace> places);
 
     /// Collects the events by walking over the song. Throws std::bad_alloc.
-    static SysexIndex Of(const song::Song& song);
+    static SysexIndex Of(song::Song& song);
 
     std::span<const song::SysexPlace> Places() const { return places_; }
 
