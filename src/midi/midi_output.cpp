@@ -1,29 +1,22 @@
 #include "midi/midi_output.h"
 
 #include <algorithm>
-#include <chrono>
+#include <new>
 #include <utility>
 
-#include "midi/abandoned.h"
-#include "midi/driver_callback.h"
 #include "midi/errors.h"
 #include "midi/texts.h"
 
 namespace tracksmith::midi {
 namespace {
 
-/// Longest time that Close waits for headers to come back.
-constexpr std::chrono::milliseconds kLongestWait{500};
 /// Length of the longest message whose header every driver takes.
 constexpr std::size_t kLongestMessage = 65'535;
 
 } // namespace
 
 TMidiOutput::TMidiOutput(MidiOutputDriver& driver)
-    : driver_(driver),
-      numDevs_(driver.DeviceCount()),
-      window_(
-          std::make_unique<PortWindow>([this](std::uint32_t message) { MidiOutput(message); })) {}
+    : driver_(driver), numDevs_(driver.DeviceCount()), link_(MakeLink()) {}
 
 TMidiOutput::~TMidiOutput() {
     try {
@@ -31,9 +24,11 @@ TMidiOutput::~TMidiOutput() {
     } catch (const std::exception&) {
         // The port is closed all the same
     }
-    for (auto& header : inFlight_.TakeAll()) {
-        Abandon(std::move(header));
-    }
+}
+
+std::unique_ptr<OutputLink> TMidiOutput::MakeLink() {
+    return std::make_unique<OutputLink>(driver_,
+                                        [this](std::uint32_t message) { MidiOutput(message); });
 }
 
 void TMidiOutput::Check(OutputOperation operation, ResultCode code) {
@@ -59,73 +54,52 @@ bool TMidiOutput::Open() {
     if (state_ == MidiOutputState::mosOpen) {
         return true;
     }
-    if (ctlInfo_ == nullptr) {
-        ctlInfo_ = MakeCtlInfo();
-    }
-    ctlInfo_->hWindow = window_.get();
-    DeviceHandle handle = 0;
-    Check(OutputOperation::Other,
-          driver_.Open(deviceId_, &DriverNotification, ctlInfo_.get(), handle));
-    handle_ = handle;
+    Check(OutputOperation::Other, link_->Open(deviceId_));
     state_ = MidiOutputState::mosOpen;
     return true;
 }
 
 bool TMidiOutput::Close() {
     if (state_ == MidiOutputState::mosOpen) {
-        const ResultCode ended = EndTransfers();
-        const ResultCode closed = driver_.Close(handle_);
+        const ResultCode result = link_->Close(useFullReset_);
         state_ = MidiOutputState::mosClosed;
-        handle_ = 0;
-        if (closed != kNoError) {
-            AbandonConnection();
+        if (!link_->Reusable()) {
+            link_ = MakeLink();
         }
-        Check(OutputOperation::Other, ended != kNoError ? ended : closed);
+        Check(OutputOperation::Other, result);
     }
     return true;
 }
 
-/// Silences the device if wanted and gets back the headers that the driver has. What it keeps is
-/// left to it.
-ResultCode TMidiOutput::EndTransfers() {
-    ReleaseCompleted();
-    if (!useFullReset_ && inFlight_.Empty()) {
-        return kNoError;
+std::unique_ptr<OutputLink> TMidiOutput::Detach() {
+    if (state_ == MidiOutputState::mosClosed) {
+        return nullptr;
     }
-    const ResultCode result = driver_.Reset(handle_);
-    const auto deadline = std::chrono::steady_clock::now() + kLongestWait;
-    ReleaseCompleted();
-    while (!inFlight_.Empty() && window_->WaitForCompleted(deadline)) {
-        ReleaseCompleted();
-    }
-    for (auto& header : inFlight_.TakeAll()) {
-        Abandon(std::move(header));
-    }
-    return result;
-}
-
-/// A driver that could not close may still call back: it keeps what it was given, and the next Open
-/// starts afresh.
-void TMidiOutput::AbandonConnection() {
-    auto window =
-        std::make_unique<PortWindow>([this](std::uint32_t message) { MidiOutput(message); });
-    window_->Detach();
-    Abandon(std::exchange(window_, std::move(window)));
-    Abandon(std::shared_ptr<TMidiCtlInfo>(std::move(ctlInfo_)));
+    state_ = MidiOutputState::mosClosed;
+    link_->StopPosting();
+    return std::exchange(link_, MakeLink());
 }
 
 void TMidiOutput::PutShort(std::uint8_t midiMessage, std::uint8_t data1, std::uint8_t data2) {
     RequireOpen(texts::kShortNotOpen.english);
+    Check(OutputOperation::ShortMessage, TryShort(midiMessage, data1, data2));
+}
+
+ResultCode TMidiOutput::TryShort(std::uint8_t midiMessage, std::uint8_t data1,
+                                 std::uint8_t data2) noexcept {
+    if (state_ != MidiOutputState::mosOpen) {
+        return kInvalidHandle;
+    }
     const std::uint32_t packed =
         midiMessage | std::uint32_t{data1} << 8 | std::uint32_t{data2} << 16;
-    Check(OutputOperation::ShortMessage, driver_.ShortMessage(handle_, packed));
+    return driver_.ShortMessage(link_->Handle(), packed);
 }
 
 void TMidiOutput::PutLong(const std::uint8_t* theSysex, std::uint16_t msgLength) {
     RequireOpen(texts::kLongNotOpen.english);
-    auto header = std::make_unique<TMyMidiHdr>(msgLength);
-    std::copy_n(theSysex, msgLength, header->sysexPointer);
-    Submit(std::move(header));
+    OutputOperation operation = OutputOperation::PrepareHeader;
+    const ResultCode result = SendLong(std::span(theSysex, msgLength), operation);
+    Check(operation, result);
 }
 
 void TMidiOutput::PutLong(std::span<const std::uint8_t> theSysex) {
@@ -136,18 +110,32 @@ void TMidiOutput::PutLong(std::span<const std::uint8_t> theSysex) {
     PutLong(theSysex.data(), static_cast<std::uint16_t>(theSysex.size()));
 }
 
-void TMidiOutput::Submit(std::unique_ptr<TMyMidiHdr> header) {
-    MidiHeader& lent = header->Header();
-    Check(OutputOperation::PrepareHeader, driver_.PrepareHeader(handle_, lent));
-    // From a success on the header may be released at any moment by the port's own thread
-    const TMyMidiHdr* listed = header.get();
-    inFlight_.Add(std::move(header));
-    const ResultCode result = driver_.LongMessage(handle_, lent);
-    if (result != kNoError) {
-        driver_.UnprepareHeader(handle_, lent);
-        inFlight_.Take(listed);
+ResultCode TMidiOutput::TryLong(std::span<const std::uint8_t> theSysex) noexcept {
+    if (state_ != MidiOutputState::mosOpen) {
+        return kInvalidHandle;
     }
-    Check(OutputOperation::LongMessage, result);
+    try {
+        OutputOperation operation = OutputOperation::PrepareHeader;
+        return SendLong(theSysex, operation);
+    } catch (const std::bad_alloc&) {
+        return kNoMemory;
+    }
+}
+
+/// `operation` says which call the result is from.
+ResultCode TMidiOutput::SendLong(std::span<const std::uint8_t> bytes, OutputOperation& operation) {
+    operation = OutputOperation::PrepareHeader;
+    if (bytes.size() > kLongestMessage) {
+        return kInvalidParameter;
+    }
+    auto header = std::make_unique<TMyMidiHdr>(static_cast<std::uint32_t>(bytes.size()));
+    std::ranges::copy(bytes, header->sysexPointer);
+    const ResultCode prepared = link_->Prepare(*header);
+    if (prepared != kNoError) {
+        return prepared;
+    }
+    operation = OutputOperation::LongMessage;
+    return link_->Submit(std::move(header));
 }
 
 void TMidiOutput::PutMidiEvent(const TMyMidiEvent& theEvent) {
@@ -196,7 +184,8 @@ void TMidiOutput::ChangeInstrument(std::uint8_t channel, TGMInstrumentPatch newI
 
 bool TMidiOutput::CachePatches(std::uint16_t bank, std::span<const std::uint16_t, 128> patchArray,
                                std::uint32_t operationFlag) {
-    Check(OutputOperation::Caching, driver_.CachePatches(handle_, bank, patchArray, operationFlag));
+    Check(OutputOperation::Caching,
+          driver_.CachePatches(link_->Handle(), bank, patchArray, operationFlag));
     return true;
 }
 
@@ -204,7 +193,7 @@ bool TMidiOutput::CacheDrumPatches(std::uint16_t patch,
                                    std::span<const std::uint16_t, 128> keyArray,
                                    std::uint32_t operationFlag) {
     Check(OutputOperation::Caching,
-          driver_.CacheDrumPatches(handle_, patch, keyArray, operationFlag));
+          driver_.CacheDrumPatches(link_->Handle(), patch, keyArray, operationFlag));
     return true;
 }
 
@@ -234,7 +223,7 @@ void TMidiOutput::SetVolume(std::uint16_t monoVolume) {
 
 ResultCode TMidiOutput::DriverMidiMessage(std::uint32_t msg, std::uintptr_t param1,
                                           std::uintptr_t param2) {
-    return driver_.Message(handle_, msg, param1, param2);
+    return driver_.Message(link_->Handle(), msg, param1, param2);
 }
 
 /// The port's own thread: something came back from the driver.
@@ -242,31 +231,16 @@ void TMidiOutput::MidiOutput(std::uint32_t message) {
     if (message != kOutputDone) {
         return;
     }
-    for (std::size_t count = ReleaseCompleted(); count > 0; --count) {
+    ResultCode failure = kNoError;
+    const std::size_t released = link_->ReleaseCompleted(failure);
+    if (failure != kNoError) {
+        error_ = failure;
+    }
+    for (std::size_t count = released; count > 0; --count) {
         if (onMidiOutput_) {
             onMidiOutput_(*this);
         }
     }
-}
-
-/// Frees the headers that came back; returns their number.
-std::size_t TMidiOutput::ReleaseCompleted() {
-    std::size_t count = 0;
-    while (TMyMidiHdr* completed = window_->TakeCompleted()) {
-        auto header = inFlight_.Take(completed);
-        if (header == nullptr) {
-            continue;
-        }
-        const ResultCode result = driver_.UnprepareHeader(handle_, header->Header());
-        if (result != kNoError) {
-            error_ = result;
-        }
-        if (result == kStillPlaying) {
-            Abandon(std::move(header));
-        }
-        ++count;
-    }
-    return count;
 }
 
 } // namespace tracksmith::midi

@@ -9,13 +9,11 @@
 #include <string>
 #include <string_view>
 
-#include "midi/ctl_info.h"
 #include "midi/gm_instrument_patch.h"
-#include "midi/headers_in_flight.h"
 #include "midi/midi_driver.h"
 #include "midi/my_midi_event.h"
 #include "midi/output_error_text.h"
-#include "midi/port_window.h"
+#include "midi/output_link.h"
 
 namespace tracksmith::midi {
 
@@ -55,6 +53,10 @@ public:
     /// that are under way are cut off; a driver that does not give them back within 500 ms is left
     /// with their memory. True when the driver reported no failure.
     virtual bool Close();
+    /// Closes the port for its users at once. What the driver still has of it is handed over: its
+    /// Close gets the messages under way back, which may take 500 ms, and closes the device, on any
+    /// thread. Null when the port was closed already. FullResetOnClose is not looked at.
+    std::unique_ptr<OutputLink> Detach();
     /// Sends a short message. Allocates nothing unless it raises.
     virtual void PutShort(std::uint8_t midiMessage, std::uint8_t data1, std::uint8_t data2);
     /// Sends `msgLength` bytes as they are; they are copied. Their memory is released on the
@@ -62,6 +64,10 @@ public:
     virtual void PutLong(const std::uint8_t* theSysex, std::uint16_t msgLength);
     /// The same for a whole buffer; raises for more than 65,535 bytes and sends nothing then.
     void PutLong(std::span<const std::uint8_t> theSysex);
+    /// The same two without raising: the result code says what went wrong, Error stays as it is.
+    /// For threads that must go on. A closed port gives kInvalidHandle.
+    ResultCode TryShort(std::uint8_t midiMessage, std::uint8_t data1, std::uint8_t data2) noexcept;
+    ResultCode TryLong(std::span<const std::uint8_t> theSysex) noexcept;
     /// Sends a received message: the system-exclusive bytes when it has some, else the short form.
     void PutMidiEvent(const TMyMidiEvent& theEvent);
 
@@ -129,7 +135,7 @@ public:
     bool SupportsStereoVolumeControl() const;
 
     /// The driver's handle, 0 when closed.
-    DeviceHandle MIDIHandle() const { return handle_; }
+    DeviceHandle MIDIHandle() const { return link_->Handle(); }
     MidiOutputState State() const { return state_; }
     /// Result code of the last driver call that a caller asked for.
     ResultCode Error() const { return error_; }
@@ -149,11 +155,9 @@ private:
     bool Has(std::uint32_t capability) const;
     void PutChannel(std::uint8_t status, std::uint8_t channel, std::uint8_t data1,
                     std::uint8_t data2);
-    void Submit(std::unique_ptr<TMyMidiHdr> header);
+    ResultCode SendLong(std::span<const std::uint8_t> bytes, OutputOperation& operation);
     void MidiOutput(std::uint32_t message);
-    std::size_t ReleaseCompleted();
-    ResultCode EndTransfers();
-    void AbandonConnection();
+    std::unique_ptr<OutputLink> MakeLink();
 
     MidiOutputDriver& driver_;
     std::uint32_t numDevs_ = 0;
@@ -161,11 +165,8 @@ private:
     DeviceCapabilities capabilities_;
     bool useFullReset_ = false;
     std::atomic<MidiOutputState> state_ = MidiOutputState::mosClosed;
-    std::atomic<DeviceHandle> handle_ = 0;
     std::atomic<ResultCode> error_ = kNoError;
-    std::unique_ptr<PortWindow> window_;
-    CtlInfoPointer ctlInfo_;
-    HeadersInFlight inFlight_;
+    std::unique_ptr<OutputLink> link_;
     TNotifyEvent onMidiOutput_;
     TNotifyEvent onDeviceChanged_;
 };

@@ -17,7 +17,7 @@ void PortWindow::Post(std::uint32_t message) noexcept {
 void PortWindow::Complete(MidiHeader& header) noexcept {
     const std::scoped_lock lock(mutex_);
     // A port that gave up on its driver has abandoned the header, too
-    if (poster_ == nullptr) {
+    if (detached_) {
         return;
     }
     TMyMidiHdr* completed = TMyMidiHdr::Of(header);
@@ -27,7 +27,9 @@ void PortWindow::Complete(MidiHeader& header) noexcept {
     link = completed;
     lastCompleted_ = completed;
     completion_.notify_all();
-    poster_->Post(kOutputDone);
+    if (poster_ != nullptr) {
+        poster_->Post(kOutputDone);
+    }
 }
 
 TMyMidiHdr* PortWindow::TakeCompleted() {
@@ -45,10 +47,16 @@ bool PortWindow::WaitForCompleted(std::chrono::steady_clock::time_point deadline
     return completion_.wait_until(lock, deadline, [this] { return firstCompleted_ != nullptr; });
 }
 
-void PortWindow::Detach() {
+void PortWindow::StopPosting() {
     std::unique_ptr<system::MessagePoster> poster;
     const std::scoped_lock lock(mutex_);
     poster = std::move(poster_);
+}
+
+void PortWindow::Detach() {
+    StopPosting();
+    const std::scoped_lock lock(mutex_);
+    detached_ = true;
     firstCompleted_ = nullptr;
     lastCompleted_ = nullptr;
 }

@@ -27,13 +27,18 @@ public:
     TMyMidiHdr* TakeCompleted();
     /// Waits until a header has come back. False when none had until `deadline`.
     bool WaitForCompleted(std::chrono::steady_clock::time_point deadline);
-    /// From now on what callbacks leave here is ignored. On the creating thread.
+    /// From now on the handler is not called; headers that come back are still listed. On the
+    /// creating thread; afterwards the window may be used and destroyed on any.
+    void StopPosting();
+    /// From now on what callbacks leave here is ignored. On the creating thread, or any after
+    /// StopPosting.
     void Detach();
 
 private:
     std::mutex mutex_;
     std::condition_variable completion_;
     std::unique_ptr<system::MessagePoster> poster_;
+    bool detached_ = false;
     TMyMidiHdr* firstCompleted_ = nullptr;
     TMyMidiHdr* lastCompleted_ = nullptr;
 };

@@ -30,6 +30,8 @@ set(SOURCES
   my_midi_hdr.h
   output_error_text.cpp
   output_error_text.h
+  output_link.cpp
+  output_link.h
   port_backend.h
   port_list.cpp
   port_list.h

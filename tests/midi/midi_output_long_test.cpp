@@ -130,6 +130,38 @@ TEST_F(OutputLongTest, CloseAbandonsWhatNeverComesBack) {
     EXPECT_EQ(sent, 0);
 }
 
+// The owner goes on at once; the waiting is done elsewhere, also for headers that come late.
+TEST_F(OutputLongTest, ADetachedPortIsClosedOnAnotherThread) {
+    output->PutLong(kSysex);
+    output->PutLong(kSysex);
+    std::unique_ptr<OutputLink> link = output->Detach();
+    EXPECT_EQ(output->State(), MidiOutputState::mosClosed);
+    EXPECT_EQ(output->Detach(), nullptr);
+    driver.calls.clear();
+    std::jthread closing([&] {
+        EXPECT_EQ(link->Close(false), kNoError);
+        link.reset();
+    });
+    std::this_thread::sleep_for(milliseconds(10));
+    driver.Complete();
+    driver.Complete();
+    closing.join();
+    EXPECT_EQ(driver.calls,
+              (Calls{"Reset 77", "UnprepareHeader 4", "UnprepareHeader 4", "Close 77"}));
+    system::DispatchMessages();
+    EXPECT_EQ(sent, 0);
+    EXPECT_TRUE(output->Open());
+    driver.results["LongMessage"] = kNotReady;
+    EXPECT_EQ(output->TryLong(kSysex), kNotReady);
+    EXPECT_EQ(output->TryLong(std::vector<std::uint8_t>(65'536)), kInvalidParameter);
+    EXPECT_EQ(output->TryShort(0x90, 1, 2), kNoError);
+    EXPECT_EQ(driver.calls.back(), "ShortMessage 131472");
+    output->Close();
+    EXPECT_EQ(output->TryShort(0x90, 1, 2), kInvalidHandle);
+    EXPECT_EQ(output->TryLong(kSysex), kInvalidHandle);
+    EXPECT_EQ(output->Error(), kNoError);
+}
+
 TEST_F(OutputLongTest, KeepsAHeaderThatTheDriverStillUses) {
     output->PutLong(kSysex);
     MidiHeader* header = driver.held.at(0);
