@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "instruments/catalogue_table.h"
 #include "instruments/texts.h"
 
 namespace tracksmith::instruments {
@@ -71,7 +72,15 @@ constexpr auto kGroups = std::to_array<Group>({
     {kYamahaVocalHarmony, texts::kOnlyYamahaVocalHarmony},
 });
 
+constexpr bool NamesCatalogueOnce(const Group& group) {
+    const Names names = group.instruments;
+    return std::ranges::all_of(names, [names](std::string_view name) {
+        return IsInCatalogue(name) && std::ranges::count(names, name) == 1;
+    });
+}
+
 static_assert(kGroups.size() == kCapabilityCount);
+static_assert(std::ranges::all_of(kGroups, NamesCatalogueOnce));
 
 } // namespace
 

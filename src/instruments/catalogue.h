@@ -23,7 +23,10 @@ inline constexpr InstrumentId kXgSoundset = 19;
 struct Instrument {
     /// Display name, which is also the value in the settings. Begins with the maker.
     std::string_view name;
-    InstrumentId id;
+    InstrumentId id = kGmSoundset;
+    /// Its voices and drum kits follow Yamaha's XG; Motif and S synthesisers have preset banks of
+    /// their own in its place.
+    bool xg = false;
 };
 
 /// All instruments in the order in which they are listed. Any thread.

@@ -3,6 +3,7 @@ set(SOURCES
   capabilities.h
   catalogue.cpp
   catalogue.h
+  catalogue_table.h
   instrument_settings.cpp
   instrument_settings.h
   output_assignment.cpp

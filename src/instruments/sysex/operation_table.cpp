@@ -4,6 +4,7 @@
 #include <array>
 
 #include "instruments/capabilities.h"
+#include "instruments/catalogue_table.h"
 #include "instruments/sysex/insert_gs.h"
 #include "instruments/sysex/insert_gs_effects.h"
 #include "instruments/sysex/insert_outputs.h"
@@ -222,7 +223,9 @@ struct Group {
     std::span<const Step> steps;
 };
 
-// Instruments in no group (39 and 102) take songs as they are.
+// Instruments that take songs as they are.
+constexpr auto kNoIds = std::to_array<InstrumentId>({39, 102});
+
 constexpr auto kGroups = std::to_array<Group>({{kGmIds, kGmSteps},
                                                {kScIds, kScSteps},
                                                {kSgxIds, kSgxSteps},
@@ -243,6 +246,16 @@ constexpr auto kGroups = std::to_array<Group>({{kGmIds, kGmSteps},
                                                {kMbMusicIds, kMbMusicSteps},
                                                {kIntegra7Ids, kIntegra7Steps},
                                                {kBk9Ids, kBk9Steps}});
+
+constexpr bool IsInOneGroup(const Instrument& instrument) {
+    auto groups = std::ranges::count(kNoIds, instrument.id);
+    for (const Group& group : kGroups) {
+        groups += std::ranges::count(group.instruments, instrument.id);
+    }
+    return groups == 1;
+}
+
+static_assert(std::ranges::all_of(kCatalogue, IsInOneGroup));
 
 } // namespace
 

@@ -15,9 +15,8 @@ std::string_view NameOf(InstrumentId instrument) {
 } // namespace
 
 bool HasXgSet(InstrumentId instrument) {
-    const std::string_view name = NameOf(instrument);
-    return name.starts_with("Yamaha ") && !name.starts_with("Yamaha Motif") &&
-           !name.starts_with("Yamaha S90");
+    const Instrument* entry = FindInstrument(instrument);
+    return entry != nullptr && entry->xg;
 }
 
 bool HasGm2Set(InstrumentId instrument) {
