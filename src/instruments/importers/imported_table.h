@@ -12,7 +12,7 @@ inline constexpr std::size_t kMostImportBytes = 8U << 20U;
 /// Most voices that one file gives, over all its instruments.
 inline constexpr std::size_t kMostImportedRows = 131'072;
 
-/// The voices of one instrument from a foreign file, sorted by family, MSB, LSB and program.
+/// The voices of one instrument from a foreign file, in the order of MakeVoiceTable.
 struct ImportedTable {
     /// Maker and model as the file names them.
     std::string modelName;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string_view>
 
@@ -15,7 +16,8 @@ struct VoiceNumbers {
     std::uint8_t lsb = 0;
     std::uint8_t program = 0;
 
-    friend bool operator==(const VoiceNumbers&, const VoiceNumbers&) = default;
+    /// By MSB, then LSB, then program.
+    friend auto operator<=>(const VoiceNumbers&, const VoiceNumbers&) = default;
 };
 
 /// One record of a voice table. The texts belong to the table and live as long as it does.

@@ -17,6 +17,7 @@ namespace tracksmith::instruments {
 namespace {
 
 constexpr std::size_t kColumns = 6;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 using Fields = std::array<std::string_view, kColumns>;
 
@@ -56,6 +57,9 @@ public:
             throw VoiceFileError(texts::kTableTooLarge);
         }
         std::string_view rest = *text_;
+        if (rest.starts_with(kByteOrderMark)) {
+            rest.remove_prefix(kByteOrderMark.size());
+        }
         if (TakeLine(rest, texts::kTableHeader) != kTableHeaderLine) {
             Fail(texts::kTableHeader);
         }
@@ -79,8 +83,11 @@ private:
         if (end == std::string_view::npos) {
             Fail(withoutEnd);
         }
-        const std::string_view line = rest.substr(0, end);
+        std::string_view line = rest.substr(0, end);
         rest.remove_prefix(end + 1);
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
         return line;
     }
 

@@ -18,8 +18,9 @@ inline constexpr std::size_t kMostFamilies = 1'000;
 /// First line of every voice table.
 inline constexpr std::string_view kTableHeaderLine = "family\tcategory\tmsb\tlsb\tprogram\tname";
 
-/// Reads the bytes of a voice table: UTF-8, lines that end with a line feed, six columns separated
-/// by tabs, no quoting, the header first. Strict: what differs throws VoiceFileError with its line.
+/// Reads the bytes of a voice table: UTF-8, with or without a byte order mark; lines that end with
+/// a line feed, with or without a carriage return before it; six columns separated by tabs, no
+/// quoting, the header first. Strict: what else differs throws VoiceFileError with its line.
 VoiceTable ReadVoiceTable(std::string bytes);
 
 /// Reads the table in a file; throws VoiceFileError, also for a file that is missing, cannot be

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <system_error>
 #include <tuple>
 #include <utility>
@@ -29,12 +30,29 @@ std::string HeaderLine() {
     return line.append(1, '\n');
 }
 
-auto SortKey(const VoiceRow& row) {
-    return std::tie(row.family, row.numbers.msb, row.numbers.lsb, row.numbers.program);
+/// A row with its place: family and category by where they first occur, then the numbers.
+struct PlacedRow {
+    std::tuple<std::size_t, std::size_t, VoiceNumbers> place;
+    VoiceRow row;
+};
+
+std::vector<PlacedRow> Placed(std::vector<VoiceRow> rows) {
+    std::map<std::string, std::size_t> families;
+    std::map<std::pair<std::string, std::string>, std::size_t> categories;
+    std::vector<PlacedRow> placed;
+    placed.reserve(rows.size());
+    for (VoiceRow& row : rows) {
+        const auto family = families.try_emplace(row.family, families.size()).first;
+        const auto category =
+            categories.try_emplace({row.family, row.category}, categories.size()).first;
+        placed.push_back({{family->second, category->second, row.numbers}, std::move(row)});
+    }
+    return placed;
 }
 
 bool IsSame(const VoiceRow& a, const VoiceRow& b) {
-    return SortKey(a) == SortKey(b) && a.category == b.category && a.name == b.name;
+    return a.numbers == b.numbers && a.family == b.family && a.category == b.category &&
+           a.name == b.name;
 }
 
 } // namespace
@@ -48,11 +66,12 @@ std::string VoiceTableText(std::span<const Voice> voices) {
 }
 
 VoiceTable MakeVoiceTable(std::vector<VoiceRow> rows) {
-    std::ranges::stable_sort(
-        rows, [](const VoiceRow& a, const VoiceRow& b) { return SortKey(a) < SortKey(b); });
-    rows.erase(std::unique(rows.begin(), rows.end(), IsSame), rows.end());
+    std::vector<PlacedRow> placed = Placed(std::move(rows));
+    std::ranges::stable_sort(placed, {}, &PlacedRow::place);
+    const auto repeated = std::ranges::unique(placed, IsSame, &PlacedRow::row);
+    placed.erase(repeated.begin(), repeated.end());
     std::string text = HeaderLine();
-    for (const VoiceRow& row : rows) {
+    for (const auto& [place, row] : placed) {
         AppendLine(text, row.family, row.category, row.numbers, row.name);
     }
     // The strict reader vouches for every table that is made to be written.

@@ -15,8 +15,9 @@ namespace tracksmith::instruments {
 /// The bytes of a table's file, records in the order given: what ReadVoiceTable reads.
 std::string VoiceTableText(std::span<const Voice> voices);
 
-/// A table of `rows`, sorted by family, MSB, LSB and program; of rows that are the same in all
-/// fields one remains. Throws VoiceFileError for rows that a table file could not hold.
+/// A table of `rows`: families, and the categories of each, in the order in which they first occur,
+/// within a category by MSB, LSB and program; of rows that are the same in all fields one remains.
+/// Throws VoiceFileError for rows that a table file could not hold.
 VoiceTable MakeVoiceTable(std::vector<VoiceRow> rows);
 
 /// Name of an instrument's table file: its code with three digits and its name in small letters

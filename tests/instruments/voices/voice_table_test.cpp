@@ -45,6 +45,15 @@ TEST(VoiceTable, FindsTheFirstOfEqualRecordsAndKitsApart) {
     EXPECT_EQ(VoiceTable().Find(false, {0, 0, 0}), nullptr);
 }
 
+// Editors of other systems write a byte order mark and carriage returns.
+TEST(VoiceTable, ReadsWhatEditorsWrite) {
+    std::string file = "\xEF\xBB\xBF" + TableOf(kLines);
+    for (std::size_t at = 0; (at = file.find('\n', at)) != std::string::npos; at += 2) {
+        file.insert(at, 1, '\r');
+    }
+    EXPECT_EQ(VoiceTableText(ReadVoiceTable(file).Voices()), TableOf(kLines));
+}
+
 struct FaultRow {
     const char* what;
     std::string file;
@@ -80,8 +89,8 @@ INSTANTIATE_TEST_SUITE_P(
     Faults, VoiceTableFaultTest,
     testing::Values(
         FaultRow{"empty", "", texts::kTableHeader, 1},
-        FaultRow{"mark", "\xEF\xBB\xBF" + TableOf(""), texts::kTableHeader, 1},
-        FaultRow{"carriage return", TableOf(Row("a\r")), texts::kControlCharacter, 2},
+        FaultRow{"two marks", "\xEF\xBB\xBF\xEF\xBB\xBF" + TableOf(""), texts::kTableHeader, 1},
+        FaultRow{"carriage return", TableOf(Row("a\rb")), texts::kControlCharacter, 2},
         FaultRow{"cut", TableOf(Row("a") + "GM\tPiano\t0\t0\t1\tBri"), texts::kTableTruncated, 3},
         FaultRow{"five columns", TableOf("GM\tPiano\t0\t0\t0\n"), texts::kColumnCount, 2},
         FaultRow{"seven columns", TableOf(Row("a\tb")), texts::kColumnCount, 2},
@@ -111,15 +120,16 @@ TEST(VoiceFileError, SpeaksBothLanguages) {
               texts::kTableTooLarge.english);
 }
 
-TEST(MakeVoiceTable, SortsAndDropsRepetitions) {
-    const VoiceTable table = MakeVoiceTable({{"B", "c", {0, 0, 2}, "late"},
+TEST(MakeVoiceTable, KeepsTheOrderOfGroupsAndDropsRepetitions) {
+    const VoiceTable table = MakeVoiceTable({{"B", "z", {0, 0, 2}, "late"},
                                              {"B", "c", {0, 0, 1}, "one"},
-                                             {"A", "c", {9, 0, 0}, "first family"},
+                                             {"A", "c", {9, 0, 0}, "last family"},
                                              {"B", "c", {0, 0, 1}, "one"},
+                                             {"B", "z", {0, 0, 1}, "early"},
                                              {"B", "c", {0, 0, 1}, "another"}});
-    EXPECT_EQ(VoiceTableText(table.Voices()),
-              TableOf("A\tc\t9\t0\t0\tfirst family\nB\tc\t0\t0\t1\tone\n"
-                      "B\tc\t0\t0\t1\tanother\nB\tc\t0\t0\t2\tlate\n"));
+    EXPECT_EQ(VoiceTableText(table.Voices()), TableOf("B\tz\t0\t0\t1\tearly\nB\tz\t0\t0\t2\tlate\n"
+                                                      "B\tc\t0\t0\t1\tone\nB\tc\t0\t0\t1\tanother\n"
+                                                      "A\tc\t9\t0\t0\tlast family\n"));
     EXPECT_THROW(MakeVoiceTable({{"A", "c", {0, 0, 0}, "two\nlines"}}), VoiceFileError);
 }
 
