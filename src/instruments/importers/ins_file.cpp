@@ -78,6 +78,9 @@ public:
         while (!rest_.empty()) {
             ReadLine(TakeLine());
         }
+        if (!knowsSection_) {
+            throw VoiceFileError(texts::kInsNoSection, std::max(firstHead_, std::size_t{1}));
+        }
         return std::move(file_);
     }
 
@@ -103,9 +106,7 @@ private:
             return;
         }
         if (line.starts_with('.')) {
-            section_ = SectionOf(line);
-            list_ = nullptr;
-            inDefinition_ = false;
+            BeginSection(line);
         } else if (section_ == Section::None) {
             Fail(texts::kInsLine);
         } else if (section_ == Section::Other) {
@@ -115,6 +116,14 @@ private:
         } else {
             ReadSetting(line);
         }
+    }
+
+    void BeginSection(std::string_view line) {
+        section_ = SectionOf(line);
+        knowsSection_ = knowsSection_ || section_ != Section::Other;
+        firstHead_ = firstHead_ == 0 ? line_ : firstHead_;
+        list_ = nullptr;
+        inDefinition_ = false;
     }
 
     void BeginPart(std::string_view line) {
@@ -198,10 +207,16 @@ private:
     Section section_ = Section::None;
     InsPatchList* list_ = nullptr;
     bool inDefinition_ = false;
+    bool knowsSection_ = false;
+    std::size_t firstHead_ = 0;
     InsFile file_;
 };
 
 } // namespace
+
+bool InsNameLess::operator()(std::string_view a, std::string_view b) const {
+    return std::ranges::lexicographical_compare(a, b, {}, Small, Small);
+}
 
 InsFile ParseInsFile(std::string_view text) {
     return Parser(text).Parse();

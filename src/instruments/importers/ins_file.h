@@ -45,14 +45,20 @@ struct InsDefinition {
     std::map<std::pair<std::int32_t, std::int32_t>, bool> drums;
 };
 
+/// Orders names of lists, capital and small letters (ASCII) alike.
+struct InsNameLess {
+    bool operator()(std::string_view a, std::string_view b) const;
+};
+
 /// The parts of a file of instrument definitions that voices come from.
 struct InsFile {
-    std::map<std::string_view, InsPatchList> lists;
+    std::map<std::string_view, InsPatchList, InsNameLess> lists;
     std::vector<InsDefinition> definitions;
 };
 
 /// Takes the text of a file of instrument definitions apart; key names of other software are passed
-/// over. The text must outlive the result. Throws VoiceFileError.
+/// over; section heads, keys and names of lists are the same in capital and small letters. The text
+/// must outlive the result. Throws VoiceFileError, also for a text without any known section.
 InsFile ParseInsFile(std::string_view text);
 
 } // namespace tracksmith::instruments

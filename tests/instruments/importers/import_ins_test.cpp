@@ -66,6 +66,13 @@ TEST(ImportIns, KitBanksOfGm2AndXgHoldKits) {
     EXPECT_EQ(linesOf("Yamaha X", "15488"), "Voices"); // MSB 121
 }
 
+TEST(ImportIns, CapitalsMakeNoDifference) {
+    const auto tables =
+        ImportIns(Bytes(".patch names\n[GRAND]\n0=One\n[Upright]\nBASEDON=grand\n"
+                        ".instrument definitions\n[I]\nPATCH[0]=upright\n"));
+    EXPECT_EQ(Lines(tables.at(0)), "Voices|upright|0|0|0|One\n");
+}
+
 struct MethodRow {
     std::string settings;
     std::string bank;
@@ -123,24 +130,26 @@ std::string Chain(int lists) {
 
 INSTANTIATE_TEST_SUITE_P(
     Faults, ImportInsFaultTest,
-    testing::Values(FaultRow{"", texts::kImportNoVoices, 0}, FaultRow{"text", texts::kInsLine, 1},
-                    FaultRow{".Patch Names\n0=a", texts::kInsLine, 2},
-                    FaultRow{".Patch Names\n[L", texts::kInsLine, 2},
-                    FaultRow{".Patch Names\n[L]\n0", texts::kInsLine, 3},
-                    FaultRow{".Patch Names\n[L]\n128=a", texts::kInsProgram, 3},
-                    FaultRow{".Patch Names\n[L]\nx=a", texts::kInsProgram, 3},
-                    FaultRow{File("[I]\nPatch[16384]=Kits"), texts::kInsBank, 19},
-                    FaultRow{File("[I]\nPatch[-1]=Kits"), texts::kInsBank, 19},
-                    FaultRow{File("[I]\nPatch=Kits"), texts::kInsLine, 19},
-                    FaultRow{File("[I]\nDrum[1]=1"), texts::kInsLine, 19},
-                    FaultRow{File("[I]\nDrum[1,200]=1"), texts::kInsProgram, 19},
-                    FaultRow{File("[I]\nBankSelMethod=4"), texts::kInsMethod, 19},
-                    FaultRow{File("[I]\nPatch[200]=Kits\nBankSelMethod=2"), texts::kInsBank, 19},
-                    FaultRow{File("[I]\nPatch[129]=Kits\nBankSelMethod=1"), texts::kInsBank, 19},
-                    FaultRow{Chain(40), texts::kReferenceDepth, 65},
-                    FaultRow{
-                        ".Patch Names\n[L]\nBasedOn=L\n.Instrument Definitions\n[I]\nPatch[0]=L",
-                        texts::kReferenceDepth, 3}),
+    testing::Values(
+        FaultRow{"", texts::kInsNoSection, 1}, FaultRow{"text", texts::kInsLine, 1},
+        FaultRow{"; none\n.Note Names\n[L]\n.Controller Names", texts::kInsNoSection, 2},
+        FaultRow{".Note Names\n.patch names", texts::kImportNoVoices, 0},
+        FaultRow{".Patch Names\n0=a", texts::kInsLine, 2},
+        FaultRow{".Patch Names\n[L", texts::kInsLine, 2},
+        FaultRow{".Patch Names\n[L]\n0", texts::kInsLine, 3},
+        FaultRow{".Patch Names\n[L]\n128=a", texts::kInsProgram, 3},
+        FaultRow{".Patch Names\n[L]\nx=a", texts::kInsProgram, 3},
+        FaultRow{File("[I]\nPatch[16384]=Kits"), texts::kInsBank, 19},
+        FaultRow{File("[I]\nPatch[-1]=Kits"), texts::kInsBank, 19},
+        FaultRow{File("[I]\nPatch=Kits"), texts::kInsLine, 19},
+        FaultRow{File("[I]\nDrum[1]=1"), texts::kInsLine, 19},
+        FaultRow{File("[I]\nDrum[1,200]=1"), texts::kInsProgram, 19},
+        FaultRow{File("[I]\nBankSelMethod=4"), texts::kInsMethod, 19},
+        FaultRow{File("[I]\nPatch[200]=Kits\nBankSelMethod=2"), texts::kInsBank, 19},
+        FaultRow{File("[I]\nPatch[129]=Kits\nBankSelMethod=1"), texts::kInsBank, 19},
+        FaultRow{Chain(40), texts::kReferenceDepth, 65},
+        FaultRow{".Patch Names\n[L]\nBasedOn=L\n.Instrument Definitions\n[I]\nPatch[0]=L",
+                 texts::kReferenceDepth, 3}),
     [](const auto& row) { return "Row" + std::to_string(row.index); });
 
 TEST(ImportIns, FollowsASensibleChain) {
