@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "instruments/forms/texts.h"
@@ -33,8 +34,16 @@ InstrumentChooser::InstrumentChooser(instruments::InstrumentSettings& settings,
     connect(list_, &InstrumentList::InstrumentChanged, this,
             [this] { choose_->setEnabled(list_->Instrument() != nullptr); });
     connect(list_, &InstrumentList::InstrumentAccepted, this, &InstrumentChooser::TakeChoice);
+    FitToScreen();
     ShowOutput();
     list_->setFocus();
+}
+
+// As many instruments at once as a screen has room for, within reason.
+void InstrumentChooser::FitToScreen() {
+    constexpr int kLines = 48;
+    const int room = screen()->availableGeometry().height() * 9 / 10;
+    resize(sizeHint().width(), std::min(fontMetrics().height() * kLines, room));
 }
 
 // With one output there is nothing to choose among.

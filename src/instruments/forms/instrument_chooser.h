@@ -39,6 +39,7 @@ signals:
 
 private:
     void AddOutputs(Language language);
+    void FitToScreen();
     void AddButtons(Language language);
     void ShowOutput();
     void TakeChoice();
