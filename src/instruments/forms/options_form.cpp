@@ -192,8 +192,7 @@ void TOptionsForm::ShowSettings() {
     const QSignalBlocker silentLimex(limexTe200_);
     limexTe200_->setChecked(settings_.ReadLimexTe200(instrument_));
     ShowAvailable(*limexTe200_, Capability::LimexTe200, instrument_texts::kLimexTe200Hint);
-    ShowAvailable(*audioRouting_, Capability::Integra7Routing,
-                  instrument_texts::kAudioRoutingTitle);
+    ShowAudioRouting();
     ShowAvailable(*rolandMap_, Capability::RolandScMap, instrument_texts::kRolandMapHint);
     ShowRolandMaps();
 }
@@ -215,6 +214,7 @@ void TOptionsForm::ShowAudioRouting() {
     if (motif && instruments::AudioOutputs(instrument_).empty()) {
         audioRouting_->setEnabled(false);
         audioRouting_->setToolTip(Say(instrument_texts::kNoAudioRouting));
+        audioRouting_->setAccessibleDescription(Say(instrument_texts::kNoAudioRouting));
     }
 }
 
