@@ -1,32 +1,52 @@
 #include "app/channel_voices.h"
 
+#include "instruments/voices/shared_sets.h"
+
 namespace tracksmith::app {
 namespace {
+
+using instruments::VoiceMatch;
+using instruments::VoiceNumbers;
 
 constexpr std::uint8_t kDrumChannel = 9;
 
 } // namespace
 
-std::string VoiceOfChannel(const instruments::VoiceTables& tables,
-                           const SongDescription::ChannelLine& line,
-                           instruments::InstrumentId instrument,
-                           const instruments::LookupOptions& options, Language language) {
+instruments::ChannelVoice FirstVoiceOf(const instruments::VoiceTables& tables,
+                                       const SongDescription::ChannelLine& line,
+                                       instruments::InstrumentId instrument,
+                                       const instruments::LookupOptions& options) {
+    const auto numbersFor = [&](bool kits) {
+        return instruments::NumbersInForce(instrument, kits, line.bankMsb, line.bankLsb,
+                                           line.program.value_or(std::uint8_t{0}));
+    };
+    const auto isExact = [&](bool kits, VoiceNumbers numbers) {
+        return FindVoice(tables, instrument, kits, numbers, options).match == VoiceMatch::Exact;
+    };
+    const VoiceNumbers voice = numbersFor(false);
+    const bool drums = line.channel == kDrumChannel ||
+                       (!isExact(false, voice) &&
+                        (instruments::IsKitBank(instrument, voice.msb) || isExact(true, voice)));
+    return {instrument, drums, drums ? numbersFor(true) : voice};
+}
+
+instruments::NamedVoice VoiceOfChannel(const instruments::VoiceTables& tables,
+                                       const SongDescription::ChannelLine& line,
+                                       instruments::InstrumentId instrument,
+                                       const instruments::LookupOptions& options,
+                                       Language language) {
     if (!line.program) {
         return {};
     }
-    const instruments::VoiceNumbers numbers{line.bankMsb.value_or(0), line.bankLsb.value_or(0),
-                                            *line.program};
-    const auto known = [&](bool kits) {
-        return instruments::FindVoice(tables, instrument, kits, numbers, options).voice != nullptr;
-    };
-    const bool drums = line.channel == kDrumChannel || (!known(false) && known(true));
-    return instruments::PatchName(tables, {instrument, drums, numbers}, options, language);
+    return instruments::NameVoice(tables, FirstVoiceOf(tables, line, instrument, options), options,
+                                  language);
 }
 
-std::vector<std::string> VoicesOfChannels(const instruments::VoiceTables& tables,
-                                          const SongDescription& song,
-                                          instruments::InstrumentId instrument, Language language) {
-    std::vector<std::string> names;
+std::vector<instruments::NamedVoice> VoicesOfChannels(const instruments::VoiceTables& tables,
+                                                      const SongDescription& song,
+                                                      instruments::InstrumentId instrument,
+                                                      Language language) {
+    std::vector<instruments::NamedVoice> names;
     for (const SongDescription::ChannelLine& line : song.channels) {
         names.push_back(VoiceOfChannel(tables, line, instrument, {}, language));
     }

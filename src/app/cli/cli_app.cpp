@@ -4,6 +4,8 @@
 #include <ostream>
 #include <vector>
 
+#include "base/data_folders.h"
+
 #include "app/cli/commands.h"
 #include "app/cli/texts.h"
 
@@ -93,6 +95,7 @@ int ParseAndRun(CLI::App& app, std::span<const std::string> arguments, CliContex
 } // namespace
 
 int RunCli(std::span<const std::string> arguments, const CliEnvironment& environment) {
+    instruments::VoiceTables voices(VoiceFolders());
     CliContext context{environment.in,
                        environment.out,
                        environment.log,
@@ -101,6 +104,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
                        false,
                        false,
                        environment.openDevices,
+                       &voices,
                        {}};
     try {
         CLI::App app(context.Say(texts::kHelpProgram), "tracksmith-cli");

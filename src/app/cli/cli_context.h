@@ -7,6 +7,7 @@
 #include "base/text.h"
 
 #include "app/cli/open_devices.h"
+#include "instruments/voices/voice_tables.h"
 
 namespace tracksmith::cli {
 
@@ -33,6 +34,8 @@ struct CliContext {
     /// Questions are answered Yes.
     bool yes = false;
     OpenDevices openDevices;
+    /// The one set of voice tables of the run.
+    instruments::VoiceTables* voices = nullptr;
     /// The chosen command, set while the arguments are read. Returns an exit code.
     std::function<int()> run;
 

@@ -3,8 +3,6 @@
 #include <memory>
 #include <ostream>
 
-#include "base/data_folders.h"
-
 #include "app/channel_voices.h"
 #include "app/cli/commands.h"
 #include "app/cli/info_json.h"
@@ -53,11 +51,10 @@ int RunInfo(CliContext& context, const InfoArguments& arguments) {
     }
     SongBatch batch(context);
     batch.Expand(arguments.files);
-    const instruments::VoiceTables tables(VoiceFolders());
     const auto describe = [&](SongJob& job) {
         const app::SongDescription song = app::DescribeSong(job.session.Work());
-        const std::vector<std::string> voices = app::VoicesOfChannels(
-            tables, song, instrument != nullptr ? instrument->id : InstrumentOf(song),
+        const std::vector<instruments::NamedVoice> voices = app::VoicesOfChannels(
+            *context.voices, song, instrument != nullptr ? instrument->id : InstrumentOf(song),
             context.language);
         std::ostream& out = job.context.out;
         if (arguments.json) {

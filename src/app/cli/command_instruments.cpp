@@ -2,14 +2,13 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "base/data_folders.h"
-
 #include "app/cli/columns.h"
 #include "app/cli/commands.h"
 #include "app/cli/instrument_choice.h"
 #include "app/cli/texts.h"
 #include "instruments/sysex/operation_table.h"
-#include "instruments/voices/voice_tables.h"
+#include "instruments/voices/texts.h"
+#include "instruments/voices/voice_list.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -27,15 +26,18 @@ struct InstrumentLine {
     const instruments::Instrument* instrument;
     /// Voices of its own table, 0 without one.
     std::size_t voices = 0;
+    /// The instrument whose table names its voices.
+    instruments::InstrumentId names = instruments::kGmSoundset;
     std::vector<instruments::OperationStep> operations;
 };
 
-std::vector<InstrumentLine> LinesFor(const std::string& words) {
-    instruments::VoiceTables tables(VoiceFolders());
+std::vector<InstrumentLine> LinesFor(const CliContext& context, const std::string& words) {
+    const instruments::VoiceTables& tables = *context.voices;
     std::vector<InstrumentLine> lines;
     for (const instruments::Instrument* instrument : MatchInstruments(words)) {
         const instruments::VoiceTable* own = tables.OwnTable(instrument->id);
         lines.push_back({instrument, own == nullptr ? 0 : own->Voices().size(),
+                         instruments::NamingTable(tables, instrument->id),
                          instruments::OperationsOf(instrument->id)});
     }
     return lines;
@@ -50,17 +52,19 @@ std::vector<std::string_view> OperationNames(const InstrumentLine& line) {
 }
 
 void WriteJson(std::ostream& out, const InstrumentLine& line) {
-    nlohmann::ordered_json json{{"schema", kSchema},
-                                {"id", line.instrument->id},
-                                {"name", line.instrument->name},
-                                {"voices", line.voices},
-                                {"operations", OperationNames(line)}};
+    nlohmann::ordered_json json{
+        {"schema", kSchema},
+        {"id", line.instrument->id},
+        {"name", line.instrument->name},
+        {"voices", line.voices},
+        {"names", line.voices == 0 ? instruments::texts::SetName(line.names) : "own"},
+        {"operations", OperationNames(line)}};
     out << json.dump() << "\n";
 }
 
 void WriteText(const CliContext& context, const InstrumentLine& line) {
     const std::string voices =
-        line.voices == 0 ? context.Say(texts::kGmNames)
+        line.voices == 0 ? texts::NamesOf(context.language, instruments::texts::SetName(line.names))
                          : std::to_string(line.voices) + " " + context.Say(texts::kVoices);
     context.out << Right(std::to_string(line.instrument->id), 3) << "  "
                 << Left(std::string(line.instrument->name), 34) << voices << "\n";
@@ -84,14 +88,15 @@ void WriteMarkdown(const CliContext& context, const std::vector<InstrumentLine>&
     out << "| id | instrument | voices | operations |\n|---:|---|---:|---|\n";
     for (const InstrumentLine& line : lines) {
         out << "| " << int{line.instrument->id} << " | " << line.instrument->name << " | "
-            << (line.voices == 0 ? "GM" : std::to_string(line.voices)) << " | "
-            << OperationsText(line, context.language) << " |\n";
+            << (line.voices == 0 ? std::string(instruments::texts::SetName(line.names))
+                                 : std::to_string(line.voices))
+            << " | " << OperationsText(line, context.language) << " |\n";
     }
 }
 
 int RunInstruments(const CliContext& context, const InstrumentsArguments& arguments) {
     const std::string words = Joined(arguments.words);
-    const std::vector<InstrumentLine> lines = LinesFor(words);
+    const std::vector<InstrumentLine> lines = LinesFor(context, words);
     if (arguments.markdown) {
         WriteMarkdown(context, lines);
         return kOk;

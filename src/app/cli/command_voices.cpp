@@ -3,16 +3,18 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "base/data_folders.h"
 #include "base/display_text.h"
 #include "base/system/file_io.h"
 
+#include "app/cli/cli_message_host.h"
 #include "app/cli/columns.h"
 #include "app/cli/commands.h"
 #include "app/cli/input_files.h"
 #include "app/cli/instrument_choice.h"
 #include "app/cli/texts.h"
+#include "app/save_song.h"
 #include "instruments/importers/import_file.h"
+#include "instruments/voices/user_table.h"
 #include "instruments/voices/voice_file_error.h"
 #include "instruments/voices/voice_list.h"
 #include "instruments/voices/voice_table_writer.h"
@@ -39,18 +41,21 @@ class VoicesRun {
 public:
     VoicesRun(const CliContext& context, const VoicesArguments& arguments,
               const instruments::Instrument& instrument)
-        : context_(context), arguments_(arguments), instrument_(instrument) {}
+        : context_(context),
+          arguments_(arguments),
+          instrument_(instrument),
+          tables_(*context.voices),
+          host_(context) {}
 
     int Run() {
         if (!arguments_.importFrom.empty()) {
             return Import();
         }
-        tables_ = std::make_unique<instruments::VoiceTables>(VoiceFolders());
-        for (const std::string& problem : tables_->Problems(instrument_.id, context_.language)) {
+        for (const std::string& problem : tables_.Problems(instrument_.id, context_.language)) {
             context_.log << DisplayPath(problem) << "\n";
         }
-        const std::vector<const Voice*> voices =
-            instruments::SearchVoices(*tables_, instrument_.id, Joined(arguments_.words));
+        const instruments::VoiceList voices =
+            instruments::SearchVoices(tables_, instrument_.id, Joined(arguments_.words));
         if (!arguments_.exportTo.empty()) {
             return Export(voices);
         }
@@ -58,7 +63,7 @@ public:
     }
 
 private:
-    int Import() const {
+    int Import() {
         const std::string file = DisplayPath(arguments_.importFrom);
         try {
             const std::vector<ImportedTable> tables =
@@ -67,12 +72,14 @@ private:
             if (picked == nullptr) {
                 return kUsage;
             }
-            const std::vector<std::filesystem::path> folders = VoiceFolders();
             const auto saved =
-                instruments::SaveUserTable(folders.front(), instrument_.id, picked->table);
+                instruments::StoreUserTable(tables_, instrument_.id, picked->table, host_);
+            if (!saved) {
+                return kWriteFailed;
+            }
             context_.out << texts::VoicesImported(context_.language, picked->modelName,
                                                   picked->table.Voices().size(), picked->leftOut)
-                         << " -> " << DisplayPath(system::PathText(saved)) << "\n";
+                         << " -> " << DisplayPath(system::PathText(*saved)) << "\n";
             return kOk;
         } catch (const instruments::VoiceFileError& error) {
             context_.log << file << ": " << error.Message(context_.language) << "\n";
@@ -96,9 +103,12 @@ private:
         return nullptr;
     }
 
-    int Export(const std::vector<const Voice*>& voices) const {
+    int Export(const instruments::VoiceList& list) {
+        if (!app::ConfirmOverwrite(PathOf(arguments_.exportTo), host_)) {
+            return kWriteFailed;
+        }
         std::vector<Voice> copy;
-        std::ranges::transform(voices, std::back_inserter(copy),
+        std::ranges::transform(list.voices, std::back_inserter(copy),
                                [](const Voice* voice) { return *voice; });
         const std::string text = instruments::VoiceTableText(copy);
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
@@ -112,26 +122,37 @@ private:
         return kOk;
     }
 
-    int List(const std::vector<const Voice*>& voices) const {
-        for (const Voice* voice : voices) {
+    int List(const instruments::VoiceList& list) const {
+        std::size_t index = 0;
+        for (const Voice* voice : list.voices) {
             if (arguments_.json) {
-                WriteJson(*voice);
+                WriteJson(*voice, index < list.own);
             } else {
                 WriteText(*voice);
             }
+            ++index;
         }
-        if (voices.empty()) {
+        if (list.voices.empty()) {
             context_.log << context_.Say(texts::kNoVoices) << "\n";
+            return kFindings;
         }
-        return voices.empty() ? kFindings : kOk;
+        if (!context_.quiet && !arguments_.json) {
+            context_.log << texts::VoiceCounts(context_.language, list.own, list.Inherited().size())
+                         << "\n";
+        }
+        return kOk;
     }
 
-    void WriteJson(const Voice& voice) const {
-        const nlohmann::ordered_json json{
-            {"schema", kSchema},        {"instrument", instrument_.name},
-            {"family", voice.family},   {"category", voice.category},
-            {"msb", voice.msb},         {"lsb", voice.lsb},
-            {"program", voice.program}, {"name", voice.name}};
+    void WriteJson(const Voice& voice, bool own) const {
+        const nlohmann::ordered_json json{{"schema", kSchema},
+                                          {"instrument", instrument_.name},
+                                          {"family", voice.family},
+                                          {"category", voice.category},
+                                          {"msb", voice.msb},
+                                          {"lsb", voice.lsb},
+                                          {"program", voice.program},
+                                          {"name", voice.name},
+                                          {"own", own}};
         context_.out << json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
                      << "\n";
     }
@@ -147,7 +168,8 @@ private:
     const CliContext& context_;
     const VoicesArguments& arguments_;
     const instruments::Instrument& instrument_;
-    std::unique_ptr<instruments::VoiceTables> tables_;
+    instruments::VoiceTables& tables_;
+    CliMessageHost host_;
 };
 
 int RunVoices(const CliContext& context, const VoicesArguments& arguments) {

@@ -33,19 +33,37 @@ Json TracksJson(const app::SongDescription& song) {
     return tracks;
 }
 
-Json VoiceJson(const std::string& name) {
-    return name.empty() ? Json() : Json(name);
+Json VoiceJson(const instruments::NamedVoice& voice) {
+    return voice.name.empty() ? Json() : Json(voice.name);
 }
 
-Json ChannelsJson(const app::SongDescription& song, std::span<const std::string> voices) {
+// How sure the name is: by the instrument's own numbers, by another bank's, or not at all.
+Json MatchJson(const instruments::NamedVoice& voice) {
+    if (voice.name.empty()) {
+        return {};
+    }
+    switch (voice.match) {
+        case instruments::VoiceMatch::Exact:
+            return "exact";
+        case instruments::VoiceMatch::Similar:
+            return "similar";
+        default:
+            return "unknown";
+    }
+}
+
+Json ChannelsJson(const app::SongDescription& song,
+                  std::span<const instruments::NamedVoice> voices) {
     Json channels = Json::array();
     for (const auto& line : song.channels) {
+        const instruments::NamedVoice& voice = voices[channels.size()];
         channels.push_back({{"channel", line.channel + 1},
                             {"notes", line.notes},
                             {"bankMsb", OrNull(line.bankMsb)},
                             {"bankLsb", OrNull(line.bankLsb)},
                             {"program", OrNull(line.program)},
-                            {"voice", VoiceJson(voices[channels.size()])}});
+                            {"voice", VoiceJson(voice)},
+                            {"voiceMatch", MatchJson(voice)}});
     }
     return channels;
 }
@@ -72,7 +90,7 @@ Json ChangesJson(const song::LoadReport& report) {
 } // namespace
 
 std::string InfoJson(const std::string& file, const app::SongDescription& song,
-                     std::span<const std::string> voices) {
+                     std::span<const instruments::NamedVoice> voices) {
     return Line({{"schema", kSchema},
                  {"file", file},
                  {"ok", true},

@@ -64,7 +64,7 @@ public:
         }
     }
 
-    void WriteChannels(std::span<const std::string> voices) {
+    void WriteChannels(std::span<const instruments::NamedVoice> voices) {
         if (song_.channels.empty()) {
             return;
         }
@@ -77,8 +77,8 @@ public:
             out_ << std::string(2 + kLabelWidth, ' ') << Right(ChannelText(line.channel), 5)
                  << Right(line.program ? std::to_string(*line.program + 1) : "-", kChannelWidth)
                  << Right(BankText(line), kNumberWidth + 2)
-                 << Right(std::to_string(line.notes), kNumberWidth) << "  " << voices[index++]
-                 << "\n";
+                 << Right(std::to_string(line.notes), kNumberWidth) << "  "
+                 << VoiceText(voices[index++]) << "\n";
         }
     }
 
@@ -136,6 +136,12 @@ private:
         return channel < kChannels ? std::to_string(channel + 1) : "-";
     }
 
+    // "≈" before a name that stands at another bank only.
+    static std::string VoiceText(const instruments::NamedVoice& voice) {
+        const bool similar = voice.match == instruments::VoiceMatch::Similar;
+        return (similar && !voice.name.empty() ? "≈ " : "") + voice.name;
+    }
+
     static std::string BankText(const app::SongDescription::ChannelLine& line) {
         const auto number = [](const std::optional<std::uint8_t>& value) {
             return value ? std::to_string(*value) : std::string("-");
@@ -152,7 +158,7 @@ private:
 } // namespace
 
 void WriteInfo(std::ostream& out, const std::string& file, const app::SongDescription& song,
-               std::span<const std::string> voices, Language language, bool all) {
+               std::span<const instruments::NamedVoice> voices, Language language, bool all) {
     out << file << "\n";
     InfoWriter writer(out, song, language, all);
     writer.WriteHead();

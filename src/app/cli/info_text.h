@@ -7,6 +7,7 @@
 #include "base/text.h"
 
 #include "app/song_description.h"
+#include "instruments/voices/voice_lookup.h"
 
 namespace tracksmith::cli {
 
@@ -17,6 +18,6 @@ inline constexpr std::size_t kShownChanges = 8;
 /// every change of tempo and metre.
 /// `voices` are the names of the voices of `song.channels`, one for each.
 void WriteInfo(std::ostream& out, const std::string& file, const app::SongDescription& song,
-               std::span<const std::string> voices, Language language, bool all);
+               std::span<const instruments::NamedVoice> voices, Language language, bool all);
 
 } // namespace tracksmith::cli

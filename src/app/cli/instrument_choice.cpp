@@ -30,6 +30,12 @@ const Instrument* ByNumber(std::string_view text) {
                : nullptr;
 }
 
+// "-1" is a number that no instrument has, although a name may contain it.
+bool IsSignedNumber(std::string_view text) {
+    return text.size() > 1 && (text.front() == '-' || text.front() == '+') &&
+           text.find_first_not_of("0123456789", 1) == std::string_view::npos;
+}
+
 bool ContainsAll(const std::string& name, std::string_view words) {
     std::istringstream stream{Lower(words)};
     for (std::string word; stream >> word;) {
@@ -73,7 +79,8 @@ const Instrument* ChooseInstrument(const CliContext& context, const std::string&
     if (const Instrument* exact = instruments::FindInstrument(instruments::CurrentName(name))) {
         return exact;
     }
-    const Matches matches = name.empty() ? Matches() : MatchInstruments(name);
+    const bool isName = !name.empty() && !IsSignedNumber(name);
+    const Matches matches = isName ? MatchInstruments(name) : Matches();
     const Instrument* chosen =
         matches.size() == 1 ? matches.front() : OnlyOneThatEndsWith(matches, Lower(name));
     if (chosen == nullptr) {

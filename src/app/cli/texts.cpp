@@ -93,6 +93,22 @@ std::string NotOneInstrument(Language language, std::string_view name,
     return text.str();
 }
 
+std::string NamesOf(Language language, std::string_view set) {
+    return language == Language::German ? std::string("Namen von ").append(set)
+                                        : std::string(set).append(" names");
+}
+
+std::string VoiceCounts(Language language, std::size_t own, std::size_t inherited) {
+    static constexpr Text kInherited{De{" geerbt"}, En{" inherited"}};
+    static constexpr Text kOwnVoices{De{" eigene"}, En{" own"}};
+    std::ostringstream text;
+    text << own << kOwnVoices.In(language);
+    if (inherited > 0) {
+        text << " + " << inherited << kInherited.In(language);
+    }
+    return text.str();
+}
+
 std::string VoicesImported(Language language, std::string_view model, std::size_t voices,
                            std::size_t leftOut) {
     static constexpr Text kTaken{De{" Klänge übernommen"}, En{" voices taken"}};

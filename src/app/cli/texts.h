@@ -93,8 +93,9 @@ inline constexpr Text kHelpVoices{
     En{"Lists, imports and exports the voices of an instrument"}};
 inline constexpr Text kHelpVoicesInstrument{De{"Instrument: Name, Teil davon oder Nummer"},
                                             En{"Instrument: name, part of it or number"}};
-inline constexpr Text kHelpSearchVoices{De{"Wörter, die der Name oder die Gruppe enthält"},
-                                        En{"Words that the name or the category contains"}};
+inline constexpr Text kHelpSearchVoices{
+    De{"Wörter aus Name, Gruppe oder Familie, Bank und Programm (0/112/1)"},
+    En{"Words of name, category or family, bank and program (0/112/1)"}};
 inline constexpr Text kHelpVoicesJson{De{"Ein JSON-Objekt je Klang und Zeile"},
                                       En{"One JSON object per voice and line"}};
 inline constexpr Text kHelpImport{
@@ -169,7 +170,6 @@ inline constexpr Text kUsable{De{"bereit"}, En{"usable"}};
 inline constexpr Text kNotUsable{De{"nicht benutzbar"}, En{"not usable"}};
 
 // Instruments and voices.
-inline constexpr Text kGmNames{De{"Namen von General MIDI"}, En{"General MIDI names"}};
 inline constexpr Text kVoices{De{"Klänge"}, En{"voices"}};
 inline constexpr Text kFamilies{De{"Meldungen für"}, En{"Messages for"}};
 inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
@@ -178,7 +178,10 @@ inline constexpr Text kWhichModel{
     En{"The file holds several models; please name one with --model:"}};
 inline constexpr Text kNotWritten{De{"Die Datei konnte nicht geschrieben werden: "},
                                   En{"The file could not be written: "}};
-inline constexpr Text kNoVoices{De{"Kein Klang passt dazu."}, En{"No voice matches."}};
+inline constexpr Text kNoVoices{
+    De{"Kein Klang passt dazu. Weniger Wörter versuchen, eine Gruppe oder Bank und Programm "
+       "(0/112/1)."},
+    En{"No voice matches. Try fewer words, a category, or bank and program (0/112/1)."}};
 
 // Labels of `info`.
 inline constexpr Text kName{Both{"Name"}};
@@ -224,6 +227,12 @@ std::string NotOneOutput(Language language, std::string_view name, bool several,
 /// `name` means none of the instruments, or several of them, which `matches` names.
 std::string NotOneInstrument(Language language, std::string_view name,
                              std::span<const std::string> matches);
+
+/// "XG names": what an instrument without a table of its own is shown with.
+std::string NamesOf(Language language, std::string_view set);
+
+/// "1711 + 745 inherited": the instrument's own voices and those of the sets that it has beside.
+std::string VoiceCounts(Language language, std::size_t own, std::size_t inherited);
 
 /// `voices` of a model have been imported, `leftOut` entries could not be.
 std::string VoicesImported(Language language, std::string_view model, std::size_t voices,

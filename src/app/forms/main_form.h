@@ -132,6 +132,7 @@ private:
     void ShowMissingOutput();
     void TakeInstruments();
     InstrumentOutput MainOutput() const;
+    QString PlayingText(std::size_t channel) const;
     void OfferPreparing(const std::string& formerInstrument);
     void ConnectMenu();
     void ConnectAreas();

@@ -1,7 +1,6 @@
 #include <array>
 #include <set>
 
-#include "base/data_folders.h"
 #include "base/display_text.h"
 #include "base/forms/qt_text.h"
 
@@ -85,6 +84,17 @@ void TMainForm::MMI_PrepareSongClick() {
     }
 }
 
+// The first voice of a channel, with the reason where it is only similar.
+QString TMainForm::PlayingText(std::size_t channel) const {
+    for (const auto& line : songView_->Description().channels) {
+        if (line.channel == channel) {
+            const ShownVoice voice = voices_.NameOf(line, host_.CurrentLanguage());
+            return voice.similar ? voice.Marked() + QStringLiteral(". ") + voice.why : voice.name;
+        }
+    }
+    return {};
+}
+
 void TMainForm::MMI_VoicesClick() {
     const Language language = host_.CurrentLanguage();
     const TPatchesForm::Files files{
@@ -98,14 +108,11 @@ void TMainForm::MMI_VoicesClick() {
             return file && app::ConfirmOverwrite(*file, host_) ? file : std::nullopt;
         }};
     auto* dialog = new TPatchesForm(
-        session_.Work().outputs,
-        [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); }, VoiceFolders(),
-        files, language, this);
+        session_.Work().outputs, voices_.Tables(),
+        [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); },
+        [this](std::size_t channel) { return PlayingText(channel); }, files, host_, this);
     dialog->DisplayInstrumentPatches(songView_->ChosenChannel());
-    connect(dialog, &TPatchesForm::TableChanged, this, [this] {
-        voices_.Reload();
-        TakeInstruments();
-    });
+    connect(dialog, &TPatchesForm::TableChanged, this, &TMainForm::TakeInstruments);
     dialog->open();
 }
 

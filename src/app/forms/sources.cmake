@@ -64,6 +64,7 @@ set(SOURCES
   song/empty_page.h
   song/instrument_box.cpp
   song/instrument_box.h
+  song/shown_voice.h
   song/song_header.cpp
   song/song_header.h
   song/song_rows.cpp

@@ -201,6 +201,7 @@ inline constexpr Text kInstrumentHint{
        "gezeigt."},
     En{"The instrument at the output: songs are prepared for it and its voice names are shown."}};
 inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
+inline constexpr Text kSimilarVoice{De{"%1 (ähnlich)"}, En{"%1 (similar)"}};
 inline constexpr Text kBankProgram{De{"Bank·Prog."}, En{"Bank·Prog."}};
 inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeichert werden."},
                                         En{"The setting could not be stored."}};

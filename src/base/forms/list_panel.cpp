@@ -59,7 +59,8 @@ void ListPanel::BuildTable(const char* objectName, int wideColumn) {
     header->setSectionResizeMode(wideColumn, QHeaderView::Stretch);
 }
 
-void ListPanel::SetRows(std::vector<Row> rows) {
+void ListPanel::SetRows(std::vector<Row> rows, const QString& count) {
+    count_ = count;
     model_->SetRows(std::move(rows));
     table_->resizeColumnsToContents();
     ShowTitle();
@@ -75,7 +76,7 @@ void ListPanel::Retranslate(Language language) {
 
 void ListPanel::ShowTitle() {
     caption_->setText(InLanguage(title_, language_) + QStringLiteral("  ") +
-                      NumberText(model_->rowCount(), language_));
+                      (count_.isEmpty() ? NumberText(model_->rowCount(), language_) : count_));
 }
 
 } // namespace tracksmith::forms

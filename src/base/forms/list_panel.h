@@ -4,6 +4,7 @@
 
 #include "base/forms/rows_model.h"
 #include "base/text.h"
+#include <QString>
 #include <QWidget>
 
 class QLabel;
@@ -20,7 +21,8 @@ public:
     ListPanel(const char* objectName, const Text& title, std::vector<RowsColumn> columns,
               int wideColumn, QWidget* parent = nullptr);
 
-    void SetRows(std::vector<Row> rows);
+    /// `count` stands behind the title in place of the number of rows.
+    void SetRows(std::vector<Row> rows, const QString& count = {});
 
     /// Title, headers and accessible name in `language`; the rows are the caller's.
     void Retranslate(Language language);
@@ -34,6 +36,7 @@ private:
     void ShowTitle();
 
     Text title_;
+    QString count_;
     Language language_ = Language::English;
     QLabel* caption_;
     RowsModel* model_;

@@ -1,7 +1,9 @@
 #include "instruments/forms/patches_form.h"
 
-#include <algorithm>
+#include <exception>
+#include <span>
 
+#include "base/display_text.h"
 #include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
 #include "base/forms/list_panel.h"
@@ -19,6 +21,7 @@
 
 #include "instruments/forms/texts.h"
 #include "instruments/importers/import_file.h"
+#include "instruments/voices/user_table.h"
 #include "instruments/voices/voice_file_error.h"
 #include "instruments/voices/voice_list.h"
 #include "instruments/voices/voice_table_writer.h"
@@ -28,6 +31,13 @@ namespace {
 
 using instruments::ImportedTable;
 using instruments::Voice;
+using instruments::VoiceList;
+
+// A line of text that takes no room while it says nothing.
+void ShowLine(QLabel& label, const QString& text) {
+    label.setText(text);
+    label.setVisible(!text.isEmpty());
+}
 
 Row VoiceRow(const Voice& voice) {
     Row row;
@@ -64,18 +74,21 @@ const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTable>& tab
 
 } // namespace
 
-TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs, Options options,
-                           std::vector<std::filesystem::path> folders, Files files,
-                           Language language, QWidget* parent)
+TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs,
+                           instruments::VoiceTables& tables, Options options, Playing playing,
+                           Files files, MessageHost& host, QWidget* parent)
     : QDialog(parent),
       outputs_(outputs),
+      tables_(tables),
       optionsOf_(std::move(options)),
-      folders_(std::move(folders)),
+      playing_(std::move(playing)),
       files_(std::move(files)),
-      language_(language),
+      host_(host),
+      language_(host.CurrentLanguage()),
       choice_(new QComboBox),
       family_(new QComboBox),
       search_(new QLineEdit),
+      playingLine_(NewLabel("L_ChannelPlays", this)),
       list_(new ListPanel("Table_Voices", instrument_texts::kVoices,
                           {{instrument_texts::kName},
                            {instrument_texts::kCategory},
@@ -84,22 +97,26 @@ TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs, Options opti
                            {instrument_texts::kLsb, true},
                            {instrument_texts::kProgram, true}},
                           0)),
+      nothing_(NewLabel("L_NoVoice", this)),
       message_(NewLabel("L_VoicesMessage", this)) {
     setObjectName(QStringLiteral("PatchesForm"));
     setAttribute(Qt::WA_DeleteOnClose);
     AddColumn(*this);
     AddInstruments();
+    layout()->addWidget(playingLine_);
     AddSearch();
     layout()->addWidget(list_);
-    list_->Retranslate(language);
+    list_->Retranslate(language_);
+    for (QLabel* line : {playingLine_, nothing_, message_}) {
+        line->setWordWrap(true);
+        line->hide();
+    }
+    layout()->addWidget(nothing_);
     layout()->addWidget(message_);
-    message_->setWordWrap(true);
     AddFileButtons();
     search_->setFocus();
     resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
 }
-
-TPatchesForm::~TPatchesForm() = default;
 
 QString TPatchesForm::Say(const Text& text) const {
     return InLanguage(text, language_);
@@ -111,6 +128,11 @@ const instruments::Instrument& TPatchesForm::Instrument() const {
 
 void TPatchesForm::DisplayInstrumentPatches(std::size_t channel) {
     DisplayInstrument(outputs_.InstrumentOfChannel(channel));
+    const QString playing = playing_(channel);
+    ShowLine(*playingLine_,
+             playing.isEmpty()
+                 ? QString()
+                 : Say(instrument_texts::kChannelPlays).arg(QString::number(channel + 1), playing));
 }
 
 void TPatchesForm::DisplayInstrument(instruments::InstrumentId instrument) {
@@ -119,7 +141,10 @@ void TPatchesForm::DisplayInstrument(instruments::InstrumentId instrument) {
     choice_->setCurrentIndex(choice_->findData(int{instrument}));
     options_ = optionsOf_(instrument_);
     setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(Instrument().name)));
-    Reload();
+    playingLine_->hide();
+    ShowProblems();
+    ShowFamilies();
+    ShowVoices();
 }
 
 void TPatchesForm::AddInstruments() {
@@ -165,65 +190,86 @@ void TPatchesForm::AddFileButtons() {
     connect(save, &QPushButton::clicked, this, &TPatchesForm::Export);
 }
 
-void TPatchesForm::Reload() {
-    tables_ = std::make_unique<instruments::VoiceTables>(folders_);
+void TPatchesForm::ShowProblems() {
     QStringList problems;
-    for (const std::string& problem : tables_->Problems(instrument_, language_)) {
+    for (const std::string& problem : tables_.Problems(instrument_, language_)) {
         problems << ToQString(problem);
     }
-    message_->setText(problems.join(u'\n'));
-    ShowFamilies();
-    ShowVoices();
+    ShowLine(*message_, problems.join(u'\n'));
 }
 
 void TPatchesForm::ShowFamilies() {
     const QSignalBlocker silent(family_);
     family_->clear();
     family_->addItem(Say(instrument_texts::kAllFamilies), QString());
-    for (const Voice* voice : instruments::VoicesOf(*tables_, instrument_, options_)) {
-        const QString family = ToQString(voice->family);
-        if (family_->findData(family) < 0) {
-            family_->addItem(family, family);
+    const VoiceList list = instruments::VoicesOf(tables_, instrument_, options_);
+    const auto add = [this](std::span<const Voice* const> voices, const QString& shown) {
+        for (const Voice* voice : voices) {
+            const QString family = ToQString(voice->family);
+            if (family_->findData(family) < 0) {
+                family_->addItem(shown.arg(family), family);
+            }
         }
-    }
+    };
+    add(list.Own(), QStringLiteral("%1"));
+    add(list.Inherited(), Say(instrument_texts::kInheritedFamily));
 }
 
 void TPatchesForm::ShowVoices() {
-    std::vector<Row> rows;
     const std::string words = search_->text().toStdString();
     const std::string family = family_->currentData().toString().toStdString();
-    auto voices = instruments::SearchVoices(*tables_, instrument_, words, options_);
-    std::stable_partition(voices.begin(), voices.end(),
-                          [](const Voice* voice) { return !voice->IsKit(); });
-    for (const Voice* voice : voices) {
-        if (family.empty() || voice->family == family) {
-            rows.push_back(VoiceRow(*voice));
+    const VoiceList list = instruments::SearchVoices(tables_, instrument_, words, options_);
+    std::vector<Row> rows;
+    const auto add = [&](std::span<const Voice* const> voices) {
+        const std::size_t before = rows.size();
+        for (const Voice* voice : voices) {
+            if (family.empty() || voice->family == family) {
+                rows.push_back(VoiceRow(*voice));
+            }
         }
-    }
-    list_->SetRows(std::move(rows));
+        return NumberText(static_cast<std::int64_t>(rows.size() - before), language_);
+    };
+    const QString own = add(list.Own());
+    const std::size_t ownRows = rows.size();
+    const QString inherited = add(list.Inherited());
+    const QString counts = Say(instrument_texts::kVoiceCounts).arg(own, inherited);
+    const bool onlyOwn = rows.size() == ownRows;
+    const bool nothing = rows.empty();
+    list_->SetRows(std::move(rows), onlyOwn ? own : counts);
+    ShowLine(*nothing_, !nothing              ? QString()
+                        : list.voices.empty() ? Say(instrument_texts::kNoVoice)
+                                              : Say(instrument_texts::kNoVoiceInFamily));
 }
 
 void TPatchesForm::Import() {
     const auto file = files_.open(this);
-    if (!file || folders_.empty()) {
+    if (!file) {
         return;
     }
     try {
-        const std::vector<ImportedTable> tables = instruments::ImportVoiceFile(*file);
-        if (const ImportedTable* picked = Pick(this, tables, Say(instrument_texts::kWhichModel))) {
-            SaveUserTable(folders_.front(), instrument_, picked->table);
-            Reload();
-            message_->setText(
-                Say(instrument_texts::kImported)
-                    .arg(NumberText(static_cast<std::int64_t>(picked->table.Voices().size()),
-                                    language_),
-                         ToQString(picked->modelName)));
-            emit TableChanged();
-        }
+        TakeImport(*file);
     } catch (const instruments::VoiceFileError& error) {
-        message_->setText(ShownFileName(*file) + QStringLiteral(": ") +
-                          ToQString(error.Message(language_)));
+        ShowLine(*message_,
+                 ShownFileName(*file) + QStringLiteral(": ") + ToQString(error.Message(language_)));
+    } catch (const std::exception& error) {
+        ShowLine(*message_,
+                 Say(instrument_texts::kImportFailed).arg(ToQString(DisplayText(error.what()))));
     }
+}
+
+void TPatchesForm::TakeImport(const std::filesystem::path& file) {
+    const std::vector<ImportedTable> tables = instruments::ImportVoiceFile(file);
+    const ImportedTable* picked = Pick(this, tables, Say(instrument_texts::kWhichModel));
+    if (picked == nullptr ||
+        !instruments::StoreUserTable(tables_, instrument_, picked->table, host_)) {
+        return;
+    }
+    ShowFamilies();
+    ShowVoices();
+    const auto count = static_cast<std::int64_t>(picked->table.Voices().size());
+    ShowLine(*message_, Say(instrument_texts::kImported)
+                            .arg(NumberText(count, language_), ToQString(picked->modelName)));
+    emit TableChanged();
 }
 
 void TPatchesForm::Export() {
@@ -231,13 +277,13 @@ void TPatchesForm::Export() {
     if (!file) {
         return;
     }
-    const std::string text =
-        instruments::VoiceTableText(CopyOf(instruments::VoicesOf(*tables_, instrument_, options_)));
+    const std::string text = instruments::VoiceTableText(
+        CopyOf(instruments::VoicesOf(tables_, instrument_, options_).voices));
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const bool written = system::WriteFileAtomically(*file, {bytes, text.size()}).outcome ==
                          system::WriteOutcome::Written;
-    message_->setText(Say(written ? instrument_texts::kExported : instrument_texts::kExportFailed)
-                          .arg(ShownPath(*file)));
+    ShowLine(*message_, Say(written ? instrument_texts::kExported : instrument_texts::kExportFailed)
+                            .arg(ShownPath(*file)));
 }
 
 } // namespace tracksmith::forms

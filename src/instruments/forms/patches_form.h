@@ -3,10 +3,9 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <optional>
-#include <vector>
 
+#include "base/message_host.h"
 #include "base/text.h"
 #include <QDialog>
 
@@ -21,8 +20,9 @@ namespace tracksmith::forms {
 
 class ListPanel;
 
-/// The window of voices: those of the instrument that a channel plays to, by family, searchable,
-/// with importing and exporting of voice lists. Object name "PatchesForm"; it deletes itself.
+/// The window of voices: those of the instrument that a channel plays to, own ones first, by
+/// family, searchable, with importing and exporting of voice lists. Object name "PatchesForm"; it
+/// deletes itself.
 class TPatchesForm : public QDialog {
     Q_OBJECT
 
@@ -36,12 +36,13 @@ public:
     /// The user's choices about the voices of an instrument.
     using Options = std::function<instruments::LookupOptions(instruments::InstrumentId)>;
 
-    /// Shows nothing yet. `outputs` must outlive the window; the first of `folders` holds the
-    /// user's own tables.
-    TPatchesForm(const instruments::OutputTable& outputs, Options options,
-                 std::vector<std::filesystem::path> folders, Files files, Language language,
-                 QWidget* parent);
-    ~TPatchesForm() override;
+    /// What a channel (0-15) plays at present, in words; empty when nothing is known.
+    using Playing = std::function<QString(std::size_t)>;
+
+    /// Shows nothing yet. `outputs`, `tables` and `host`, which asks before a table of the user's
+    /// is replaced, must outlive the window.
+    TPatchesForm(const instruments::OutputTable& outputs, instruments::VoiceTables& tables,
+                 Options options, Playing playing, Files files, MessageHost& host, QWidget* parent);
 
     /// Shows the voices of the instrument of `channel` (0-15): its own tables and what it inherits,
     /// those of General MIDI where it has none.
@@ -58,26 +59,30 @@ private:
     void AddInstruments();
     void AddSearch();
     void AddFileButtons();
-    void Reload();
     void ShowFamilies();
+    void ShowProblems();
     void ShowVoices();
     void Import();
+    void TakeImport(const std::filesystem::path& file);
     void Export();
     const instruments::Instrument& Instrument() const;
     QString Say(const Text& text) const;
 
     const instruments::OutputTable& outputs_;
+    instruments::VoiceTables& tables_;
     Options optionsOf_;
-    std::vector<std::filesystem::path> folders_;
+    Playing playing_;
     Files files_;
+    MessageHost& host_;
     Language language_;
     instruments::InstrumentId instrument_ = instruments::kGmSoundset;
     instruments::LookupOptions options_;
-    std::unique_ptr<instruments::VoiceTables> tables_;
     QComboBox* choice_;
     QComboBox* family_;
     QLineEdit* search_;
+    QLabel* playingLine_;
     ListPanel* list_;
+    QLabel* nothing_;
     QLabel* message_;
 };
 

@@ -11,7 +11,7 @@ inline constexpr Text kSearchInstrument{De{"Hersteller oder Modell suchen"},
                                         En{"Search maker or model"}};
 inline constexpr Text kChoose{De{"&Wählen"}, En{"&Choose"}};
 inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
-inline constexpr Text kGmNames{De{"GM-Namen"}, En{"GM names"}};
+inline constexpr Text kSetNames{De{"%1-Namen"}, En{"%1 names"}};
 inline constexpr Text kVoiceCount{De{"%1 Klänge"}, En{"%1 voices"}};
 
 // Settings of the instruments
@@ -39,7 +39,20 @@ inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeic
 
 // Voices
 inline constexpr Text kVoicesTitle{De{"Klänge: %1"}, En{"Voices: %1"}};
-inline constexpr Text kSearchVoice{De{"Name oder Gruppe suchen"}, En{"Search name or category"}};
+inline constexpr Text kSearchVoice{De{"Name, Gruppe oder Nummern (8/34/1) suchen"},
+                                   En{"Search name, category or numbers (8/34/1)"}};
+inline constexpr Text kVoiceCounts{De{"%1 + %2 geerbt"}, En{"%1 + %2 inherited"}};
+inline constexpr Text kInheritedFamily{De{"%1 (geerbt)"}, En{"%1 (inherited)"}};
+inline constexpr Text kNoVoice{
+    De{"Kein Klang passt dazu. Versuchen Sie weniger Wörter, eine Gruppe, oder Bank und Programm wie "
+       "8/34/1."},
+    En{"No voice matches. Try fewer words, a category, or bank and program such as 8/34/1."}};
+inline constexpr Text kNoVoiceInFamily{
+    De{"In dieser Familie passt kein Klang, in den anderen schon: wählen Sie \"alle Familien\"."},
+    En{"No voice of this family matches, but others do: choose \"all families\"."}};
+inline constexpr Text kChannelPlays{De{"Kanal %1 spielt: %2"}, En{"Channel %1 plays: %2"}};
+inline constexpr Text kImportFailed{De{"Die Klangliste konnte nicht übernommen werden: %1"},
+                                    En{"The voice list could not be taken: %1"}};
 inline constexpr Text kVoices{De{"Klänge"}, En{"Voices"}};
 inline constexpr Text kAllFamilies{De{"alle Familien"}, En{"all families"}};
 inline constexpr Text kFamily{De{"Familie"}, En{"Family"}};

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "instruments/catalogue.h"
+#include "instruments/voices/voice.h"
 
 /// Which of the common sound sets an instrument has beside its own voices.
 namespace tracksmith::instruments {
@@ -10,8 +12,9 @@ namespace tracksmith::instruments {
 /// Bank select MSB of the GM2 voices and of the GM2 drum kits (General MIDI 2, RP-024).
 inline constexpr std::uint8_t kGm2VoicesMsb = 121;
 inline constexpr std::uint8_t kGm2KitsMsb = 120;
-/// Bank select MSB of the user's own voices on XG arrangers.
-inline constexpr std::uint8_t kUserVoicesMsb = 63;
+/// Bank select MSB of the XG drum kits and effect kits (XG specification 1.35).
+inline constexpr std::uint8_t kXgKitsMsb = 127;
+inline constexpr std::uint8_t kXgSfxKitsMsb = 126;
 
 /// Limex Tradition Exclusiv 200v3, whose voices an option adds to other Limex instruments.
 inline constexpr InstrumentId kLimexTe200 = 58;
@@ -20,10 +23,19 @@ inline constexpr InstrumentId kLimexTe200 = 58;
 /// of their own in its place.
 bool HasXgSet(InstrumentId instrument);
 
-/// Instruments that have the GM2 set although their own table need not list it.
+/// Instruments that surely have the GM2 set, whether or not their own table lists it.
 bool HasGm2Set(InstrumentId instrument);
 
 /// Whether the option "with Tradition Exclusiv 200v3" exists for the instrument.
 bool HasTe200Option(InstrumentId instrument);
+
+/// Whether the bank with this MSB is made for drum kits on the instrument, known kits or not.
+bool IsKitBank(InstrumentId instrument, std::uint8_t msb);
+
+/// The numbers that are in force on a part of the instrument for which the song has chosen these:
+/// where a bank select is missing, the bank in which the instrument starts. With `kits` for a drum
+/// part.
+VoiceNumbers NumbersInForce(InstrumentId instrument, bool kits, std::optional<std::uint8_t> msb,
+                            std::optional<std::uint8_t> lsb, std::uint8_t program);
 
 } // namespace tracksmith::instruments

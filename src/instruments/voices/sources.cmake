@@ -1,7 +1,11 @@
 set(SOURCES
+  fixed_kits.cpp
+  fixed_kits.h
   shared_sets.cpp
   shared_sets.h
   texts.h
+  user_table.cpp
+  user_table.h
   voice.h
   voice_file_error.cpp
   voice_file_error.h
@@ -10,6 +14,8 @@ set(SOURCES
   voice_lookup.cpp
   voice_lookup.h
   voice_row.h
+  voice_search.cpp
+  voice_search.h
   voice_table.cpp
   voice_table.h
   voice_table_reader.cpp

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 
+#include "instruments/catalogue.h"
 #include "instruments/voices/voice.h"
 
 /// Texts of the voice tables.
@@ -15,6 +16,11 @@ inline constexpr Text kTableTooLarge{De{"Die Klangtabelle ist zu groß (höchste
                                      En{"The voice table is too large (8 MB at most)."}};
 inline constexpr Text kTableUnreadable{De{"Die Klangtabelle kann nicht gelesen werden."},
                                        En{"The voice table cannot be read."}};
+inline constexpr Text kTablesUnreadable{
+    De{"Der Ordner der Klangtabellen kann nicht gelesen werden."},
+    En{"The folder of voice tables cannot be read."}};
+inline constexpr Text kTableNoMemory{De{"Für die Klangtabelle fehlt Speicher."},
+                                     En{"There is no memory for the voice table."}};
 inline constexpr Text kTableHeader{
     De{"Die erste Zeile der Klangtabelle muss die Spalten family, category, msb, lsb, program und "
        "name nennen, durch Tabulatoren getrennt."},
@@ -53,10 +59,38 @@ inline std::string AtLine(std::size_t line, const Text& text, Language language)
                      : std::string(kLine.In(language)) + std::to_string(line) + ": " + wording;
 }
 
-/// "unknown 8 0 17": the name of numbers that no table has.
+/// Short name of a common set by the instrument that stands for it: "XG", "GM2", "GM".
+constexpr std::string_view SetName(InstrumentId set) {
+    return set == kXgSoundset ? "XG" : set == kGm2Soundset ? "GM2" : "GM";
+}
+
+/// Whether the user's own table of `instrument` may be replaced.
+inline std::string ReplaceQuestion(std::string_view instrument, Language language) {
+    const std::string name(instrument);
+    return language == Language::German
+               ? "Für \"" + name +
+                     "\" gibt es schon eine eigene Klangtabelle. Soll sie ersetzt werden?"
+               : "There is a voice table of your own for \"" + name + "\". Shall it be replaced?";
+}
+
+/// "8·0·17": bank select MSB and LSB, then the program counted from 1, as lists and cards show it.
+inline std::string NumbersText(VoiceNumbers numbers) {
+    return std::to_string(numbers.msb) + "·" + std::to_string(numbers.lsb) + "·" +
+           std::to_string(numbers.program + 1);
+}
+
+/// "unknown 8·0·17": the name of numbers that no table has.
 inline std::string UnknownVoice(VoiceNumbers numbers, Language language) {
-    return std::string(kUnknownVoice.In(language)) + ' ' + std::to_string(numbers.msb) + ' ' +
-           std::to_string(numbers.lsb) + ' ' + std::to_string(numbers.program);
+    return std::string(kUnknownVoice.In(language)) + ' ' + NumbersText(numbers);
+}
+
+/// Why a name is only similar: the numbers asked for, and those that the name belongs to.
+inline std::string WhySimilar(VoiceNumbers asked, VoiceNumbers named, Language language) {
+    const std::string of = NumbersText(asked);
+    const std::string as = NumbersText(named);
+    return language == Language::German
+               ? "Das Instrument hat " + of + " nicht sicher; der Name ist der von " + as + "."
+               : "The instrument is not known to have " + of + "; the name is that of " + as + ".";
 }
 
 } // namespace tracksmith::instruments::texts

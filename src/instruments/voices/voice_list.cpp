@@ -1,107 +1,112 @@
 #include "instruments/voices/voice_list.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 
+#include "instruments/voices/fixed_kits.h"
 #include "instruments/voices/shared_sets.h"
+#include "instruments/voices/voice_search.h"
 
 namespace tracksmith::instruments {
 namespace {
 
-// In small letters; those of Latin-1 beyond ASCII are C3 80 to C3 9E in UTF-8, except C3 97.
-std::string Folded(std::string_view text) {
-    std::string out(text);
-    bool afterC3 = false;
-    for (char& c : out) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool latin = afterC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
-        if (latin || (byte >= 'A' && byte <= 'Z')) {
-            c = static_cast<char>(byte + 0x20);
-        }
-        afterC3 = byte == 0xC3;
-    }
-    return out;
-}
-
-std::vector<std::string> Words(std::string_view text) {
-    std::vector<std::string> words;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(' '), text.size());
-        if (end > 0) {
-            words.push_back(Folded(text.substr(0, end)));
-        }
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return words;
-}
-
-bool HasAll(const Voice& voice, const std::vector<std::string>& words) {
-    // No word has a line feed, so none is found across name and category.
-    std::string text(voice.name);
-    text.append(1, '\n').append(voice.category);
-    text = Folded(text);
-    return std::ranges::all_of(
-        words, [&](const std::string& word) { return text.find(word) != std::string::npos; });
-}
-
 /// Voices of several tables, of which the earlier ones take the numbers from the later ones.
-class List {
+class ListBuilder {
 public:
-    void Add(const VoiceTable* table) {
+    explicit ListBuilder(InstrumentId instrument) : instrument_(instrument) {}
+
+    void AddTable(const VoiceTable* table) {
         if (table == nullptr) {
             return;
         }
         for (const Voice& voice : table->Voices()) {
             if (!IsTaken(voice)) {
-                voices_.push_back(&voice);
+                const Voice* respelt =
+                    voice.IsKit() ? RespeltKit(instrument_, voice.Numbers()) : nullptr;
+                list_.voices.push_back(respelt != nullptr && !ownIsOpen_ ? respelt : &voice);
             }
         }
         tables_.push_back(table);
     }
 
-    std::vector<const Voice*> Take() { return std::move(voices_); }
+    void AddFixedKits() {
+        const std::vector<const Voice*> kits = FixedKits(instrument_);
+        list_.voices.insert(list_.voices.end(), kits.begin(), kits.end());
+    }
+
+    void EndOwn() {
+        list_.own = list_.voices.size();
+        ownIsOpen_ = false;
+    }
+
+    VoiceList Take() { return std::move(list_); }
 
 private:
     bool IsTaken(const Voice& voice) const {
-        return std::ranges::any_of(tables_, [&](const VoiceTable* table) {
-            return table->Find(voice.IsKit(), voice.Numbers()) != nullptr;
-        });
+        const VoiceNumbers numbers = voice.Numbers();
+        return (voice.IsKit() && FixedKit(instrument_, numbers) != nullptr) ||
+               std::ranges::any_of(tables_, [&](const VoiceTable* table) {
+                   return table->Find(voice.IsKit(), numbers) != nullptr;
+               });
     }
 
-    std::vector<const Voice*> voices_;
+    InstrumentId instrument_;
+    bool ownIsOpen_ = true;
+    VoiceList list_;
     std::vector<const VoiceTable*> tables_;
 };
 
 } // namespace
 
-std::vector<const Voice*> VoicesOf(const VoiceTables& tables, InstrumentId instrument,
-                                   const LookupOptions& options) {
-    List list;
-    const VoiceTable* own = tables.OwnTable(instrument);
-    list.Add(own);
+VoiceList VoicesOf(const VoiceTables& tables, InstrumentId instrument,
+                   const LookupOptions& options) {
+    ListBuilder list(instrument);
+    list.AddTable(tables.OwnTable(instrument));
+    list.AddFixedKits();
     if (options.limexTe200 && HasTe200Option(instrument)) {
-        list.Add(tables.OwnTable(kLimexTe200));
+        list.AddTable(tables.OwnTable(kLimexTe200));
     }
-    if (own == nullptr) {
-        list.Add(tables.OwnTable(kGmSoundset));
-        return list.Take();
+    list.EndOwn();
+    const bool hasXg = HasXgSet(instrument);
+    const bool hasGm2 = HasGm2Set(instrument);
+    if (hasXg) {
+        list.AddTable(tables.OwnTable(kXgSoundset));
     }
-    if (HasXgSet(instrument)) {
-        list.Add(tables.OwnTable(kXgSoundset));
+    if (hasGm2) {
+        list.AddTable(tables.OwnTable(kGm2Soundset));
     }
-    if (HasGm2Set(instrument)) {
-        list.Add(tables.OwnTable(kGm2Soundset));
+    if (!hasXg && !hasGm2 && !tables.HasOwnTable(instrument)) {
+        list.AddTable(tables.OwnTable(kGmSoundset));
     }
     return list.Take();
 }
 
-std::vector<const Voice*> SearchVoices(const VoiceTables& tables, InstrumentId instrument,
-                                       std::string_view text, const LookupOptions& options) {
-    std::vector<const Voice*> voices = VoicesOf(tables, instrument, options);
-    const std::vector<std::string> words = Words(text);
-    std::erase_if(voices, [&](const Voice* voice) { return !HasAll(*voice, words); });
-    return voices;
+VoiceList SearchVoices(const VoiceTables& tables, InstrumentId instrument, std::string_view text,
+                       const LookupOptions& options) {
+    const VoiceList all = VoicesOf(tables, instrument, options);
+    const VoiceSearch search(text);
+    VoiceList found;
+    const auto take = [&](std::span<const Voice* const> voices) {
+        for (const VoiceHit wanted : {VoiceHit::Name, VoiceHit::Group}) {
+            std::ranges::copy_if(voices, std::back_inserter(found.voices), [&](const Voice* voice) {
+                return search.Match(*voice) == wanted;
+            });
+        }
+    };
+    take(all.Own());
+    found.own = found.voices.size();
+    take(all.Inherited());
+    return found;
+}
+
+InstrumentId NamingTable(const VoiceTables& tables, InstrumentId instrument) {
+    if (tables.HasOwnTable(instrument)) {
+        return instrument;
+    }
+    if (HasXgSet(instrument)) {
+        return kXgSoundset;
+    }
+    return HasGm2Set(instrument) ? kGm2Soundset : kGmSoundset;
 }
 
 } // namespace tracksmith::instruments

@@ -1,23 +1,12 @@
 #include "instruments/voices/voice_lookup.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 #include "instruments/capabilities.h"
+#include "instruments/voices/fixed_kits.h"
 #include "instruments/voices/shared_sets.h"
 #include "instruments/voices/texts.h"
 
 namespace tracksmith::instruments {
 namespace {
-
-constexpr std::uint8_t Gm2Msb(bool kits) {
-    return kits ? kGm2KitsMsb : kGm2VoicesMsb;
-}
-
-const Voice* FindIn(const VoiceTable* table, bool kits, VoiceNumbers numbers) {
-    return table == nullptr ? nullptr : table->Find(kits, numbers);
-}
 
 // Bank select LSB 0 of a Roland SC is its default map; GM2 banks have no maps.
 VoiceNumbers InDefaultMap(InstrumentId instrument, VoiceNumbers numbers,
@@ -31,73 +20,115 @@ VoiceNumbers InDefaultMap(InstrumentId instrument, VoiceNumbers numbers,
     return numbers;
 }
 
-const Voice* FindInGm(const VoiceTables& tables, bool kits, VoiceNumbers numbers) {
-    return FindIn(tables.OwnTable(kGmSoundset), kits, numbers);
-}
+/// One look-up: the same instrument and kind of voices, at several numbers.
+class Finder {
+public:
+    Finder(const VoiceTables& tables, InstrumentId instrument, bool kits,
+           const LookupOptions& options)
+        : tables_(tables),
+          instrument_(instrument),
+          kits_(kits),
+          options_(options),
+          hasXg_(HasXgSet(instrument)),
+          hasGm2_(HasGm2Set(instrument)),
+          hasTable_(tables.HasOwnTable(instrument)) {}
 
-// General MIDI knows no banks, and one kit.
-FoundVoice FindWithoutTable(const VoiceTables& tables, bool kits, VoiceNumbers numbers) {
-    const std::uint8_t program = kits ? std::uint8_t{0} : numbers.program;
-    return {FindInGm(tables, kits, {0, 0, program}), false};
-}
-
-// The common sets, in the order in which they come before each other.
-const Voice* FindInherited(const VoiceTables& tables, InstrumentId instrument, bool kits,
-                           VoiceNumbers numbers) {
-    if (numbers.msb == Gm2Msb(kits)) {
-        return FindIn(tables.OwnTable(kGm2Soundset), kits, numbers);
-    }
-    if (HasXgSet(instrument)) {
-        if (numbers.msb == kUserVoicesMsb) {
-            return nullptr;
+    FoundVoice Find(VoiceNumbers numbers) const {
+        if (const Voice* voice = Exact(numbers)) {
+            return {voice, VoiceMatch::Exact};
         }
-        if (const Voice* voice = FindIn(tables.OwnTable(kXgSoundset), kits, numbers)) {
+        const Voice* voice = kits_ ? SimilarKit(numbers) : SimilarVoice(numbers);
+        return {voice, voice == nullptr ? VoiceMatch::Unknown : VoiceMatch::Similar};
+    }
+
+private:
+    const Voice* In(InstrumentId table, VoiceNumbers numbers) const {
+        const VoiceTable* found = tables_.OwnTable(table);
+        return found == nullptr ? nullptr : found->Find(kits_, numbers);
+    }
+
+    const Voice* InOwn(VoiceNumbers numbers) const {
+        if (const Voice* kit = kits_ ? FixedKit(instrument_, numbers) : nullptr) {
+            return kit;
+        }
+        numbers = InDefaultMap(instrument_, numbers, options_);
+        if (const Voice* voice = In(instrument_, numbers)) {
             return voice;
         }
+        const bool te200 = options_.limexTe200 && HasTe200Option(instrument_);
+        return te200 ? In(kLimexTe200, numbers) : nullptr;
     }
-    const bool bank0 = numbers.msb == 0 && numbers.lsb == 0;
-    return bank0 ? FindInGm(tables, kits, numbers) : nullptr;
-}
+
+    const Voice* InSets(VoiceNumbers numbers) const {
+        if (const Voice* voice = hasXg_ ? In(kXgSoundset, numbers) : nullptr) {
+            return voice;
+        }
+        if (hasGm2_) {
+            const Voice* kit = kits_ ? RespeltKit(instrument_, numbers) : nullptr;
+            if (const Voice* voice = kit != nullptr ? kit : In(kGm2Soundset, numbers)) {
+                return voice;
+            }
+        }
+        return hasTable_ || hasXg_ ? nullptr : In(kGmSoundset, numbers);
+    }
+
+    const Voice* Exact(VoiceNumbers numbers) const {
+        const Voice* voice = InOwn(numbers);
+        return voice != nullptr ? voice : InSets(numbers);
+    }
+
+    const Voice* SimilarVoice(VoiceNumbers numbers) const {
+        if (numbers.msb == kGm2VoicesMsb) {
+            const Voice* voice = In(kGm2Soundset, numbers);
+            return voice != nullptr ? voice : In(kGm2Soundset, {kGm2VoicesMsb, 0, numbers.program});
+        }
+        if (hasXg_) {
+            // What XG itself falls back to.
+            return numbers.msb == 0 ? Exact({0, 0, numbers.program}) : nullptr;
+        }
+        const bool anyBank = (!hasTable_ && !hasGm2_) || instrument_ == kGmSoundset;
+        const bool bank0 = numbers.msb == 0 && numbers.lsb == 0;
+        return anyBank || bank0 ? In(kGmSoundset, {0, 0, numbers.program}) : nullptr;
+    }
+
+    const Voice* SimilarKit(VoiceNumbers numbers) const {
+        const std::uint8_t program = numbers.program;
+        if (hasXg_ && numbers.msb != kGm2KitsMsb) {
+            const bool isSfx = numbers.msb == kXgSfxKitsMsb;
+            return Exact({isSfx ? kXgSfxKitsMsb : kXgKitsMsb, 0, program});
+        }
+        for (const std::uint8_t msb : {std::uint8_t{0}, kXgKitsMsb}) {
+            const Voice* kit = hasTable_ ? InOwn({msb, numbers.lsb, program}) : nullptr;
+            if (kit != nullptr) {
+                return kit;
+            }
+        }
+        if (!hasGm2_ && program == 0) {
+            return In(kGmSoundset, {0, 0, 0});
+        }
+        const Voice* respelt = RespeltKit(instrument_, {kGm2KitsMsb, 0, program});
+        return respelt != nullptr ? respelt : In(kGm2Soundset, {kGm2KitsMsb, 0, program});
+    }
+
+    const VoiceTables& tables_;
+    InstrumentId instrument_;
+    bool kits_;
+    const LookupOptions& options_;
+    bool hasXg_;
+    bool hasGm2_;
+    bool hasTable_;
+};
 
 std::string NameOf(const FoundVoice& found, VoiceNumbers numbers, Language language) {
     return found.voice == nullptr ? texts::UnknownVoice(numbers, language)
                                   : std::string(found.voice->name);
 }
 
-struct FixedKit {
-    InstrumentId instrument;
-    std::uint8_t msb;
-    std::uint8_t program;
-    std::string_view name;
-};
-
-constexpr InstrumentId kTyros5 = 74;
-
-constexpr auto kFixedKits = std::to_array<FixedKit>({
-    {kTyros5, 126, 43, "PopLatin Kit 1 (Live!)"},
-    {kTyros5, 126, 75, "New Arabic Kit 1 (Live!)"},
-    {kTyros5, 126, 86, "AlpenFX (Live!)"},
-    {kTyros5, 126, 118, "Brazil Kit 2 (Live!)"},
-});
-
 } // namespace
 
 FoundVoice FindVoice(const VoiceTables& tables, InstrumentId instrument, bool kits,
                      VoiceNumbers numbers, const LookupOptions& options) {
-    const VoiceTable* own = tables.OwnTable(instrument);
-    numbers = InDefaultMap(instrument, numbers, options);
-    if (const Voice* voice = FindIn(own, kits, numbers)) {
-        return {voice, true};
-    }
-    if (options.limexTe200 && HasTe200Option(instrument)) {
-        if (const Voice* voice = FindIn(tables.OwnTable(kLimexTe200), kits, numbers)) {
-            return {voice, true};
-        }
-    }
-    if (own == nullptr || instrument == kGmSoundset) {
-        return FindWithoutTable(tables, kits, numbers);
-    }
-    return {FindInherited(tables, instrument, kits, numbers), false};
+    return Finder(tables, instrument, kits, options).Find(numbers);
 }
 
 std::string ProgramChangeNames(const VoiceTables& tables, InstrumentId instrument,
@@ -111,18 +142,21 @@ std::string DrumsChangeName(const VoiceTables& tables, InstrumentId instrument,
     return NameOf(FindVoice(tables, instrument, true, numbers, options), numbers, language);
 }
 
+NamedVoice NameVoice(const VoiceTables& tables, const ChannelVoice& channel,
+                     const LookupOptions& options, Language language) {
+    const VoiceNumbers numbers = channel.numbers;
+    const Voice* fixed = FixedKit(channel.instrument, numbers);
+    const FoundVoice found =
+        fixed != nullptr ? FoundVoice{fixed, VoiceMatch::Exact}
+                         : FindVoice(tables, channel.instrument, channel.drums, numbers, options);
+    const bool similar = found.match == VoiceMatch::Similar;
+    return {NameOf(found, numbers, language), found.match,
+            similar ? found.voice->Numbers() : numbers};
+}
+
 std::string PatchName(const VoiceTables& tables, const ChannelVoice& channel,
                       const LookupOptions& options, Language language) {
-    const VoiceNumbers& numbers = channel.numbers;
-    for (const FixedKit& kit : kFixedKits) {
-        if (kit.instrument == channel.instrument && kit.msb == numbers.msb &&
-            kit.program == numbers.program) {
-            return std::string(kit.name);
-        }
-    }
-    return channel.drums
-               ? DrumsChangeName(tables, channel.instrument, numbers, options, language)
-               : ProgramChangeNames(tables, channel.instrument, numbers, options, language);
+    return NameVoice(tables, channel, options, language).name;
 }
 
 } // namespace tracksmith::instruments

@@ -19,20 +19,31 @@ struct LookupOptions {
     bool limexTe200 = false;
 };
 
+/// How surely numbers are named.
+enum class VoiceMatch : std::uint8_t {
+    /// Nobody knows the bank.
+    Unknown,
+    /// Named after another bank, because the instrument is not known to have this one.
+    Similar,
+    /// The voice stands at exactly these numbers, in the instrument's own table or in a common set
+    /// (XG, GM2, General MIDI) that the instrument surely has.
+    Exact
+};
+
 /// What three numbers select on an instrument.
 struct FoundVoice {
     /// Null when no table has the numbers.
     const Voice* voice = nullptr;
-    /// The instrument's own table has the voice; otherwise it is that of a common set (XG, GM2,
-    /// General MIDI), which the instrument may word differently.
-    bool exact = false;
+    VoiceMatch match = VoiceMatch::Unknown;
 };
 
-/// The voice, or with `kits` the drum kit, that `numbers` select on `instrument`. Searched are the
-/// instrument's own table, that of the Limex option, XG for Yamaha's XG instruments, GM2 at its
-/// banks, and General MIDI at bank 0/0. An instrument without a table has General MIDI at every
-/// bank, and with `kits` its one kit at every program. Bank MSB 63 and 121 are left to the user's
-/// voices and to GM2. Any thread.
+/// The voice, or with `kits` the drum kit, that `numbers` select on `instrument`. Exact are, in
+/// this order: kits with fixed names, the instrument's own table, that of the Limex option, XG and
+/// GM2 where the instrument has them, and General MIDI at bank 0/0 for an instrument that has none
+/// of these. Similar are: the same program at LSB 0 of the banks of XG and GM2, General MIDI at
+/// bank 0/0, and for an instrument with neither table nor set General MIDI at every bank; for kits
+/// the same program in the instrument's bank of kits, or the GM2 kit of that program. A voice is
+/// never named by a kit nor a kit by a voice. Any thread.
 FoundVoice FindVoice(const VoiceTables& tables, InstrumentId instrument, bool kits,
                      VoiceNumbers numbers, const LookupOptions& options = {});
 
@@ -53,8 +64,20 @@ struct ChannelVoice {
     VoiceNumbers numbers;
 };
 
-/// Name of what a channel plays: some kits have fixed names that come before any table, everything
-/// else is named as by DrumsChangeName or ProgramChangeNames.
+/// A name and how sure it is.
+struct NamedVoice {
+    std::string name;
+    VoiceMatch match = VoiceMatch::Unknown;
+    /// The numbers that the name belongs to: those of the channel unless the match is Similar.
+    VoiceNumbers numbers;
+};
+
+/// What a channel plays: some kits have fixed names that come before any table, everything else is
+/// named as by DrumsChangeName or ProgramChangeNames.
+NamedVoice NameVoice(const VoiceTables& tables, const ChannelVoice& channel,
+                     const LookupOptions& options, Language language);
+
+/// The name that NameVoice gives.
 std::string PatchName(const VoiceTables& tables, const ChannelVoice& channel,
                       const LookupOptions& options, Language language);
 

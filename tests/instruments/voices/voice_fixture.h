@@ -8,6 +8,7 @@
 
 #include "instruments/voices/voice.h"
 #include "instruments/voices/voice_table_reader.h"
+#include "instruments/voices/voice_tables.h"
 
 namespace tracksmith::instruments {
 
@@ -19,6 +20,12 @@ namespace test {
 
 inline std::filesystem::path ShippedVoices() {
     return std::filesystem::path(TRACKSMITH_SOURCE_DIR) / "data" / "voices";
+}
+
+/// The shipped tables, once for all tests.
+inline const VoiceTables& Shipped() {
+    static const VoiceTables tables({ShippedVoices()});
+    return tables;
 }
 
 /// A table file with the header and these lines.

@@ -4,27 +4,30 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "support/temporary_folder.h"
-
+#include "instruments/voices/shared_sets.h"
 #include "instruments/voices/voice_fixture.h"
-#include "instruments/voices/voice_list.h"
 
 namespace tracksmith::instruments {
 namespace {
 
+using test::Shipped;
+
 constexpr InstrumentId kSc88Pro = 1;
 constexpr InstrumentId kSc8820 = 3;
+constexpr InstrumentId kMu90 = 8;
 constexpr InstrumentId kMotifRackEs = 26;
-constexpr InstrumentId kTyros4 = 62; // no table
-constexpr InstrumentId kHq200 = 65;  // no table
 constexpr InstrumentId kTyros5 = 74;
 constexpr InstrumentId kScVa = 83;
 constexpr InstrumentId kGenos = 87;
+constexpr InstrumentId kSonority = 95;
+// Without tables: one with XG and GM2, one with GM2, one with neither.
+constexpr InstrumentId kGenos2 = 106;
+constexpr InstrumentId kPa1000 = 91;
+constexpr InstrumentId kSd9 = 92;
 
-const VoiceTables& Shipped() {
-    static const VoiceTables tables({test::ShippedVoices()});
-    return tables;
-}
+constexpr auto Exact = VoiceMatch::Exact;
+constexpr auto Similar = VoiceMatch::Similar;
+constexpr auto Unknown = VoiceMatch::Unknown;
 
 struct LookupRow {
     const char* what;
@@ -33,7 +36,7 @@ struct LookupRow {
     VoiceNumbers numbers;
     LookupOptions options;
     std::string name;
-    bool exact;
+    VoiceMatch match;
 };
 
 class VoiceLookupTest : public testing::TestWithParam<LookupRow> {};
@@ -46,8 +49,8 @@ TEST_P(VoiceLookupTest, Names) {
         << row.what;
     const FoundVoice found =
         FindVoice(Shipped(), row.instrument, row.kits, row.numbers, row.options);
-    EXPECT_EQ(found.exact, row.exact) << row.what;
-    EXPECT_EQ(found.voice == nullptr, row.name.starts_with("unknown"));
+    EXPECT_EQ(found.match, row.match) << row.what;
+    EXPECT_EQ(found.voice == nullptr, row.match == Unknown);
 }
 
 LookupOptions Map(std::int32_t number) {
@@ -55,113 +58,123 @@ LookupOptions Map(std::int32_t number) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Rules, VoiceLookupTest,
+    OwnTable, VoiceLookupTest,
     testing::Values(
-        LookupRow{"own", kTyros5, false, {0, 112, 0}, {}, "GrandPiano (Live!)", true},
-        LookupRow{"own kit", kTyros5, true, {127, 0, 8}, {}, "RoomKit", true},
-        LookupRow{"kits apart", kTyros5, false, {127, 0, 8}, {}, "unknown 127 0 8", false},
-        LookupRow{"unknown", kTyros5, false, {8, 0, 127}, {}, "unknown 8 0 127", false},
-        LookupRow{"SC default map 1", kSc88Pro, false, {8, 0, 4}, Map(1), "Detuned EP 1", true},
-        LookupRow{"SC default map 3", kSc88Pro, false, {8, 0, 4}, Map(3), "St.Soft EP", true},
-        LookupRow{"SC map not offered", kSc88Pro, false, {8, 0, 4}, Map(9), "St.Soft EP", true},
-        LookupRow{"SC named map", kSc88Pro, false, {8, 1, 4}, Map(3), "Detuned EP 1", true},
-        LookupRow{"SC kit", kSc88Pro, true, {0, 0, 26}, Map(1), "unknown 0 0 26", false},
-        LookupRow{"SC kit in map", kSc88Pro, true, {0, 0, 26}, Map(3), "DANCE", true},
-        LookupRow{"SC GM2 has no maps", kSc8820, false, {121, 0, 0}, {}, "Piano 1", true},
-        LookupRow{"XG inherited", kGenos, false, {64, 0, 0}, {}, "Cutting Noise", false},
-        LookupRow{"XG gap filled", kTyros5, false, {64, 0, 0}, {}, "Cutting Noise", false},
-        LookupRow{"no XG on Motif", kMotifRackEs, false, {64, 0, 0}, {}, "unknown 64 0 0", false},
-        LookupRow{
-            "GM2 inherited", kGenos, false, {121, 1, 0}, {}, "Acoustic Grand Piano (wide)", false},
-        LookupRow{"GM2 kit", kGenos, true, {120, 0, 25}, {}, "GM2 Analog", false},
-        LookupRow{"user voices", kTyros5, false, {63, 0, 0}, {}, "unknown 63 0 0", false},
-        LookupRow{"Motif presets", kMotifRackEs, false, {63, 0, 0}, {}, "Full Grand", true},
-        LookupRow{"GM at bank 0/0", 95, true, {0, 0, 0}, {}, "Standard Kit", false},
-        LookupRow{"GM nowhere else", 95, true, {0, 1, 0}, {}, "unknown 0 1 0", false},
-        LookupRow{"no table", kTyros4, false, {0, 112, 40}, {}, "Violin", false},
-        LookupRow{"no table, GM2", kTyros4, false, {121, 1, 40}, {}, "Violin", false},
-        LookupRow{"no table, kit", kTyros4, true, {127, 0, 25}, {}, "Standard Kit", false},
-        LookupRow{"no table, SC", kScVa, false, {8, 2, 40}, {}, "Violin", false},
-        LookupRow{"GM itself", kGmSoundset, false, {0, 0, 40}, {}, "Violin", true},
-        LookupRow{"GM has no banks", kGmSoundset, false, {8, 0, 40}, {}, "Violin", false},
-        LookupRow{"above 108", 200, false, {8, 0, 40}, {}, "Violin", false}),
+        LookupRow{"own", kTyros5, false, {0, 112, 0}, {}, "GrandPiano (Live!)", Exact},
+        LookupRow{"own kit", kTyros5, true, {127, 0, 8}, {}, "RoomKit", Exact},
+        LookupRow{"fixed kit", kTyros5, true, {126, 5, 43}, {}, "PopLatin Kit 1 (Live!)", Exact},
+        LookupRow{"kits apart", kTyros5, false, {127, 0, 8}, {}, "unknown 127·0·9", Unknown},
+        LookupRow{"unknown", kTyros5, false, {8, 0, 127}, {}, "unknown 8·0·128", Unknown},
+        LookupRow{"user voices", kTyros5, false, {63, 0, 0}, {}, "unknown 63·0·1", Unknown},
+        LookupRow{"SC default map 1", kSc88Pro, false, {8, 0, 4}, Map(1), "Detuned EP 1", Exact},
+        LookupRow{"SC default map 3", kSc88Pro, false, {8, 0, 4}, Map(3), "St.Soft EP", Exact},
+        LookupRow{"SC map not offered", kSc88Pro, false, {8, 0, 4}, Map(9), "St.Soft EP", Exact},
+        LookupRow{"SC named map", kSc88Pro, false, {8, 1, 4}, Map(3), "Detuned EP 1", Exact},
+        LookupRow{"SC kit", kSc88Pro, true, {0, 0, 26}, Map(1), "unknown 0·0·27", Unknown},
+        LookupRow{"SC kit in map", kSc88Pro, true, {0, 0, 26}, Map(3), "DANCE", Exact},
+        LookupRow{"SC kit ignores MSB", kSc88Pro, true, {127, 0, 26}, Map(3), "DANCE", Similar},
+        LookupRow{"SC GM2 has no maps", kSc8820, false, {121, 0, 0}, {}, "Piano 1", Exact},
+        LookupRow{"Motif presets", kMotifRackEs, false, {63, 0, 0}, {}, "Full Grand", Exact},
+        LookupRow{"no XG on Motif", kMotifRackEs, false, {64, 0, 0}, {}, "unknown 64·0·1", Unknown},
+        LookupRow{"Motif's GM kit", kMotifRackEs, true, {0, 0, 0}, {}, "Stereo GM", Similar},
+        LookupRow{"GM kit at last", kSonority, true, {0, 1, 0}, {}, "Standard Kit", Similar},
+        LookupRow{"GM itself", kGmSoundset, false, {0, 0, 40}, {}, "Violin", Exact},
+        LookupRow{"GM has no banks", kGmSoundset, false, {8, 0, 40}, {}, "Violin", Similar},
+        LookupRow{"GM has one kit", kGmSoundset, true, {0, 0, 25}, {}, "GM2 Analog", Similar}),
     [](const auto& row) { return "Row" + std::to_string(row.index); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Sets, VoiceLookupTest,
+    testing::Values(
+        LookupRow{"XG beside", kGenos, false, {64, 0, 0}, {}, "Cutting Noise", Exact},
+        LookupRow{"XG gap filled", kTyros5, false, {64, 0, 0}, {}, "Cutting Noise", Exact},
+        LookupRow{"XG falls back", kGenos, false, {0, 44, 24}, {}, "Nylon Guitar", Similar},
+        LookupRow{
+            "GM2 beside", kGenos, false, {121, 1, 0}, {}, "Acoustic Grand Piano (wide)", Exact},
+        LookupRow{
+            "GM2 falls back", kGenos, false, {121, 9, 24}, {}, "Acoustic Guitar (nylon)", Similar},
+        LookupRow{
+            "GM2 not sure", kMu90, false, {121, 1, 0}, {}, "Acoustic Grand Piano (wide)", Similar},
+        LookupRow{"GM2 kit", kGenos, true, {120, 0, 25}, {}, "GM2 Analog", Exact},
+        LookupRow{"no table, XG", kGenos2, false, {0, 0, 24}, {}, "Nylon Guitar", Exact},
+        LookupRow{"no table, panel", kGenos2, false, {8, 34, 24}, {}, "unknown 8·34·25", Unknown},
+        LookupRow{"no table, XG kit", kGenos2, true, {127, 0, 25}, {}, "Analog Kit", Exact},
+        LookupRow{"kit at bank 0", kGenos2, true, {0, 0, 25}, {}, "Analog Kit", Similar},
+        LookupRow{
+            "kit nobody knows", kGenos2, true, {127, 0, 99}, {}, "unknown 127·0·100", Unknown},
+        LookupRow{"SFX kits apart", kGenos2, true, {126, 0, 25}, {}, "unknown 126·0·26", Unknown},
+        LookupRow{
+            "no table, GM2", kPa1000, false, {121, 1, 0}, {}, "Acoustic Grand Piano (wide)", Exact},
+        LookupRow{"no table, GM", kPa1000, false, {0, 0, 40}, {}, "Violin", Exact},
+        LookupRow{"GM2 has no other", kPa1000, false, {8, 0, 40}, {}, "unknown 8·0·41", Unknown},
+        LookupRow{"Korg's spelling", kPa1000, true, {120, 0, 56}, {}, "GM2 SFZ", Exact},
+        LookupRow{"Korg from XG", kPa1000, true, {127, 0, 56}, {}, "GM2 SFZ", Similar},
+        LookupRow{"neither", kSd9, false, {0, 0, 40}, {}, "Violin", Exact},
+        LookupRow{"neither, any bank", kSd9, false, {8, 3, 40}, {}, "Violin", Similar},
+        LookupRow{"neither, kit", kSd9, true, {0, 0, 0}, {}, "Standard Kit", Exact},
+        LookupRow{"neither, other kit", kSd9, true, {0, 0, 25}, {}, "GM2 Analog", Similar},
+        LookupRow{"neither, no kit", kSd9, true, {0, 0, 99}, {}, "unknown 0·0·100", Unknown},
+        LookupRow{"SC without table", kScVa, false, {8, 2, 40}, {}, "Violin", Similar},
+        LookupRow{"above 108", 200, false, {8, 0, 40}, {}, "Violin", Similar}),
+    [](const auto& row) { return "Row" + std::to_string(row.index); });
+
+// Whatever a song selects on a drum part, a kit is shown or nothing at all, and not one for all.
+TEST(FindVoice, KitsAndVoicesNeverMix) {
+    for (const Instrument& instrument : Catalogue()) {
+        for (int number = 0; number < 128 * 128; number += 37) {
+            const VoiceNumbers numbers{static_cast<std::uint8_t>(number / 128), 0,
+                                       static_cast<std::uint8_t>(number % 128)};
+            for (const bool kits : {false, true}) {
+                const FoundVoice found = FindVoice(Shipped(), instrument.id, kits, numbers);
+                ASSERT_TRUE(found.voice == nullptr || found.voice->IsKit() == kits)
+                    << instrument.name << ' ' << numbers;
+                ASSERT_TRUE(found.match != VoiceMatch::Exact || found.voice->msb == numbers.msb);
+            }
+        }
+        const FoundVoice standard = FindVoice(Shipped(), instrument.id, true, {127, 0, 0});
+        const FoundVoice analog = FindVoice(Shipped(), instrument.id, true, {127, 0, 25});
+        EXPECT_NE(standard.voice, analog.voice) << instrument.name;
+    }
+}
+
+TEST(NumbersInForce, StartInTheBankOfTheInstrument) {
+    const auto start = [](InstrumentId id, bool kits) {
+        return NumbersInForce(id, kits, {}, {}, 5);
+    };
+    EXPECT_EQ(start(kGenos2, true), (VoiceNumbers{127, 0, 5}));
+    EXPECT_EQ(start(kGenos2, false), (VoiceNumbers{0, 0, 5}));
+    EXPECT_EQ(start(kPa1000, true), (VoiceNumbers{120, 0, 5}));
+    EXPECT_EQ(start(kPa1000, false), (VoiceNumbers{121, 0, 5}));
+    EXPECT_EQ(start(kSd9, true), (VoiceNumbers{0, 0, 5}));
+    EXPECT_EQ(NumbersInForce(kPa1000, true, 0, 7, 5), (VoiceNumbers{0, 7, 5}));
+    EXPECT_TRUE(IsKitBank(kGenos2, 126) && IsKitBank(kPa1000, 120));
+    EXPECT_FALSE(IsKitBank(kPa1000, 127) || IsKitBank(kSd9, 120) || IsKitBank(kGenos2, 121));
+}
 
 TEST(PatchName, FixedKitsOfTheTyros5ComeBeforeItsTable) {
     const auto name = [](std::uint8_t msb, std::uint8_t program, bool drums = true) {
         return PatchName(Shipped(), {kTyros5, drums, {msb, 0, program}}, {}, Language::German);
     };
     EXPECT_EQ(name(126, 43), "PopLatin Kit 1 (Live!)");
-    EXPECT_EQ(name(126, 75), "New Arabic Kit 1 (Live!)");
+    EXPECT_EQ(name(126, 75, false), "New Arabic Kit 1 (Live!)");
     EXPECT_EQ(name(126, 86), "AlpenFX (Live!)");
     EXPECT_EQ(name(126, 118), "Brazil Kit 2 (Live!)");
     EXPECT_EQ(name(126, 44), "PopLatinKit2 (Live!)");
-    EXPECT_EQ(name(127, 43), "unbekannt 127 0 43");
-    EXPECT_EQ(name(127, 8, false), "unbekannt 127 0 8");
+    EXPECT_EQ(name(127, 43), "unbekannt 127·0·44");
+    EXPECT_EQ(name(127, 8, false), "unbekannt 127·0·9");
     EXPECT_EQ(PatchName(Shipped(), {kGenos, true, {126, 0, 118}}, {}, Language::English),
-              "unknown 126 0 118");
+              "unknown 126·0·119");
 }
 
-TEST(LimexOption, AddsTheVoicesOfTheTe200) {
-    const tracksmith::test::TemporaryFolder folder;
-    test::PutText(folder / "058-x.tsv", test::TableOf("Own\tBox\t7\t0\t40\tTe200 voice\n"));
-    const VoiceTables tables({folder.Path(), test::ShippedVoices()});
-    const LookupOptions with{.limexTe200 = true};
-    const auto name = [&](InstrumentId id, VoiceNumbers numbers, const LookupOptions& options) {
-        return ProgramChangeNames(tables, id, numbers, options, Language::English);
-    };
-    for (const InstrumentId limex : std::to_array<InstrumentId>({65, 66, 77})) {
-        EXPECT_EQ(name(limex, {7, 0, 40}, with), "Te200 voice");
-        EXPECT_EQ(name(limex, {7, 0, 40}, {}), "Violin");
-        EXPECT_EQ(name(limex, {7, 0, 41}, with), "Viola");
-    }
-    EXPECT_EQ(name(57, {7, 0, 40}, with), "Violin"); // no such option there
-    EXPECT_EQ(VoicesOf(tables, kHq200, with).front()->name, "Te200 voice");
-    EXPECT_EQ(VoicesOf(tables, kHq200).size() + 1, VoicesOf(tables, kHq200, with).size());
-}
-
-TEST(VoicesOf, ListsOwnVoicesThenInheritedSets) {
-    const auto count = [](InstrumentId id, std::string_view family) {
-        const auto voices = VoicesOf(Shipped(), id);
-        return std::ranges::count(voices, family, &Voice::family);
-    };
-    EXPECT_EQ(count(kGenos, "Panel"), 956);
-    EXPECT_EQ(count(kGenos, "GM2"), 256);
-    EXPECT_EQ(count(kTyros5, "GM2"), 256);
-    EXPECT_EQ(count(kTyros5, "XG"), 480);
-    EXPECT_EQ(count(kMotifRackEs, "XG") + count(kMotifRackEs, "GM2"), 0);
-    EXPECT_EQ(count(kTyros4, "GM"), 128);
-    EXPECT_EQ(VoicesOf(Shipped(), kTyros4).size(), 129U);
-    EXPECT_EQ(VoicesOf(Shipped(), kSc88Pro).size(), 2'043U);
-}
-
-TEST(VoicesOf, EveryListedVoiceIsNamedAsListed) {
-    for (const Instrument& instrument : Catalogue()) {
-        for (const Voice* voice : VoicesOf(Shipped(), instrument.id)) {
-            const FoundVoice found =
-                FindVoice(Shipped(), instrument.id, voice->IsKit(), voice->Numbers());
-            ASSERT_EQ(found.voice, voice) << instrument.name << ' ' << voice->Numbers();
-        }
-    }
-}
-
-TEST(SearchVoices, EveryWordMustOccur) {
-    const auto count = [](std::string_view text) {
-        return SearchVoices(Shipped(), kTyros4, text).size();
-    };
-    EXPECT_EQ(count("  grand PIANO "), 2U); // Acoustic and Electric Grand Piano
-    EXPECT_EQ(count("piano lead"), 0U);
-    EXPECT_EQ(count("brass tuba"), 1U); // category and name
-    EXPECT_EQ(count(""), 129U);
-}
-
-TEST(SearchVoices, LettersOfLatinScriptFold) {
-    const tracksmith::test::TemporaryFolder folder;
-    test::PutText(folder / "058-x.tsv", test::TableOf("Own\tBläser\t0\t0\t0\tHÖRNER × 4\n"));
-    const VoiceTables tables({folder.Path()});
-    EXPECT_EQ(SearchVoices(tables, 58, "hörner").size(), 1U);
-    EXPECT_EQ(SearchVoices(tables, 58, "BLÄSER ×").size(), 1U);
-    EXPECT_EQ(SearchVoices(tables, 58, "÷").size(), 0U);
+TEST(NameVoice, TellsWhichNumbersANameBelongsTo) {
+    const NamedVoice similar =
+        NameVoice(Shipped(), {kGenos2, false, {0, 44, 24}}, {}, Language::English);
+    EXPECT_EQ(similar.match, VoiceMatch::Similar);
+    EXPECT_EQ(similar.numbers, (VoiceNumbers{0, 0, 24}));
+    const NamedVoice fixed =
+        NameVoice(Shipped(), {kTyros5, true, {126, 3, 43}}, {}, Language::English);
+    EXPECT_EQ(fixed.match, VoiceMatch::Exact);
+    EXPECT_EQ(fixed.numbers, (VoiceNumbers{126, 3, 43}));
 }
 
 } // namespace

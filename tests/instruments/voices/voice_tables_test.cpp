@@ -1,13 +1,48 @@
 #include "instruments/voices/voice_tables.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <new>
 #include <set>
 #include <thread>
 
+#include "base/recording_message_host.h"
 #include "support/temporary_folder.h"
 
+#include "instruments/voices/user_table.h"
+#include "instruments/voices/voice_file_error.h"
 #include "instruments/voices/voice_fixture.h"
+#include "instruments/voices/voice_table_writer.h"
+
+namespace {
+
+// Allocations of this thread until one fails; none fails while it is negative.
+thread_local int allocationsLeft = -1;
+
+/// Lets one allocation of this thread fail while it lives, the `index`-th from 0.
+class FailingAllocation {
+public:
+    explicit FailingAllocation(int index) { allocationsLeft = index; }
+    ~FailingAllocation() { allocationsLeft = -1; }
+};
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
+        throw std::bad_alloc();
+    }
+    void* memory = std::malloc(size == 0 ? 1 : size);
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
 
 namespace tracksmith::instruments {
 namespace {
@@ -60,6 +95,64 @@ TEST_F(VoiceTablesTest, ABrokenTableIsPassedOverAndTold) {
         EXPECT_FALSE(tables_.HasOwnTable(broken));
         EXPECT_EQ(tables_.Problems(broken, Language::English).size(), 1U) << int{broken};
     }
+}
+
+TEST_F(VoiceTablesTest, AFolderThatCannotBeReadIsTold) {
+    PutText(folder_ / "missing", "no folder");
+    PutText(folder_ / "shipped/062-yamaha-tyros-4.tsv", OneVoice("shipped"));
+    EXPECT_EQ(FirstName(62), "shipped");
+    const auto problems = tables_.Problems(62, Language::English);
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_NE(problems[0].find("missing: The folder"), std::string::npos) << problems[0];
+}
+
+// Importing again must not lose what the user has without asking.
+TEST_F(VoiceTablesTest, StoringAsksBeforeItReplaces) {
+    RecordingMessageHost host;
+    const auto store = [&](const char* name) {
+        return StoreUserTable(tables_, 62, ReadVoiceTable(OneVoice(name)), host).has_value();
+    };
+    PutText(folder_ / "shipped/062-yamaha-tyros-4.tsv", OneVoice("shipped"));
+    EXPECT_EQ(FirstName(62), "shipped");
+    const VoiceTable* shipped = tables_.OwnTable(62);
+    EXPECT_TRUE(store("first"));
+    EXPECT_TRUE(host.questions.empty());
+    EXPECT_EQ(FirstName(62), "first");
+    EXPECT_EQ(shipped->Voices()[0].name, "shipped"); // still there for who points to it
+    host.answer = false;
+    EXPECT_FALSE(store("second"));
+    EXPECT_EQ(FirstName(62), "first");
+    host.answer = true;
+    EXPECT_TRUE(store("third"));
+    EXPECT_EQ(FirstName(62), "third");
+    EXPECT_EQ(host.questions.size(), 2U);
+    PutText(folder_ / "own/063-my own.tsv", "not readable");
+    EXPECT_TRUE(tables_.HasUserTable(62));
+    EXPECT_FALSE(tables_.HasUserTable(63)); // not looked at since
+    EXPECT_TRUE(StoreUserTable(tables_, 63, ReadVoiceTable(OneVoice("x")), host));
+    EXPECT_EQ(host.questions.size(), 3U);
+    EXPECT_THROW(StoreUserTable(tables_, 109, VoiceTable(), host), VoiceFileError);
+    VoiceTables nowhere({});
+    EXPECT_THROW(StoreUserTable(nowhere, 62, VoiceTable(), host), VoiceFileError);
+}
+
+// Wherever memory runs out, no table and a message are left, and later asking works.
+TEST_F(VoiceTablesTest, RunningOutOfMemoryIsToldAndPasses) {
+    PutText(folder_ / "own/062-yamaha-tyros-4.tsv", OneVoice("own"));
+    int failed = 0;
+    for (int allocation = 0; allocation < 200; ++allocation) {
+        const VoiceTables tables({folder_ / "own"});
+        bool has = false;
+        {
+            const FailingAllocation failing(allocation);
+            has = tables.HasOwnTable(62);
+        }
+        failed += has ? 0 : 1;
+        EXPECT_TRUE(tables.HasOwnTable(62)) << allocation;
+        EXPECT_TRUE(tables.Problems(62, Language::English).empty());
+    }
+    EXPECT_GT(failed, 10);
+    EXPECT_LT(failed, 190);
 }
 
 TEST(VoiceTables, ManyThreadsLoadEachTableOnce) {

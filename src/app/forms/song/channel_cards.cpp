@@ -39,18 +39,22 @@ ChannelCard::ChannelCard(int channel, QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ChannelCard::ShowLine(const app::SongDescription::ChannelLine* line, const QString& voice,
+void ChannelCard::ShowLine(const app::SongDescription::ChannelLine* line, const ShownVoice& voice,
                            Language language) {
     const QString nothing = ToQString(kNothing);
-    voice_ = voice.isEmpty() ? nothing : voice;
+    voice_ = voice.name.isEmpty() ? nothing : voice.Marked();
+    const QString spoken =
+        voice.similar ? InLanguage(texts::kSimilarVoice, language).arg(voice.name) : voice_;
     fields_ = {{{InLanguage(texts::kNotes, language),
                  line != nullptr ? NumberText(line->notes, language) : nothing},
                 {InLanguage(texts::kBankProgram, language),
                  line != nullptr ? NumbersText(*line) : nothing}}};
     setEnabled(line != nullptr);
     setAccessibleName(
-        texts::ChannelCardName(channel_, voice_, fields_[0].value, fields_[1].value, language));
-    setToolTip(voice_ + QStringLiteral("\n") + InLanguage(texts::kChannelHint, language));
+        texts::ChannelCardName(channel_, spoken, fields_[0].value, fields_[1].value, language));
+    setToolTip(voice_ + QStringLiteral("\n") +
+               (voice.similar ? voice.why + QStringLiteral("\n") : QString()) +
+               InLanguage(texts::kChannelHint, language));
     update();
 }
 
@@ -157,7 +161,7 @@ void ChannelCards::ShowChannels(const std::vector<app::SongDescription::ChannelL
         });
         const bool used = line != lines.end();
         cards_[static_cast<std::size_t>(channel)]->ShowLine(
-            used ? &*line : nullptr, used ? voiceName(*line) : QString(), language);
+            used ? &*line : nullptr, used ? voiceName(*line) : ShownVoice(), language);
     }
     const auto first = std::find_if(cards_.begin(), cards_.end(),
                                     [](const ChannelCard* card) { return card->isEnabled(); });

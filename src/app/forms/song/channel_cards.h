@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include <QAbstractButton>
 
+#include "app/forms/song/shown_voice.h"
 #include "app/song_description.h"
 
 namespace tracksmith::forms {
@@ -22,7 +23,7 @@ public:
 
     /// Shows a channel's line and the name of its voice; null when the song does not use the
     /// channel.
-    void ShowLine(const app::SongDescription::ChannelLine* line, const QString& voice,
+    void ShowLine(const app::SongDescription::ChannelLine* line, const ShownVoice& voice,
                   Language language);
 
     QSize sizeHint() const override;
@@ -55,7 +56,7 @@ public:
     explicit ChannelCards(QWidget* parent = nullptr);
 
     /// Names the voice of a channel.
-    using VoiceName = std::function<QString(const app::SongDescription::ChannelLine&)>;
+    using VoiceName = std::function<ShownVoice(const app::SongDescription::ChannelLine&)>;
 
     void ShowChannels(const std::vector<app::SongDescription::ChannelLine>& lines,
                       const VoiceName& voiceName, Language language);

@@ -5,17 +5,14 @@
 
 #include "app/channel_voices.h"
 #include "instruments/forms/texts.h"
+#include "instruments/voices/texts.h"
+#include "instruments/voices/voice_list.h"
 
 namespace tracksmith::forms {
+
 VoiceNames::VoiceNames(const session::Workspace& workspace,
                        instruments::InstrumentSettings& settings)
-    : workspace_(workspace), settings_(settings) {
-    Reload();
-}
-
-void VoiceNames::Reload() {
-    tables_ = std::make_unique<instruments::VoiceTables>(VoiceFolders());
-}
+    : workspace_(workspace), settings_(settings), tables_(VoiceFolders()) {}
 
 instruments::LookupOptions VoiceNames::OptionsOf(instruments::InstrumentId id) const {
     const instruments::Instrument* instrument = instruments::FindInstrument(id);
@@ -26,17 +23,31 @@ instruments::LookupOptions VoiceNames::OptionsOf(instruments::InstrumentId id) c
             settings_.ReadLimexTe200(instrument->name)};
 }
 
-QString VoiceNames::NameOf(const app::SongDescription::ChannelLine& line, Language language) const {
+ShownVoice VoiceNames::NameOf(const app::SongDescription::ChannelLine& line,
+                              Language language) const {
+    if (!line.program) {
+        return {};
+    }
     const instruments::InstrumentId id = workspace_.outputs.InstrumentOfChannel(line.channel);
-    return ToQString(app::VoiceOfChannel(*tables_, line, id, OptionsOf(id), language));
+    const instruments::LookupOptions options = OptionsOf(id);
+    const auto channel = app::FirstVoiceOf(tables_, line, id, options);
+    const auto voice = instruments::NameVoice(tables_, channel, options, language);
+    if (voice.match != instruments::VoiceMatch::Similar) {
+        return {ToQString(voice.name), false, {}};
+    }
+    return {ToQString(voice.name), true,
+            ToQString(instruments::texts::WhySimilar(channel.numbers, voice.numbers, language))};
 }
 
 QString VoiceNames::Remark(const instruments::Instrument& instrument, Language language) const {
-    const instruments::VoiceTable* own = tables_->OwnTable(instrument.id);
-    return own == nullptr
-               ? InLanguage(instrument_texts::kGmNames, language)
-               : InLanguage(instrument_texts::kVoiceCount, language)
-                     .arg(NumberText(static_cast<std::int64_t>(own->Voices().size()), language));
+    const instruments::VoiceTable* own = tables_.OwnTable(instrument.id);
+    if (own != nullptr) {
+        return InLanguage(instrument_texts::kVoiceCount, language)
+            .arg(NumberText(static_cast<std::int64_t>(own->Voices().size()), language));
+    }
+    const auto set = instruments::NamingTable(tables_, instrument.id);
+    return InLanguage(instrument_texts::kSetNames, language)
+        .arg(ToQString(instruments::texts::SetName(set)));
 }
 
 } // namespace tracksmith::forms
