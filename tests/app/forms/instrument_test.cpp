@@ -101,6 +101,7 @@ TEST_F(InstrumentTest, PreparingIsTakenBackFromTheNoticeAndByTheKey) {
     Trigger("MMI_PrepareSong"); // what the user did
     EXPECT_EQ(messages(), 1);
     EXPECT_TRUE(form_->Session().Modified());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
     QTest::keyClick(form_->focusWidget(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(messages(), 0);
     EXPECT_FALSE(form_->Session().Modified());

@@ -1,6 +1,5 @@
 #include "app/forms/notices/notice_bar.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/forms/labels.h"
@@ -36,7 +35,7 @@ NoticeBar::NoticeBar(QWidget* parent)
                             static_cast<QWidget*>(close_)}) {
         row->addWidget(widget);
     }
-    connect(close_, &QToolButton::clicked, this, &NoticeBar::ShowNext);
+    connect(close_, &QToolButton::clicked, this, &NoticeBar::CloseShown);
     Render();
 }
 
@@ -88,10 +87,8 @@ void NoticeBar::ShowPlain(const QString& line) {
 // What already waits to be read is not said twice.
 void NoticeBar::Add(Notice notice) {
     const QString text = notice.text(language_);
-    const auto same = [&](const Notice& each) { return each.text(language_) == text; };
-    if (std::ranges::none_of(notices_, same)) {
-        notices_.push_back(std::move(notice));
-    }
+    std::erase_if(notices_, [&](const Notice& each) { return each.text(language_) == text; });
+    notices_.push_back(std::move(notice));
     Render();
 }
 
@@ -105,9 +102,9 @@ void NoticeBar::Clear() {
     Render();
 }
 
-void NoticeBar::ShowNext() {
+void NoticeBar::CloseShown() {
     if (!notices_.empty()) {
-        notices_.erase(notices_.begin());
+        notices_.pop_back();
     }
     Render();
 }
@@ -117,7 +114,7 @@ void NoticeBar::Render() {
     if (notices_.empty()) {
         return;
     }
-    const Notice& shown = notices_.front();
+    const Notice& shown = notices_.back();
     text_->SetFullText(shown.text(language_));
     waiting_->setVisible(notices_.size() > 1);
     waiting_->setText(texts::NoticesWaiting(notices_.size() - 1, language_));

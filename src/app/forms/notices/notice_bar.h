@@ -18,8 +18,8 @@ namespace tracksmith::forms {
 class ElidedLabel;
 
 /// The bar for what the user should know but need not answer: one line, the buttons that lead on,
-/// one that closes it. Notices wait for each other: the next is shown when the one before is
-/// closed. Hidden while there is nothing to say.
+/// one that closes it. A newer notice covers the older ones, which come out again when it is
+/// closed, so that none is lost unread. Hidden while there is nothing to say.
 class NoticeBar : public Panel {
     Q_OBJECT
 
@@ -64,7 +64,7 @@ private:
     QPushButton* AddButton(const char* objectName, void (NoticeBar::*signal)());
     void Add(Notice notice);
     void Forget(Subject subject);
-    void ShowNext();
+    void CloseShown();
     void Render();
 
     std::vector<Notice> notices_;
