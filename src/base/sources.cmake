@@ -11,4 +11,7 @@ set(SOURCES
   parallel.cpp
   parallel.h
   recording_message_host.h
-  text.h)
+  system_reason.cpp
+  system_reason.h
+  text.h
+  texts.h)

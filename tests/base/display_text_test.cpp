@@ -1,7 +1,10 @@
 #include "base/display_text.h"
 
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <string>
+
+#include "base/system_reason.h"
 
 namespace tracksmith {
 namespace {
@@ -52,6 +55,22 @@ TEST(DisplayText, IsCutAfterCharactersNotBytes) {
     const std::string path(3000, 'x');
     EXPECT_EQ(DisplayText(path).size(), 203U);
     EXPECT_EQ(DisplayPath(path + "\n"), path + " ");
+}
+
+TEST(SystemReason, IsToldInPlainWordsOrElseAsTheSystemDoes) {
+    const auto reason = [](std::errc condition, Language language) {
+        return SystemReason(std::make_error_code(condition), language);
+    };
+    EXPECT_EQ(SystemReason({}, Language::German), "");
+    EXPECT_EQ(reason(std::errc::no_space_on_device, Language::German), "Der Datenträger ist voll.");
+    EXPECT_EQ(reason(std::errc::permission_denied, Language::English),
+              "The permission for that is missing.");
+    EXPECT_EQ(reason(std::errc::address_in_use, Language::English),
+              "The system says: " + std::make_error_code(std::errc::address_in_use).message());
+#ifdef EDQUOT
+    EXPECT_EQ(SystemReason({EDQUOT, std::system_category()}, Language::English),
+              "The disk is full.");
+#endif
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include "support/temporary_folder.h"
 
 #ifndef _WIN32
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -36,16 +38,34 @@ TEST(FileIo, MissingFilesAndFoldersAreNotRead) {
     EXPECT_EQ(ReadRegularFile(folder / "missing.mid"), std::nullopt);
     EXPECT_EQ(ReadRegularFile(folder.Path()), std::nullopt);
     EXPECT_EQ(ReadRegularFile(fs::path()), std::nullopt);
+    EXPECT_EQ(ReadFileStart(folder / "missing.mid", 9).error, std::errc::no_such_file_or_directory);
+    EXPECT_EQ(ReadFileStart(folder.Path(), 9).error, std::errc::is_a_directory);
+}
+
+TEST(FileIo, TheStartOfAFileIsReadAlone) {
+    const TemporaryFolder folder;
+    PutFile(folder / "song.mid", {{1, 2, 3, 4}});
+    const Bytes whole{1, 2, 3, 4};
+    for (const std::size_t most : {0U, 3U, 4U, 5U}) {
+        const FileStart start = ReadFileStart(folder / "song.mid", most);
+        EXPECT_FALSE(start.error);
+        EXPECT_EQ(start.size, 4U);
+        EXPECT_EQ(start.bytes, Bytes(whole.begin(), whole.begin() + std::min(most, whole.size())));
+    }
 }
 
 TEST(FileIo, NoFileCanBeMadeInAMissingFolderOrOverAFolder) {
     const TemporaryFolder folder;
     fs::create_directories(folder / "target.mid");
     const Bytes bytes(10);
-    EXPECT_EQ(WriteFileAtomically(folder / "missing" / "x.mid", bytes).outcome,
-              WriteOutcome::CreateFailed);
-    EXPECT_EQ(WriteFileAtomically(folder / "target.mid", bytes).outcome,
-              WriteOutcome::CreateFailed);
+    const std::vector<std::pair<fs::path, std::errc>> rows{
+        {folder / "missing" / "x.mid", std::errc::no_such_file_or_directory},
+        {folder / "target.mid", std::errc::is_a_directory}};
+    for (const auto& [path, reason] : rows) {
+        const WriteResult result = WriteFileAtomically(path, bytes);
+        EXPECT_EQ(result.outcome, WriteOutcome::CreateFailed) << path;
+        EXPECT_EQ(result.error, reason) << path << ": " << result.error.message();
+    }
     EXPECT_TRUE(fs::is_directory(folder / "target.mid"));
     EXPECT_EQ(folder.Count(), 1);
 }
@@ -83,6 +103,46 @@ TEST(FileIo, KeepsPermissions) {
     }
 }
 
+TEST(FileIo, KeepsTheOwnerWhereThatIsAllowed) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root may give files away";
+    }
+    const TemporaryFolder folder;
+    const fs::path file = folder / "song.mid";
+    PutFile(file, Bytes(3));
+    ASSERT_EQ(chown(file.c_str(), 65534, 65533), 0);
+    ASSERT_EQ(chmod(file.c_str(), 0464), 0);
+    EXPECT_EQ(WriteFileAtomically(file, Bytes(4)).outcome, WriteOutcome::Written);
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 65534U);
+    EXPECT_EQ(status.st_gid, 65533U);
+    EXPECT_EQ(status.st_mode & 07777U, 0464U);
+}
+
+TEST(FileIo, ANewFileCanBeTheOwnersAlone) {
+    const TemporaryFolder folder;
+    WriteFileAtomically(folder / "a", Bytes(4), NewFileAccess::OnlyOwner);
+    struct stat status {};
+    ASSERT_EQ(stat((folder / "a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST(FileIo, WhatKilledProgramsLeftIsRemovedButNoFileInUse) {
+    const TemporaryFolder folder;
+    for (const char* name : {".tracksmith-12-3.tmp", ".tracksmith-dead.tmp", ".tracksmith-live.tmp",
+                             ".tracksmith-.tmp", "tracksmith-x.tmp", ".tracksmith-x.mid"}) {
+        PutFile(folder / name, Bytes(1));
+    }
+    const int live = open((folder / ".tracksmith-live.tmp").c_str(), O_RDWR);
+    ASSERT_EQ(flock(live, LOCK_EX), 0);
+    EXPECT_EQ(WriteFileAtomically(folder / "song.mid", Bytes(4)).outcome, WriteOutcome::Written);
+    EXPECT_FALSE(fs::exists(folder / ".tracksmith-12-3.tmp"));
+    EXPECT_FALSE(fs::exists(folder / ".tracksmith-dead.tmp"));
+    EXPECT_EQ(folder.Count(), 5);
+    close(live);
+}
+
 TEST(FileIo, ALinkStaysALinkAndItsTargetIsReplaced) {
     const TemporaryFolder folder;
     fs::create_directories(folder / "real");
@@ -99,6 +159,9 @@ TEST(FileIo, ALinkStaysALinkAndItsTargetIsReplaced) {
     EXPECT_EQ(WriteFileAtomically(folder / "dangling.mid", Bytes(2)).outcome,
               WriteOutcome::Written);
     EXPECT_EQ(FileBytes(folder / "real" / "new.mid"), Bytes(2));
+    fs::create_hard_link(target, folder / "hard.mid");
+    WriteFileAtomically(target, Bytes(5));
+    EXPECT_EQ(FileBytes(folder / "hard.mid"), Bytes(7)) << "documented so";
 }
 
 TEST(FileIo, APipeOrDeviceNeitherBlocksNorIsTouched) {
@@ -108,6 +171,7 @@ TEST(FileIo, APipeOrDeviceNeitherBlocksNorIsTouched) {
     EXPECT_EQ(ReadRegularFile(pipe), std::nullopt);
     EXPECT_EQ(ReadRegularFile("/dev/zero"), std::nullopt);
     EXPECT_EQ(WriteFileAtomically(pipe, Bytes(5)).outcome, WriteOutcome::CreateFailed);
+    EXPECT_EQ(ReadFileStart(pipe, 5).error, std::errc::operation_not_supported);
     EXPECT_TRUE(fs::is_fifo(pipe));
     EXPECT_EQ(folder.Count(), 1);
 }
@@ -118,6 +182,7 @@ TEST(FileIo, AFileOver2GiBIsNotRead) {
     PutFile(file, Bytes(1));
     ASSERT_EQ(truncate(file.c_str(), (1LL << 31)), 0);
     EXPECT_EQ(ReadRegularFile(file), std::nullopt);
+    EXPECT_EQ(ReadFileStart(file, 1).size, std::uint64_t{1} << 31);
 }
 
 struct FullDisk {
@@ -138,6 +203,7 @@ TEST_P(FullDiskTest, KeepsTheOldBytesAndLeavesNoTemporaryFile) {
     }
     EXPECT_EQ(result.outcome, GetParam().outcome);
     EXPECT_EQ(result.written, GetParam().room);
+    EXPECT_EQ(result.error, std::errc::file_too_large);
     EXPECT_EQ(FileBytes(file), Bytes(9, 1));
     EXPECT_EQ(folder.Count(), 1);
 }

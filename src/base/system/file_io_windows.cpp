@@ -1,32 +1,11 @@
 #include <algorithm>
-#include <limits>
-#include <system_error>
 #include <windows.h>
 
+#include "base/system/file_handle.h"
 #include "base/system/file_io.h"
 
 namespace tracksmith::system {
 namespace {
-
-// Closes a file handle when the scope ends, or before it with Close.
-class FileHandle {
-public:
-    explicit FileHandle(HANDLE handle) : handle_(handle) {}
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
-    ~FileHandle() { Close(); }
-    void Close() {
-        if (Valid()) {
-            CloseHandle(handle_);
-            handle_ = INVALID_HANDLE_VALUE;
-        }
-    }
-    bool Valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return handle_; }
-
-private:
-    HANDLE handle_;
-};
 
 constexpr std::size_t kLargestStep = std::size_t{1} << 26;
 
@@ -42,34 +21,29 @@ bool ReadAll(HANDLE handle, std::span<std::uint8_t> target) {
     return true;
 }
 
-std::size_t WriteAll(HANDLE handle, std::span<const std::uint8_t> bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        DWORD put = 0;
-        const auto step = static_cast<DWORD>(std::min(bytes.size() - done, kLargestStep));
-        if (WriteFile(handle, bytes.data() + done, step, &put, nullptr) == 0 || put == 0) {
-            break;
+// A file on a disk that is open for reading, or why it is not.
+struct OpenedFile {
+    explicit OpenedFile(const std::filesystem::path& path)
+        : handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+        LARGE_INTEGER bytes{};
+        std::error_code ignored;
+        if (!handle.Valid()) {
+            error = std::filesystem::is_directory(path, ignored)
+                        ? std::make_error_code(std::errc::is_a_directory)
+                        : LastError();
+        } else if (GetFileType(handle.Get()) != FILE_TYPE_DISK) {
+            error = std::make_error_code(std::errc::operation_not_supported);
+        } else if (GetFileSizeEx(handle.Get(), &bytes) == 0) {
+            error = LastError();
         }
-        done += put;
+        size = static_cast<std::uint64_t>(bytes.QuadPart);
     }
-    return done;
-}
 
-WriteResult WriteTemporary(HANDLE handle, std::span<const std::uint8_t> bytes) {
-    const std::size_t written = WriteAll(handle, bytes);
-    if (written < bytes.size()) {
-        return {written > 0 ? WriteOutcome::Incomplete : WriteOutcome::Failed, written};
-    }
-    return {FlushFileBuffers(handle) != 0 ? WriteOutcome::Written : WriteOutcome::Failed, written};
-}
-
-std::filesystem::path TemporaryBeside(const std::filesystem::path& target) {
-    static volatile LONG counter = 0;
-    const auto number = static_cast<unsigned long>(InterlockedIncrement(&counter));
-    const std::wstring name = L".tracksmith-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-                              std::to_wstring(number) + L".tmp";
-    return target.parent_path() / name;
-}
+    FileHandle handle;
+    std::uint64_t size = 0;
+    std::error_code error;
+};
 
 } // namespace
 
@@ -79,43 +53,27 @@ std::string PathText(const std::filesystem::path& path) {
 }
 
 std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path) {
-    FileHandle handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    LARGE_INTEGER size{};
-    if (!handle.Valid() || GetFileType(handle.Get()) != FILE_TYPE_DISK ||
-        GetFileSizeEx(handle.Get(), &size) == 0 ||
-        size.QuadPart > std::numeric_limits<std::int32_t>::max()) {
+    const OpenedFile file(path);
+    if (file.error || file.size > kMostFileBytes) {
         return std::nullopt;
     }
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size.QuadPart));
-    if (!ReadAll(handle.Get(), bytes)) {
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(file.size));
+    if (!ReadAll(file.handle.Get(), bytes)) {
         return std::nullopt;
     }
     return bytes;
 }
 
-WriteResult WriteFileAtomically(const std::filesystem::path& path,
-                                std::span<const std::uint8_t> bytes) {
-    const std::filesystem::path temporary = TemporaryBeside(path);
-    FileHandle handle(CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
-    std::error_code error;
-    if (!handle.Valid() || std::filesystem::is_directory(path, error)) {
-        handle.Close();
-        DeleteFileW(temporary.c_str());
-        return {WriteOutcome::CreateFailed, 0};
+FileStart ReadFileStart(const std::filesystem::path& path, std::size_t most) {
+    const OpenedFile file(path);
+    FileStart start{{}, file.size, file.error};
+    if (!start.error) {
+        start.bytes.resize(static_cast<std::size_t>(std::min<std::uint64_t>(most, file.size)));
+        if (!ReadAll(file.handle.Get(), start.bytes)) {
+            start.error = std::make_error_code(std::errc::io_error);
+        }
     }
-    WriteResult result = WriteTemporary(handle.Get(), bytes);
-    handle.Close();
-    if (result.outcome == WriteOutcome::Written &&
-        MoveFileExW(temporary.c_str(), path.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        result.outcome = WriteOutcome::Failed;
-    }
-    if (result.outcome != WriteOutcome::Written) {
-        DeleteFileW(temporary.c_str());
-    }
-    return result;
+    return start;
 }
 
 } // namespace tracksmith::system

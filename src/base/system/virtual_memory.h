@@ -9,6 +9,9 @@ namespace tracksmith::system {
 /// grant that much.
 void* ReserveAddressRange(std::size_t bytes);
 
+/// Gives a range of ReserveAddressRange back.
+void ReleaseAddressRange(void* range, std::size_t bytes);
+
 /// Gives memory to a page-aligned piece of a reserved range; it reads as zero until written.
 /// False when the system has none to give.
 bool CommitMemory(void* address, std::size_t bytes);

@@ -11,6 +11,10 @@ void* ReserveAddressRange(std::size_t bytes) {
     return range == MAP_FAILED ? nullptr : range;
 }
 
+void ReleaseAddressRange(void* range, std::size_t bytes) {
+    munmap(range, bytes);
+}
+
 bool CommitMemory(void* address, std::size_t bytes) {
     if (mprotect(address, bytes, PROT_READ | PROT_WRITE) != 0) {
         return false;

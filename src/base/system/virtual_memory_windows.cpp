@@ -8,6 +8,10 @@ void* ReserveAddressRange(std::size_t bytes) {
     return VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_NOACCESS);
 }
 
+void ReleaseAddressRange(void* range, std::size_t /*bytes*/) {
+    VirtualFree(range, 0, MEM_RELEASE);
+}
+
 bool CommitMemory(void* address, std::size_t bytes) {
     return VirtualAlloc(address, bytes, MEM_COMMIT, PAGE_READWRITE) != nullptr;
 }
