@@ -25,7 +25,8 @@ bool TMyRegistry::OpenKey(std::string_view path) {
     if (rootKey_ != RootKey::CurrentUser) {
         throw RegistryError("no root key selected");
     }
-    opened_ = Open(location_, WithoutOuterBackslashes(path), writeFlag_);
+    damaged_ = false;
+    opened_ = Open(WithoutOuterBackslashes(path), writeFlag_);
     openedForWriting_ = writeFlag_;
     return opened_ != nullptr;
 }

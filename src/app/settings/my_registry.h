@@ -1,11 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace tracksmith::settings {
 
@@ -13,8 +15,18 @@ namespace tracksmith::settings {
 /// name that cannot be stored. Never leaves SettingsStore.
 class RegistryError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    /// `reason` is the system's where the storage itself failed, none where only a value did.
+    explicit RegistryError(const char* what, std::error_code reason = {})
+        : std::runtime_error(what), reason_(reason) {}
+
+    const std::error_code& Reason() const { return reason_; }
+
+private:
+    std::error_code reason_;
 };
+
+/// How long opening for writing waits for another program's write, at most.
+inline constexpr std::chrono::milliseconds kLongestLockWait{200};
 
 /// The part of the registry that paths start from.
 enum class RootKey { None, CurrentUser };
@@ -32,9 +44,9 @@ enum class DeleteScope {
 ///
 /// Use: set the root and the write flag, open a key, test, read, write or delete, close. An open
 /// key is a view of the storage at that moment; while a key is open for writing, other programs'
-/// writers wait (in the file form, at most 2 s). Value and key names differing only in case are the
-/// same on Windows and different elsewhere. Not thread safe; one object per thread, or a lock
-/// around it.
+/// writers wait (in the file form, at most kLongestLockWait). Value and key names differing only in
+/// case are the same on Windows and different elsewhere. Not thread safe; one object per thread, or
+/// a lock around it.
 class TMyRegistry {
 public:
     /// The current user's registry, or the file `tracksmith/settings.json` in the user's
@@ -58,8 +70,15 @@ public:
     /// Closes the open key and opens `path` ("\A\B\" and "A\B" are the same key). For writing, a
     /// missing key is created at the latest with its first value. Returns false when the key does
     /// not exist and was not opened for writing. Raises RegistryError when the storage cannot be
-    /// read, prepared or locked within 2 s.
+    /// read, prepared or locked within kLongestLockWait.
     bool OpenKey(std::string_view path);
+
+    /// Whether the storage held something else than settings when the last key was opened. Then it
+    /// counts as empty, and the next write keeps it aside under another name.
+    bool FoundDamaged() const { return damaged_; }
+
+    /// Where the settings are kept; empty for the registry of Windows.
+    const std::filesystem::path& Location() const { return location_; }
 
     /// Closes the open key, if any, and lets other writers in.
     void CloseKey();
@@ -97,8 +116,7 @@ private:
 
     /// Opens the key of a path without outer backslashes, null when it is missing; defined once
     /// per platform.
-    static std::shared_ptr<OpenedKey> Open(const std::filesystem::path& location,
-                                           const std::string& path, bool write);
+    std::shared_ptr<OpenedKey> Open(const std::string& path, bool write);
 
     /// Where the current user's registry is; defined once per platform.
     static std::filesystem::path UserLocation();
@@ -107,6 +125,7 @@ private:
     RootKey rootKey_ = RootKey::None;
     bool writeFlag_ = false;
     bool openedForWriting_ = false;
+    bool damaged_ = false;
     // Owned here alone; a shared pointer because it can delete what only the platform's file
     // defines
     std::shared_ptr<OpenedKey> opened_;

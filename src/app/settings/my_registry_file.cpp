@@ -1,9 +1,7 @@
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
-#include <fstream>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -14,6 +12,9 @@
 #include <utility>
 #include <vector>
 
+#include "base/system/descriptor.h"
+#include "base/system/file_io.h"
+
 #include "app/settings/my_registry.h"
 
 namespace tracksmith::settings {
@@ -23,27 +24,14 @@ namespace fs = std::filesystem;
 using Json = nlohmann::json;
 
 /// A settings file beyond this was not written by this program and is treated as damaged.
-constexpr std::streamoff kMaxFileBytes = std::streamoff{16} * 1024 * 1024;
+constexpr std::size_t kMaxFileBytes = std::size_t{16} << 20;
 /// Keys and values need two levels; a deeper file is damaged, and deep nesting costs stack.
 constexpr int kMaxDepth = 16;
-constexpr std::chrono::milliseconds kLockWait{2000};
 constexpr std::chrono::milliseconds kLockPoll{1};
 
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int number) : number_(number) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (number_ >= 0) {
-            close(number_);
-        }
-    }
-    int Number() const { return number_; }
-
-private:
-    int number_;
-};
+std::error_code LastError() {
+    return {errno, std::system_category()};
+}
 
 fs::path WithSuffix(const fs::path& file, const std::string& suffix) {
     fs::path name = file;
@@ -57,21 +45,24 @@ public:
     explicit WriterLock(const fs::path& settingsFile)
         : file_(open(WithSuffix(settingsFile, ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC,
                      S_IRUSR | S_IWUSR)) {
-        if (file_.Number() < 0) {
-            throw RegistryError("lock file not opened");
+        if (file_.Get() < 0) {
+            throw RegistryError("lock file not opened", LastError());
         }
-        const auto deadline = std::chrono::steady_clock::now() + kLockWait;
-        while (flock(file_.Number(), LOCK_EX | LOCK_NB) != 0) {
-            const bool busy = errno == EWOULDBLOCK || errno == EINTR;
-            if (!busy || std::chrono::steady_clock::now() >= deadline) {
-                throw RegistryError("settings locked by another program");
+        const auto deadline = std::chrono::steady_clock::now() + kLongestLockWait;
+        while (flock(file_.Get(), LOCK_EX | LOCK_NB) != 0) {
+            if (errno != EWOULDBLOCK && errno != EINTR) {
+                throw RegistryError("lock refused", LastError());
+            }
+            if (std::chrono::steady_clock::now() >= deadline) {
+                throw RegistryError("settings locked by another program",
+                                    std::make_error_code(std::errc::device_or_resource_busy));
             }
             std::this_thread::sleep_for(kLockPoll);
         }
     }
 
 private:
-    FileDescriptor file_; // closing it ends the lock
+    system::Descriptor file_; // closing it ends the lock
 };
 
 struct Loaded {
@@ -79,23 +70,7 @@ struct Loaded {
     bool damaged = false;
 };
 
-/// The file's text; nothing when it is too large. Raises RegistryError when it cannot be read,
-/// which is no damage: it may be readable next time.
-std::optional<std::string> ReadLimited(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary | std::ios::ate);
-    // Asked of the open file: the name may mean another one already
-    const std::streamoff size = stream ? std::streamoff(stream.tellg()) : -1;
-    if (size > kMaxFileBytes) {
-        return std::nullopt;
-    }
-    std::string text(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
-    if (size < 0 || !stream.seekg(0) || !stream.read(text.data(), size)) {
-        throw RegistryError("settings file not read");
-    }
-    return text;
-}
-
-std::optional<Json> ParseKeys(const std::string& text) {
+std::optional<Json> ParseKeys(const std::vector<std::uint8_t>& text) {
     const auto limitDepth = [](int depth, Json::parse_event_t /*event*/, Json& /*parsed*/) {
         if (depth > kMaxDepth) {
             throw RegistryError("settings file nested too deeply");
@@ -117,17 +92,17 @@ std::optional<Json> ParseKeys(const std::string& text) {
     }
 }
 
+/// Raises RegistryError when the file cannot be read, which is no damage: it may be readable next
+/// time.
 Loaded Load(const fs::path& file) {
-    const fs::file_status status = fs::status(file);
-    if (status.type() == fs::file_type::not_found) {
+    const system::FileStart start = system::ReadFileStart(file, kMaxFileBytes);
+    if (start.error == std::errc::no_such_file_or_directory) {
         return {};
     }
-    // Opening a pipe or a device would block
-    if (status.type() != fs::file_type::regular) {
-        throw RegistryError("settings path is no file");
+    if (start.error) {
+        throw RegistryError("settings file not read", start.error);
     }
-    const std::optional<std::string> text = ReadLimited(file);
-    std::optional<Json> keys = text ? ParseKeys(*text) : std::nullopt;
+    std::optional<Json> keys = start.size <= kMaxFileBytes ? ParseKeys(start.bytes) : std::nullopt;
     if (!keys) {
         return {Json::object(), true};
     }
@@ -158,40 +133,20 @@ void SetAside(const fs::path& file) {
     fs::rename(file, kept);
 }
 
-bool WriteAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        text.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-    }
-    return fsync(descriptor) == 0;
-}
-
-/// Replaces the file so that at any moment it holds all of the old or all of the new text.
-void WriteAtomically(const fs::path& file, std::string_view text) {
-    std::string temporary = file.string() + ".XXXXXX";
-    const FileDescriptor target(mkostemp(temporary.data(), O_CLOEXEC));
-    if (target.Number() < 0) {
-        throw RegistryError("temporary file not created");
-    }
-    if (!WriteAll(target.Number(), text) || rename(temporary.c_str(), file.c_str()) != 0) {
-        unlink(temporary.c_str());
-        throw RegistryError("settings file not written");
-    }
-    // Makes the new name last through a power failure; the text itself is safe already
-    const FileDescriptor folder(
-        open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.Number() >= 0) {
-        fsync(folder.Number());
+void Write(const fs::path& file, const std::string& text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const system::WriteResult result =
+        system::WriteFileAtomically(file, {bytes, text.size()}, system::NewFileAccess::OnlyOwner);
+    if (result.outcome != system::WriteOutcome::Written) {
+        throw RegistryError("settings file not written", result.error);
     }
 }
 
 /// The file itself where `location` is a link to it, so that a write keeps the link.
 fs::path ResolvedFile(const fs::path& location) {
     if (location.empty()) {
-        throw RegistryError("no folder for settings");
+        throw RegistryError("no folder for settings",
+                            std::make_error_code(std::errc::no_such_file_or_directory));
     }
     return fs::weakly_canonical(location);
 }
@@ -242,14 +197,14 @@ struct TMyRegistry::OpenedKey {
 
     void Save(Json keys) {
         const std::string text = keys.dump(2) + "\n";
-        if (std::cmp_greater(text.size(), kMaxFileBytes)) {
+        if (text.size() > kMaxFileBytes) {
             throw RegistryError("settings too large");
         }
         if (content.damaged) {
             SetAside(file);
             content.damaged = false;
         }
-        WriteAtomically(file, text);
+        Write(file, text);
         content.keys = std::move(keys);
     }
 
@@ -275,16 +230,16 @@ fs::path TMyRegistry::UserLocation() {
     return (valid ? fs::path(configuration) : home / ".config") / "tracksmith" / "settings.json";
 }
 
-std::shared_ptr<TMyRegistry::OpenedKey> TMyRegistry::Open(const fs::path& location,
-                                                          const std::string& path, bool write) {
+std::shared_ptr<TMyRegistry::OpenedKey> TMyRegistry::Open(const std::string& path, bool write) {
     auto opened = std::make_shared<OpenedKey>();
-    opened->file = ResolvedFile(location);
+    opened->file = ResolvedFile(location_);
     opened->path = path;
     if (write) {
         fs::create_directories(opened->file.parent_path());
         opened->lock.emplace(opened->file);
     }
     opened->content = Load(opened->file);
+    damaged_ = opened->content.damaged;
     const bool exists = opened->content.keys.contains(path);
     return exists || write ? opened : nullptr;
 }

@@ -18,7 +18,7 @@ using KeyHandle = std::unique_ptr<std::remove_pointer_t<HKEY>, KeyCloser>;
 
 void Require(LSTATUS status, const char* what) {
     if (status != ERROR_SUCCESS) {
-        throw RegistryError(what);
+        throw RegistryError(what, {static_cast<int>(status), std::system_category()});
     }
 }
 
@@ -127,9 +127,8 @@ std::filesystem::path TMyRegistry::UserLocation() {
     return {};
 }
 
-std::shared_ptr<TMyRegistry::OpenedKey> TMyRegistry::Open(const std::filesystem::path& location,
-                                                          const std::string& path, bool write) {
-    std::wstring full = location.native();
+std::shared_ptr<TMyRegistry::OpenedKey> TMyRegistry::Open(const std::string& path, bool write) {
+    std::wstring full = location_.native();
     if (!full.empty()) {
         full += L'\\';
     }

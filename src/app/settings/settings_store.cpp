@@ -1,7 +1,15 @@
 #include "app/settings/settings_store.h"
 
+#include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
+
+#include "base/display_text.h"
+#include "base/system/file_io.h"
+#include "base/system_reason.h"
+
+#include "app/settings/texts.h"
 
 namespace tracksmith::settings {
 namespace {
@@ -56,15 +64,47 @@ private:
 /// Runs `action` on the opened key; false when the key is missing or anything failed.
 template <class Action>
 bool SettingsStore::WithKey(const std::string& path, bool write, Action action) {
+    const std::lock_guard lock(mutex_);
+    const TroubleKind kind = write ? TroubleKind::Unwritable : TroubleKind::Unreadable;
     try {
-        const std::lock_guard lock(mutex_);
         const AccessEnd end(registry_);
         registry_.SetWriteFlag(write);
         registry_.SetRootKey(RootKey::CurrentUser);
-        return registry_.OpenKey(path) && action();
+        const bool opened = registry_.OpenKey(path);
+        if (registry_.FoundDamaged()) {
+            Note(TroubleKind::Damaged, {});
+        }
+        return opened && action();
+    } catch (const RegistryError& error) {
+        if (error.Reason()) {
+            Note(kind, error.Reason());
+        }
+    } catch (const std::system_error& error) {
+        Note(kind, error.code());
     } catch (const std::exception&) {
         return false; // a settings access never ends the command that made it
     }
+    return false;
+}
+
+void SettingsStore::Note(TroubleKind kind, const std::error_code& reason) {
+    try {
+        if (std::ranges::find(troubles_, kind, &SettingsTrouble::kind) == troubles_.end()) {
+            troubles_.push_back({kind, registry_.Location(), reason});
+        }
+    } catch (const std::bad_alloc&) {
+        return; // the next access meets it again
+    }
+}
+
+std::optional<SettingsTrouble> SettingsStore::TakeTrouble() {
+    const std::lock_guard lock(mutex_);
+    return told_ < troubles_.size() ? std::optional(troubles_[told_++]) : std::nullopt;
+}
+
+std::string SettingsTrouble::In(Language language) const {
+    const std::string name = DisplayPath(system::PathText(file));
+    return texts::Trouble(language, kind, name, SystemReason(reason, language));
 }
 
 template <class Value, class Read>

@@ -3,13 +3,37 @@
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
+
+#include "base/text.h"
 
 #include "app/settings/my_registry.h"
 
 namespace tracksmith::settings {
+
+/// What can be wrong with the place where settings are kept.
+enum class TroubleKind {
+    Damaged,    ///< It holds something else than settings; the next write keeps that aside.
+    Unreadable, ///< The system refuses reading; the defaults are in force.
+    Unwritable  ///< The system refuses writing; changes are lost when the program ends.
+};
+
+/// A fault of the place where settings are kept, for the user to be told.
+struct SettingsTrouble {
+    TroubleKind kind = TroubleKind::Damaged;
+    /// The file of the settings; empty for the registry of Windows.
+    std::filesystem::path file;
+    /// The system's reason; none for damage.
+    std::error_code reason;
+
+    /// What the user should know, as plain sentences (UTF-8).
+    std::string In(Language language) const;
+};
 
 /// The program's settings of the current user: one family of small typed accessors through which
 /// windows, tools and the command line read and write them. Values live below the key
@@ -19,8 +43,9 @@ namespace tracksmith::settings {
 ///
 /// Every call goes to the storage itself, so a value written anywhere is seen by the next read.
 /// No accessor raises an error for a failed access: reads return the caller's default, tests and
-/// writes return false. May be called from any thread, but not from the playback thread, as every
-/// call may wait for the disk.
+/// writes return false; TakeTrouble tells what was wrong with the storage. Another program's write
+/// is waited for at most kLongestLockWait. May be called from any thread, but not from the playback
+/// thread, as every call may wait for the disk.
 class SettingsStore {
 public:
     /// The settings of the current user.
@@ -68,6 +93,9 @@ public:
     /// Removes all settings with all subkeys; true when none exist any more.
     bool DeleteAllRegistry();
 
+    /// A trouble that an access met and nobody was told of yet; each kind comes once.
+    std::optional<SettingsTrouble> TakeTrouble();
+
 private:
     template <class Action>
     bool WithKey(const std::string& path, bool write, Action action);
@@ -78,7 +106,11 @@ private:
     bool Exists(const std::string& path, std::string_view name);
     bool Delete(const std::string& path, std::string_view name, DeleteScope scope);
 
+    void Note(TroubleKind kind, const std::error_code& reason);
+
     std::mutex mutex_;
+    std::vector<SettingsTrouble> troubles_;
+    std::size_t told_ = 0;
     TMyRegistry registry_;
 };
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+#include "app/settings/settings_store.h"
+
+/// Texts about the place where settings are kept.
+namespace tracksmith::settings::texts {
+
+/// What the user is told about a trouble of the settings in `file` (empty for the registry), with
+/// the system's `reason` as a sentence, which may be empty.
+std::string Trouble(Language language, TroubleKind kind, std::string_view file,
+                    std::string_view reason);
+
+} // namespace tracksmith::settings::texts
