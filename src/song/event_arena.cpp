@@ -10,8 +10,26 @@ namespace tracksmith::song {
 namespace {
 
 constexpr std::size_t kMostBytes = std::size_t{64} << 30;
-constexpr std::size_t kFewestBytes = std::size_t{1} << 30;
+constexpr std::size_t kFewestBytes = std::size_t{64} << 20;
+constexpr std::size_t kLeastRoom = std::size_t{48} << 20;
 constexpr std::size_t kSmallestChunk = std::size_t{1} << 16;
+
+// A range of `bytes`, null when the system does not grant it or would have little left for all else
+// in a limited address space.
+std::byte* ReserveWithRoom(std::size_t bytes) {
+    void* range = system::ReserveAddressRange(bytes);
+    if (range == nullptr) {
+        return nullptr;
+    }
+    const std::size_t room = std::min(bytes, kLeastRoom);
+    void* rest = system::ReserveAddressRange(room);
+    if (rest == nullptr) {
+        system::ReleaseAddressRange(range, bytes);
+        return nullptr;
+    }
+    system::ReleaseAddressRange(rest, room);
+    return static_cast<std::byte*>(range);
+}
 
 } // namespace
 
@@ -23,7 +41,7 @@ EventArena& EventArena::Instance() {
 
 EventArena::EventArena() {
     for (capacity_ = kMostBytes; capacity_ >= kFewestBytes; capacity_ /= 2) {
-        base_ = static_cast<std::byte*>(system::ReserveAddressRange(capacity_));
+        base_ = ReserveWithRoom(capacity_);
         if (base_ != nullptr) {
             used_ = kSmallestChunk; // link 0 must never be an event
             return;

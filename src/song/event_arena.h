@@ -22,8 +22,8 @@ public:
         std::size_t bytes = 0;
     };
 
-    /// The arena of the process; reserves its range at the first call (64 GiB, less where the
-    /// system does not grant that, down to 1 GiB).
+    /// The arena of the process; reserves its range at the first call: 64 GiB, less where the
+    /// system does not grant that and some room beside it, down to 64 MiB.
     static EventArena& Instance();
 
     /// Start of the range; link 0 points here and means "no event".
