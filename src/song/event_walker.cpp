@@ -5,10 +5,14 @@
 
 namespace tracksmith::song {
 
-FileHeader ReadFileHeader(std::span<const std::uint8_t> file) {
+bool BeginsLikeSong(std::span<const std::uint8_t> start) {
     constexpr std::array<std::uint8_t, 4> kName{'M', 'T', 'h', 'd'};
+    return start.size() >= kName.size() && std::equal(kName.begin(), kName.end(), start.begin());
+}
+
+FileHeader ReadFileHeader(std::span<const std::uint8_t> file) {
     constexpr std::array<std::uint8_t, 4> kLength{0, 0, 0, 6};
-    if (file.size() < kHeaderBytes || !std::equal(kName.begin(), kName.end(), file.begin())) {
+    if (file.size() < kHeaderBytes || !BeginsLikeSong(file)) {
         throw ReaderFault{FaultKind::Header1, 0, 0, 0};
     }
     if (!std::equal(kLength.begin(), kLength.end(), file.begin() + 4)) {

@@ -24,6 +24,9 @@ inline constexpr std::uint32_t kMostTick = (1U << 31) - 65'536;
 /// Where the first track chunk starts, in bytes.
 inline constexpr std::size_t kHeaderBytes = 14;
 
+/// True when the first bytes are those of a Standard MIDI File.
+bool BeginsLikeSong(std::span<const std::uint8_t> start);
+
 /// Reads and checks the header. Throws ReaderFault.
 FileHeader ReadFileHeader(std::span<const std::uint8_t> file);
 

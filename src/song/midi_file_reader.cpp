@@ -5,47 +5,11 @@
 #include "base/memory_budget.h"
 
 #include "song/event_walker.h"
+#include "song/measure_sink.h"
 #include "song/song_builder.h"
 
 namespace tracksmith::song {
 namespace {
-
-// Sums what the walker sees, with the checks of building.
-class MeasureSink {
-public:
-    void BeginTrack(std::uint32_t /*track*/) { ++result.events; }
-    void Short(std::uint8_t status, std::uint8_t data1, std::uint8_t data2, std::uint32_t tick,
-               std::uint64_t offset) {
-        if (data1 > 127 && !dataFault) [[unlikely]] {
-            dataFault = true;
-            fault = {FaultKind::DataTooLarge, offset, tick, data1};
-        }
-        Count(tick + status + data1 + data2);
-    }
-    void Sysex(std::span<const std::uint8_t> bytes, std::uint32_t tick) { CountLong(bytes, tick); }
-    void Escape() {}
-    void System() {}
-    void Meta(std::uint8_t /*type*/, std::span<const std::uint8_t> bytes, std::uint32_t tick) {
-        CountLong(bytes, tick);
-    }
-    void EndOfTrack(std::uint32_t tick, std::uint64_t /*bytesAfter*/) { Count(tick); }
-    void EndTrack() {}
-
-    ScanResult result;
-    bool dataFault = false;
-    ReaderFault fault;
-
-private:
-    void Count(std::uint32_t sum) {
-        ++result.events;
-        result.checksum += sum;
-    }
-    void CountLong(std::span<const std::uint8_t> bytes, std::uint32_t tick) {
-        Count(tick);
-        result.payloadBytes +=
-            (sizeof(std::uint32_t) + bytes.size() + kLinkUnit - 1) / kLinkUnit * kLinkUnit;
-    }
-};
 
 [[noreturn]] void Raise(const ReaderFault& fault, ReaderPass pass, MessageHost& host) {
     RaiseMidiError(host, FaultText(fault, pass, host.CurrentLanguage()));

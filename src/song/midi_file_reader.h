@@ -7,6 +7,7 @@
 #include "base/message_host.h"
 
 #include "song/load_report.h"
+#include "song/measure_sink.h"
 #include "song/song.h"
 #include "song/sysex_place.h"
 
@@ -43,14 +44,6 @@ struct DecodeResult {
 /// header's promises.
 DecodeResult DecodeMidiData(Song& song, std::span<const std::uint8_t> file,
                             const DecodeOptions& options, MessageHost& host);
-
-/// What one walk over a file sees, as the measuring pass counts it.
-struct ScanResult {
-    std::uint64_t events = 0;
-    std::uint64_t payloadBytes = 0;
-    std::uint64_t checksum = 0;
-    std::int32_t songLength = 0;
-};
 
 /// Walks over the whole file with every check of the decoder and only sums what it sees: the
 /// yardstick for the speed of loading. Raises like DecodeMidiData.

@@ -14,8 +14,11 @@ set(SOURCES
   event_pool.h
   event_walker.cpp
   event_walker.h
+  examine_file.cpp
+  examine_file.h
   load_report.cpp
   load_report.h
+  measure_sink.h
   midi_event.h
   midi_file_reader.cpp
   midi_file_reader.h
