@@ -10,6 +10,7 @@
 
 #include "app/empty_song.h"
 #include "app/midi_functions.h"
+#include "app/song_file.h"
 #include "app/texts.h"
 
 namespace tracksmith::app {
@@ -71,7 +72,7 @@ void OfferTakingBack(Session& session, SharedBytes bytes) {
 std::vector<std::uint8_t> ReadFile(const std::filesystem::path& file, MessageHost& host) {
     std::optional<std::vector<std::uint8_t>> bytes;
     try {
-        bytes = system::ReadRegularFile(file);
+        bytes = ReadSongFile(file);
     } catch (const std::bad_alloc&) {
         RaiseMidiError(host, texts::kBufferMemory);
     }

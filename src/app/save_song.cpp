@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "base/system/file_io.h"
+#include "base/system_reason.h"
 
 #include "app/texts.h"
 #include "song/event_chain.h"
@@ -11,7 +12,7 @@
 namespace tracksmith::app {
 namespace {
 
-std::string FailureText(const system::WriteResult& result, const std::string& name,
+std::string OutcomeText(const system::WriteResult& result, const std::string& name,
                         std::size_t size, Language language) {
     switch (result.outcome) {
         case system::WriteOutcome::CreateFailed:
@@ -29,7 +30,7 @@ constexpr session::ChangeKind kFirstTempo{.name = Text{De{"Anfangstempo"}, En{"F
 
 bool BeginsWithTempo(const song::Song& song) {
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event && event->tick == 0; event = event->next) {
+        for (song::ConstEventLink event = track.first; event && event->tick == 0; event = event->next) {
             if (event->IsMeta(song::kMetaTempo)) {
                 return true;
             }
@@ -45,6 +46,13 @@ bool InsertFirstTempo(session::Workspace& workspace) {
     song::InsertAfter(track, track.first,
                       song::NewMetaEvent(workspace.song.pool, 0, song::kMetaTempo, kBytes));
     return true;
+}
+
+// The system's reason stands on a line of its own.
+std::string FailureText(const system::WriteResult& result, const std::string& name,
+                        std::size_t size, Language language) {
+    const std::string reason = SystemReason(result.error, language);
+    return OutcomeText(result, name, size, language) + (reason.empty() ? "" : "\n" + reason);
 }
 
 } // namespace

@@ -3,6 +3,8 @@ set(SOURCES
   channel_voices.h
   empty_song.cpp
   empty_song.h
+  file_signature.cpp
+  file_signature.h
   load_sequence.cpp
   load_sequence.h
   midi_functions.cpp
@@ -11,9 +13,15 @@ set(SOURCES
   prepare_song.h
   preparation_words.cpp
   preparation_words.h
+  refusal_texts.cpp
+  refusal_texts.h
+  refusal_words.cpp
+  refusal_words.h
   save_song.cpp
   save_song.h
   song_description.cpp
   song_description.h
+  song_file.cpp
+  song_file.h
   texts.cpp
   texts.h)

@@ -78,8 +78,11 @@ TEST_F(SaveSongTest, AFileThatCannotBeCreatedIsNamed) {
     const std::filesystem::path file = folder_ / "missing" / "song.mid";
     const std::string name = system::PathText(file);
     EXPECT_EQ(SaveError(file, Language::German), "Fehler: Schreibvorgang der Datei \"" + name +
-                                                     "\" konnnte nicht eingeleitet werden!");
-    EXPECT_EQ(SaveError(file, Language::English), "Error rewriting the midi file \"" + name);
+                                                     "\" konnnte nicht eingeleitet werden!\n"
+                                                     "Diese Datei oder diesen Ordner gibt es "
+                                                     "nicht.");
+    EXPECT_EQ(SaveError(file, Language::English),
+              "Error rewriting the midi file \"" + name + "\nThere is no such file or folder.");
 }
 
 TEST_F(SaveSongTest, ASongThatCannotBeCodedLeavesTheFileAlone) {
@@ -99,19 +102,25 @@ TEST_F(SaveSongTest, AFullDiskIsToldAndTheOldBytesStay) {
     PutFile(file, Bytes(9, 1));
     const std::string name = system::PathText(file);
     const std::string size = std::to_string(Coded(session_, SaveFormat::AsSong).size());
+    const std::string reason = "Die Datei wird für diesen Datenträger zu groß.";
     {
         const FileSizeLimit full(50);
         EXPECT_EQ(SaveError(file, Language::German), "Beim Speichern der Datei \"" + name +
                                                          "\" sind nur 50 aus " + size +
-                                                         " Bytes gespeichert");
+                                                         " Bytes gespeichert\n" + reason);
         EXPECT_EQ(SaveError(file, Language::English), "Error saving the midi file \"" + name +
                                                           "\"\nThere were only 50 from " + size +
-                                                          " bytes saved");
+                                                          " bytes saved\n"
+                                                          "The file grows too large for this "
+                                                          "disk.");
     }
     {
         const FileSizeLimit full(0);
-        EXPECT_EQ(SaveError(file, Language::German), "Fehler beim Schreiben der Datei \"" + name);
-        EXPECT_EQ(SaveError(file, Language::English), "Error writing the midi file \"" + name);
+        EXPECT_EQ(SaveError(file, Language::German),
+                  "Fehler beim Schreiben der Datei \"" + name + "\n" + reason);
+        EXPECT_EQ(
+            SaveError(file, Language::English),
+            "Error writing the midi file \"" + name + "\nThe file grows too large for this disk.");
     }
     EXPECT_EQ(FileBytes(file), Bytes(9, 1));
     EXPECT_EQ(folder_.Count(), 1);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace tracksmith::app {
+
+/// Bytes at the start of a file that are enough to tell what it is.
+inline constexpr std::size_t kFileStartBytes = 4'096;
+
+/// The bytes of a file that is to be decoded. Of a file that does not begin like a song only the
+/// start is read, which the decoder then refuses: so a huge one costs no time. Empty optional where
+/// ReadRegularFile has none. Throws std::bad_alloc.
+std::optional<std::vector<std::uint8_t>> ReadSongFile(const std::filesystem::path& file);
+
+} // namespace tracksmith::app
