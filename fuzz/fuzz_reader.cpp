@@ -17,14 +17,14 @@ void CheckTimes(song::Song& song, const song::DecodeResult& result) {
     }
     std::vector<std::int32_t> times;
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             times.push_back(event->timeMs);
         }
     }
     song::SetTimePositions(song);
     auto time = times.begin();
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             Require(*time++ == event->timeMs, "clock time differs from the time map");
         }
     }

@@ -37,7 +37,7 @@ std::string Contents(const song::Song& song, bool others) {
     std::string text;
     for (const song::Track& track : song.tracks) {
         text += others ? std::string("|") : '|' + std::to_string(track.eventCount);
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             if (others && event->status == song::kSystemExclusive) {
                 continue;
             }

@@ -61,8 +61,11 @@ void ReplaceSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Mess
 void OfferTakingBack(Session& session, SharedBytes bytes) {
     if (session.HasPlayer() && session.Work().preparation.Changed()) {
         session.OfferTakingBackLoadStep(
-            session::kPrepareSong.name,
-            [bytes = std::move(bytes)](Workspace& target, bool withStep, MessageHost& shown) {
+            session::kPrepareSong.name, [bytes = std::move(bytes), options = session.Options()](
+                                            Workspace& target, bool withStep, MessageHost& shown) {
+                // Read as the file was, whatever has been chosen since.
+                target.decodeOptions = options.decodeOptions;
+                target.runningStatusAcrossSysex = options.runningStatusAcrossSysex;
                 target.sysexOptions.automatic = withStep;
                 LoadSong(target, *bytes, shown);
             });

@@ -30,7 +30,8 @@ constexpr session::ChangeKind kFirstTempo{.name = Text{De{"Anfangstempo"}, En{"F
 
 bool BeginsWithTempo(const song::Song& song) {
     for (const song::Track& track : song.tracks) {
-        for (song::ConstEventLink event = track.first; event && event->tick == 0; event = event->next) {
+        for (song::ConstEventLink event = track.first; event && event->tick == 0;
+             event = event->next) {
             if (event->IsMeta(song::kMetaTempo)) {
                 return true;
             }

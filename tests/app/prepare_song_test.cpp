@@ -40,7 +40,7 @@ protected:
     std::vector<std::int32_t> Times() const {
         std::vector<std::int32_t> times;
         for (const song::Track& track : session_.Work().song.tracks) {
-            for (song::EventLink event = track.first; event; event = event->next) {
+            for (song::ConstEventLink event = track.first; event; event = event->next) {
                 times.push_back(event->timeMs);
             }
         }

@@ -64,12 +64,12 @@ TEST_P(RefusalTest, IsToldInAPlainSentence) {
 
     // The advice agrees with what loading does.
     RecordingMessageHost host;
-    Workspace workspace;
-    EXPECT_THROW(OpenMidiFile(workspace, folder / "some song.mid", host), EMidiError);
-    workspace.song.runningStatusAcrossSysex = 1;
+    session::Session session;
+    EXPECT_THROW(OpenMidiFile(session, folder / "some song.mid", host), EMidiError);
+    session.Options().runningStatusAcrossSysex = true;
     if (expected.loadable) {
-        OpenMidiFile(workspace, folder / "some song.mid", host);
-        EXPECT_TRUE(workspace.hasSong);
+        OpenMidiFile(session, folder / "some song.mid", host);
+        EXPECT_TRUE(session.HasSong());
     }
 }
 
@@ -166,9 +166,9 @@ TEST(Refusal, AHugeFileThatIsNoSongAnswersAtOnce) {
     PutFile(file, Foreign("RIFF"));
     std::filesystem::resize_file(file, std::uint64_t{1} << 30);
     RecordingMessageHost host;
-    Workspace workspace;
+    session::Session session;
     EXPECT_EQ(ReadSongFile(file)->size(), kFileStartBytes);
-    EXPECT_THROW(OpenMidiFile(workspace, file, host), EMidiError);
+    EXPECT_THROW(OpenMidiFile(session, file, host), EMidiError);
     EXPECT_EQ(host.messages, std::vector<std::string>{"Error in midi file header - 1!"});
 }
 

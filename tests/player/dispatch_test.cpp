@@ -14,7 +14,7 @@ using DispatchTest = PlayerFixture;
 std::vector<std::string> Expected(const song::Song& song) {
     std::vector<std::pair<std::int64_t, std::string>> events;
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             Bytes bytes{event->status};
             if (event->kind == song::kShortMessage) {
                 bytes.push_back(event->data1 & 0x7F);

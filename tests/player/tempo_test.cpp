@@ -10,7 +10,7 @@ using TempoTest = PlayerFixture;
 std::vector<std::int32_t> Times(const song::Song& song) {
     std::vector<std::int32_t> times;
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             times.push_back(event->timeMs);
         }
     }

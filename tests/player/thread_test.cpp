@@ -5,7 +5,7 @@
 
 #include "player_fixture.h"
 
-#include "player/shared_byte.h"
+#include "song/shared_byte.h"
 
 namespace tracksmith::test {
 namespace {

@@ -243,7 +243,7 @@ TEST(TimeMap, UpdateTimeZonesFollowsALongerSong) {
 std::vector<std::int32_t> Times(const Song& song) {
     std::vector<std::int32_t> times;
     for (const Track& track : song.tracks) {
-        for (EventLink event = track.first; event; event = event->next) {
+        for (ConstEventLink event = track.first; event; event = event->next) {
             times.push_back(event->timeMs);
         }
     }
@@ -280,7 +280,7 @@ TEST_P(LoadedTimesTest, AreThoseOfTheMap) {
         decoded.Timed();
         ASSERT_EQ(Zones(song), zones) << "seed " << seed;
         for (const Track& track : song.tracks) {
-            for (EventLink event = track.first; event; event = event->next) {
+            for (ConstEventLink event = track.first; event; event = event->next) {
                 ASSERT_EQ(event->timeMs, TickToMs(song, event->tick)) << "seed " << seed;
             }
         }

@@ -41,7 +41,7 @@ inline std::string EventText(const song::MidiEvent& event) {
 /// The events of a track between its head and its End of Track, joined by "; ".
 inline std::string Listing(const song::Track& track) {
     std::string text;
-    for (song::EventLink event = track.first->next; event != track.last; event = event->next) {
+    for (song::ConstEventLink event = track.first->next; event != track.last; event = event->next) {
         text += (text.empty() ? "" : "; ") + EventText(*event);
     }
     return text;

@@ -80,6 +80,7 @@ public:
                    batch.context_.quiet,
                    batch.context_.yes,
                    batch.context_.openDevices,
+                   batch.context_.voices,
                    {}},
           host_(context_) {
         batch.setUp_(session_.Options());

@@ -143,6 +143,8 @@ private:
     bool Run(const std::function<void()>& command);
     bool ConfirmDiscard();
     bool ConfirmOverwrite(const std::filesystem::path& file);
+    void TellRefused(const std::filesystem::path& file, const std::string& message);
+    void LoadThatWay(const std::filesystem::path& file);
     void RememberFile(const std::filesystem::path& file);
     void ShowChanges();
     void TellChangedOnDisk();

@@ -1,4 +1,5 @@
 #include <functional>
+#include <new>
 
 #include "base/data_folders.h"
 #include "base/errors.h"
@@ -11,14 +12,13 @@
 #include <QUrl>
 
 #include "app/forms/main_form.h"
-#include "app/forms/notices/captured_message.h"
 #include "app/forms/notices/dialogs.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/status_line.h"
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
-#include "app/load_sequence.h"
+#include "app/session/texts.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -48,160 +48,10 @@ bool TMainForm::Run(const std::function<void()>& command) {
         return true;
     } catch (const EMidiError&) {
         return false;
-    }
-}
-
-bool TMainForm::ConfirmDiscard() {
-    if (!session_.Modified()) {
-        return true;
-    }
-    const auto answer = host_.AskSaveChanges(SongFileName());
-    return answer == QtMessageHost::SaveAnswer::Discard ||
-           (answer == QtMessageHost::SaveAnswer::Save && SaveSong());
-}
-
-void TMainForm::OpenMidiFile(const std::filesystem::path& file) {
-    if (ConfirmDiscard()) {
-        LoadAndShow(file, false);
-    }
-}
-
-void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
-    if (!Run([&] { app::OpenMidiFile(session_, file, host_, isDemo); })) {
-        if (!session_.HasSong()) {
-            notice_->Clear();
-        }
-        notice_->ShowPlain(texts::NotOpened(ShownFileName(file), host_.CurrentLanguage()));
-        return;
-    }
-    // The demo song is part of the program, not a file of the user's.
-    if (!isDemo) {
-        RememberFile(file);
-    }
-    notice_->Clear();
-    ShowChanges();
-    status_->ShowStatus(texts::kLoaded, SongFileName());
-    songView_->FocusOverview();
-}
-
-void TMainForm::RememberFile(const std::filesystem::path& file) {
-    recentFiles_.Add(file);
-    settings_.WriteLastFolder(std::filesystem::absolute(file).parent_path());
-    ShowRecentFiles();
-}
-
-void TMainForm::ShowChanges() {
-    const session::TakeBack& last = session_.LastChange();
-    notice_->ShowChanges(session_.Work(), last.Available() && !last.Taken());
-}
-
-void TMainForm::ClearMidiMemory() {
-    if (Run([&] { app::ClearMidiMemory(session_, host_); })) {
-        notice_->Clear();
-        status_->ShowStatus(texts::kReady);
-    }
-}
-
-bool TMainForm::SaveSong() {
-    const std::filesystem::path& name = session_.Work().file.name;
-    return name.empty() ? SaveSongAs(app::SaveFormat::AsSong)
-                        : SaveTo(name, app::SaveFormat::AsSong);
-}
-
-bool TMainForm::SaveSongAs(app::SaveFormat format) {
-    const session::FileState& state = session_.Work().file;
-    const auto proposal =
-        state.name.empty() ? settings_.ReadLastFolder() / state.source.filename() : state.name;
-    const auto file = chooser_->ChooseSave(this, host_.CurrentLanguage(), FileKind::Song, proposal);
-    return file && SaveTo(*file, format);
-}
-
-bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format) {
-    const std::filesystem::path target = file; // may be the session's own
-    const std::int32_t bpm = session_.TempoOffset() != 0 ? session_.Controls().Bpm() : 0;
-    if (!ConfirmOverwrite(target)) {
+    } catch (const std::bad_alloc&) {
+        host_.ShowMessage(session::texts::kNoMemory.In(host_.CurrentLanguage()));
         return false;
     }
-    CapturedMessage fault(host_);
-    if (!Run([&] { app::SaveMidiFile(session_, target, format, fault); })) {
-        return host_.AskWayOn(fault.Text(), texts::kSaveAs) && SaveSongAs(format);
-    }
-    RememberFile(target);
-    if (bpm != 0) {
-        notice_->ShowPlain(texts::SavedWithTempo(bpm, host_.CurrentLanguage()));
-    }
-    status_->ShowStatus(texts::kSaved, ShownFileName(target));
-    return true;
-}
-
-bool TMainForm::ConfirmOverwrite(const std::filesystem::path& file) {
-    const session::FileState& state = session_.Work().file;
-    if (file == state.source && state.ChangedOnDisk() && session::StampOf(file)) {
-        return host_.AskYesNo(
-            texts::OverwriteChanged(ShownFileName(file), host_.CurrentLanguage()).toStdString());
-    }
-    return app::ConfirmOverwrite(file, host_);
-}
-
-// Said once for each change that others make.
-void TMainForm::TellChangedOnDisk() {
-    const session::FileState& state = session_.Work().file;
-    if (!session_.HasSong() || !state.ChangedOnDisk()) {
-        return;
-    }
-    const auto stamp = session::StampOf(state.source);
-    if (stamp != toldStamp_) {
-        toldStamp_ = stamp;
-        notice_->ShowChangedOnDisk(ShownFileName(state.source));
-    }
-}
-
-void TMainForm::MMF_NewMidifileClick() {
-    if (ConfirmDiscard() && Run([&] { app::NewSong(session_, host_); })) {
-        notice_->Clear();
-        ShowChanges();
-        songView_->FocusOverview();
-    }
-}
-
-void TMainForm::MMF_OpenMidifileClick() {
-    const auto file = chooser_->ChooseOpen(this, host_.CurrentLanguage(), FileKind::Song,
-                                           settings_.ReadLastFolder());
-    if (file) {
-        OpenMidiFile(*file);
-    }
-}
-
-void TMainForm::MMF_OpenRecentClick(const std::filesystem::path& file) {
-    OpenMidiFile(std::filesystem::path(file)); // the list that holds `file` is made anew
-}
-
-void TMainForm::MMF_ClearRecentClick() {
-    recentFiles_.Clear();
-    ShowRecentFiles();
-}
-
-void TMainForm::MMF_ReloadMidifileClick() {
-    const session::FileState& file = session_.Work().file;
-    if (!file.source.empty() && ConfirmDiscard()) {
-        LoadAndShow(std::filesystem::path(file.source), file.isDemo);
-    }
-}
-
-void TMainForm::MMF_SaveMidifileClick() {
-    SaveSong();
-}
-
-void TMainForm::MMF_SaveMidifileAsClick() {
-    SaveSongAs(app::SaveFormat::AsSong);
-}
-
-void TMainForm::MMF_SaveFileAsFormat0Click() {
-    SaveSongAs(app::SaveFormat::Format0);
-}
-
-void TMainForm::MMF_SaveFileAsFormat1Click() {
-    SaveSongAs(app::SaveFormat::Format1);
 }
 
 void TMainForm::MME_TakeBackClick() {

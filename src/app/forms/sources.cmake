@@ -2,6 +2,7 @@ set(SOURCES
   main_form.cpp
   main_form.h
   main_form_commands.cpp
+  main_form_files.cpp
   main_form_instrument.cpp
   main_form_play.cpp
   texts.cpp

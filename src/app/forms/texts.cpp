@@ -112,6 +112,20 @@ QString NotOpened(const QString& fileName, Language language) {
     return InLanguage(kNotOpened, language).arg(fileName);
 }
 
+QString Refused(const QString& message, const QString& fileName, const QString& sentence) {
+    return message + QStringLiteral("\n\n") + fileName +
+           (sentence.isEmpty() ? QString() : QStringLiteral("\n") + sentence);
+}
+
+QString LoadableThatWay(Language language) {
+    static constexpr Text kLoadable{
+        De{"Manche Programme lassen nach SysEx-Daten Befehle weg. So gelesen lässt sich diese Datei "
+           "laden."},
+        En{"Some programs leave out commands behind system-exclusive data. Read that way, this file "
+           "can be loaded."}};
+    return QStringLiteral("\n\n") + InLanguage(kLoadable, language);
+}
+
 QString SavedWithTempo(int bpm, Language language) {
     static constexpr Text kSavedWithTempo{
         De{"Gespeichert mit dem geänderten Tempo: %1 BPM sind jetzt 100 %."},

@@ -260,6 +260,14 @@ QString NoticesWaiting(std::size_t number, Language language);
 /// A file that was refused, by its name.
 QString NotOpened(const QString& fileName, Language language);
 
+/// The message of a refusal with what is wrong with the file below it.
+QString Refused(const QString& message, const QString& fileName, const QString& sentence);
+
+inline constexpr Text kLoadThatWay{De{"&So laden"}, En{"&Load It That Way"}};
+
+/// A further paragraph: with another option the file can be loaded.
+QString LoadableThatWay(Language language);
+
 /// The practice tempo has been saved with the song.
 QString SavedWithTempo(int bpm, Language language);
 

@@ -39,7 +39,7 @@ protected:
         app::OpenMidiData(session, Get(file), "", host);
         std::vector<test::Bytes> messages;
         for (const song::Track& track : session.Song().tracks) {
-            for (song::EventLink event = track.first; event; event = event->next) {
+            for (song::ConstEventLink event = track.first; event; event = event->next) {
                 if (event->status == song::kSystemExclusive) {
                     const auto bytes = event->Payload();
                     messages.emplace_back(bytes.begin(), bytes.end());

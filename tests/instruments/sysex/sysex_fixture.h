@@ -61,7 +61,7 @@ inline Bytes Sixteen(const std::vector<Message>& messages, int track = 3) {
 inline std::vector<std::string> Messages(const song::Song& song, bool removed = false) {
     std::vector<std::string> texts;
     for (std::size_t i = 0; i < song.tracks.size(); ++i) {
-        for (song::EventLink event = song.tracks[i].first; event; event = event->next) {
+        for (song::ConstEventLink event = song.tracks[i].first; event; event = event->next) {
             if (event->status == song::kSystemExclusive && (removed || event->length > 0)) {
                 texts.push_back((event->length > 0 ? "" : "-") + std::to_string(i) + "@" +
                                 std::to_string(event->tick) + " " + Hex(event->data.Bytes()));
@@ -75,7 +75,7 @@ inline std::vector<std::string> Messages(const song::Song& song, bool removed = 
 inline std::string WithoutSysex(const song::Song& song) {
     std::string text;
     for (const song::Track& track : song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             if (event->status != song::kSystemExclusive) {
                 text += EventText(*event) + "/" + std::to_string(event->timeMs) + "; ";
             }
