@@ -22,7 +22,8 @@ bool IsOwnPort(std::string_view portName);
 class Client {
 public:
     /// Joins the running server and never starts one; null when there is none. Takes a few
-    /// milliseconds either way. Like the destructor to be called on one thread only.
+    /// milliseconds either way, but for ever when the server is stopped. Like the destructor to be
+    /// called on one thread only.
     static std::unique_ptr<Client> Join(const std::string& name);
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
@@ -33,12 +34,12 @@ public:
     jack_client_t* Handle() const { return handle_; }
     /// True once the server has ended or thrown the client out. Any thread.
     bool Lost() const { return lost_.load(std::memory_order_acquire); }
-    /// Calls `use` with the library's client, which stays open meanwhile; false when it is lost.
-    /// Any thread, one at a time.
+    /// Calls `use` with the library's client, which stays open meanwhile; false when it is lost or
+    /// being closed. Any thread, one at a time; never waits.
     template <typename Use>
     bool With(Use use) {
-        const std::lock_guard lock(using_);
-        if (Lost()) {
+        const std::unique_lock lock(using_, std::try_to_lock);
+        if (!lock || Lost()) {
             return false;
         }
         use(handle_);

@@ -1,13 +1,13 @@
 #include "midi/backends/jack/connected_port.h"
 
 #include <cerrno>
-#include <chrono>
 #include <thread>
 
 namespace tracksmith::midi::jack {
 namespace {
 
 constexpr int kFirstCycleMs = 1000;
+constexpr std::chrono::seconds kStalled{1};
 
 } // namespace
 
@@ -49,6 +49,8 @@ void ConnectedPort::SetCallbacks() {
 int ConnectedPort::OnProcess(jack_nframes_t frames, void* self) noexcept {
     auto& port = *static_cast<ConnectedPort*>(self);
     port.handler_.Process(port.handle_, jack_port_get_buffer(port.port_, frames), frames);
+    port.lastCycle_.store(std::chrono::steady_clock::now().time_since_epoch().count(),
+                          std::memory_order_relaxed);
     port.cycles_.fetch_add(1, std::memory_order_release);
     return 0;
 }
@@ -62,6 +64,12 @@ void ConnectedPort::OnRegistration(jack_port_id_t id, int registered, void* self
 
 bool ConnectedPort::Gone() const {
     return client_ == nullptr || client_->Lost() || peerGone_.load(std::memory_order_acquire);
+}
+
+bool ConnectedPort::Stalled() const {
+    using std::chrono::steady_clock;
+    const steady_clock::duration last(lastCycle_.load(std::memory_order_relaxed));
+    return steady_clock::now().time_since_epoch() - last > kStalled;
 }
 
 bool ConnectedPort::WaitForCycles(std::uint64_t count, int timeoutMs) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -35,6 +36,9 @@ public:
 
     /// True once the server or the other port is gone. Any thread.
     bool Gone() const;
+    /// True when the server has run no period for more than a second: it is stopped or busy. Any
+    /// thread.
+    bool Stalled() const;
     /// Makes Gone true. Any thread, never waits.
     void MarkGone() { peerGone_.store(true, std::memory_order_release); }
     /// Waits until `count` more periods have been handled; false after `timeoutMs` or when gone.
@@ -62,6 +66,7 @@ private:
     jack_port_t* peer_ = nullptr;
     std::atomic<bool> peerGone_{false};
     std::atomic<std::uint64_t> cycles_{0};
+    std::atomic<std::chrono::steady_clock::rep> lastCycle_{0};
     // Last, so that the callbacks have ended before anything that they use.
     std::unique_ptr<Client> client_;
 };

@@ -46,6 +46,9 @@ ResultCode MidiOut::Send(std::span<const std::uint8_t> message) {
     if (message.empty() || message.size() > mostBytes_.load(std::memory_order_relaxed)) {
         return kInvalidParameter;
     }
+    if (port_.Stalled()) {
+        return kNotReady;
+    }
     ResultCode result = kNoDriver;
     port_.WithClient([&](jack_client_t* client) {
         result = ring_.Put(message, jack_frame_time(client)) ? kNoError : kNotReady;

@@ -28,7 +28,8 @@ public:
     /// What was accepted is still sent, for at most half a second.
     ~MidiOut() override;
 
-    /// Never waits for the server: kNotReady when 256 KiB wait to be sent. A message must fit into
+    /// Never waits for the server: kNotReady when 256 KiB wait to be sent, or when the server has
+    /// run no period for a second. A message must fit into
     /// one period's buffer (about 32,000 bytes), since JACK knows no partial messages; a longer one
     /// is kInvalidParameter. What does not fit beside others is sent in the next period. Any
     /// thread.

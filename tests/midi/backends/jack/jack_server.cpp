@@ -85,9 +85,18 @@ std::string JackServer::Start() {
     return {};
 }
 
+void JackServer::Freeze() const {
+    kill(process_, SIGSTOP);
+}
+
+void JackServer::Thaw() const {
+    kill(process_, SIGCONT);
+}
+
 void JackServer::End(int signal) {
     if (process_ > 0) {
         kill(process_, signal);
+        Thaw();
         waitpid(process_, nullptr, 0);
         process_ = 0;
         killed_ = signal == SIGKILL;

@@ -17,6 +17,9 @@ public:
 
     /// Starts the server and waits until clients can join. Returns what went wrong, or nothing.
     std::string Start();
+    /// Stops the server's process and lets it go on.
+    void Freeze() const;
+    void Thaw() const;
     /// Ends the server with a signal and waits for its end.
     void End(int signal);
 

@@ -55,7 +55,7 @@ TEST(JackIn, DeliversCompleteMessagesWithTheirTimes) {
     test::TestClient keyboard("Keyboard", "out", JackPortIsOutput, sent);
     ASSERT_TRUE(keyboard.Works());
 
-    const auto backend = MakePortBackend();
+    const auto backend = MakePortBackend(test::kPatient);
     Collector collector;
     ResultCode result = kUnspecifiedError;
     const auto in = backend->OpenInput(

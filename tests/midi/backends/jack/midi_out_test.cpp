@@ -23,7 +23,7 @@ class JackOut : public testing::Test {
 protected:
     void SetUp() override {
         ASSERT_EQ(server_.Start(), "");
-        backend_ = MakePortBackend();
+        backend_ = MakePortBackend(test::kPatient);
         receiver_ = std::make_unique<TestClient>("Piano", "keys", JackPortIsInput);
         ASSERT_TRUE(receiver_->Works());
         ResultCode result = kUnspecifiedError;

@@ -75,7 +75,7 @@ protected:
     }
 
     test::JackServer server_;
-    std::unique_ptr<PortBackend> backend_ = MakePortBackend();
+    std::unique_ptr<PortBackend> backend_ = MakePortBackend(test::kPatient);
     std::unique_ptr<TestClient> receiver_;
     std::unique_ptr<OutputConnection> out_;
 };
@@ -119,6 +119,50 @@ TEST_F(OpenPort, AVanishedPortIsNoticedWhileTheServerRuns) {
     EXPECT_TRUE(backend_->Outputs().empty());
     out_.reset();
     OpenPiano();
+}
+
+// A server that is stopped answers nothing: nobody may wait for it, and all goes on when it does.
+TEST_F(OpenPort, AStoppedServerHoldsUpNobody) {
+    constexpr std::chrono::milliseconds kPatience{100};
+    constexpr std::chrono::milliseconds kLimit{250};
+    ASSERT_EQ(server_.Start(), "");
+    ASSERT_NO_FATAL_FAILURE(OpenPiano());
+    auto impatient = MakePortBackend(kPatience);
+    ASSERT_TRUE(Eventually([&] { return impatient->Outputs().size() == 1; }));
+    ASSERT_TRUE(Eventually([&] { return impatient->Inputs().empty(); }));
+    server_.Freeze();
+    const auto quick = [&](auto work) { EXPECT_LT(Duration(work), kLimit); };
+    ResultCode result = kNoError;
+    std::unique_ptr<OutputConnection> second;
+    const auto open = [&] { second = impatient->OpenOutput("Piano:keys", result); };
+    quick(open);
+    EXPECT_EQ(result, kNotReady);
+    EXPECT_EQ(second, nullptr);
+    const auto newcomer = MakePortBackend(kPatience);
+    quick([&] { EXPECT_EQ(newcomer->Outputs().size(), 0U); });
+    // What is open says so instead of taking what would never be heard.
+    EXPECT_TRUE(Eventually([&] { return out_->Send(Bytes{0x90, 62, 64}) == kNotReady; }));
+    // First the list of before, then none.
+    quick([&] { EXPECT_EQ(impatient->Outputs().size(), 1U); });
+    EXPECT_TRUE(Eventually([&] { return impatient->Outputs().empty(); }));
+    quick(open);
+    server_.Thaw();
+    // What was begun is found, and makes no second connection.
+    EXPECT_TRUE(Eventually([&] {
+        open();
+        return second != nullptr;
+    }));
+    EXPECT_EQ(second->Send(Bytes{0x90, 63, 64}), kNoError);
+    EXPECT_TRUE(Eventually([&] {
+        const auto messages = receiver_->Messages();
+        return std::any_of(messages.begin(), messages.end(), [](const auto& message) {
+            return message.bytes == Bytes{0x90, 63, 64};
+        });
+    }));
+    server_.Freeze();
+    quick([&] { second.reset(); });
+    EXPECT_LT(Duration([&] { impatient.reset(); }), std::chrono::seconds(1));
+    server_.Thaw();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -11,6 +12,9 @@
 namespace tracksmith::test {
 
 using Bytes = std::vector<std::uint8_t>;
+
+/// Longest time that a back end waits for a server which answers, on a loaded machine.
+inline constexpr std::chrono::milliseconds kPatient{10'000};
 
 /// Calls `done` until it is true; false when it is not within ten seconds.
 bool Eventually(const std::function<bool()>& done);
