@@ -150,14 +150,14 @@ QString OverwriteChanged(const QString& fileName, Language language) {
 QString UnknownInstrument(const QString& name, Language language) {
     static constexpr Text kUnknown{
         De{"Das Instrument „%1“ gibt es nicht mehr. Bitte wählen Sie eines; bis dahin bleiben "
-           "Stücke, wie sie sind."},
+           "Songs, wie sie sind."},
         En{"The instrument \"%1\" is no longer known. Please choose one; until then songs stay as "
            "they are."}};
     return InLanguage(kUnknown, language).arg(name);
 }
 
 QString PrepareQuestion(const QString& instrument, Language language) {
-    static constexpr Text kQuestion{De{"Soll das geöffnete Stück für \"%1\" vorbereitet werden?"},
+    static constexpr Text kQuestion{De{"Soll der geöffnete Song für \"%1\" vorbereitet werden?"},
                                     En{"Shall the open song be prepared for \"%1\"?"}};
     return InLanguage(kQuestion, language).arg(instrument);
 }

@@ -23,14 +23,14 @@ inline constexpr Text kSaveButton{De{"&Speichern"}, En{"&Save"}};
 inline constexpr Text kDiscard{De{"&Verwerfen"}, En{"&Discard"}};
 inline constexpr Text kClose{De{"&Schließen"}, En{"&Close"}};
 inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
-inline constexpr Text kDetails{Both{"&Details"}};
+inline constexpr Text kDetails{De{"De&tails"}, En{"&Details"}};
 inline constexpr Text kReloadButton{De{"&Neu laden"}, En{"&Reload"}};
 
 // Menus
 inline constexpr Text kMenuBar{De{"Menüleiste"}, En{"Menu bar"}};
 inline constexpr Text kMenuFile{De{"&Datei"}, En{"&File"}};
 inline constexpr Text kMenuEdit{De{"&Bearbeiten"}, En{"&Edit"}};
-inline constexpr Text kMenuSong{De{"&Stück"}, En{"&Song"}};
+inline constexpr Text kMenuSong{De{"&Song"}, En{"&Song"}};
 inline constexpr Text kMenuPlay{De{"S&pielen"}, En{"&Play"}};
 inline constexpr Text kMenuView{De{"&Ansicht"}, En{"&View"}};
 inline constexpr Text kMenuSettings{De{"&Einstellungen"}, En{"Se&ttings"}};
@@ -79,12 +79,12 @@ inline constexpr Text kLight{De{"&Hell"}, En{"&Light"}};
 inline constexpr Text kSystem{De{"Wie das &System"}, En{"&System"}};
 inline constexpr Text kGerman{Both{"&Deutsch"}};
 inline constexpr Text kEnglish{Both{"&English"}};
-inline constexpr Text kOpenDemo{De{"&Demostück öffnen"}, En{"Open the &Demo Song"}};
+inline constexpr Text kOpenDemo{De{"De&mosong öffnen"}, En{"Open the &Demo Song"}};
 inline constexpr Text kAbout{De{"&Über Tracksmith"}, En{"&About Tracksmith"}};
 
 inline constexpr Text kMenuInstrument{De{"&Instrument"}, En{"&Instrument"}};
 inline constexpr Text kChooseInstrument{De{"Instrument &wählen…"}, En{"&Choose…"}};
-inline constexpr Text kPrepareAgain{De{"Stück neu &vorbereiten"}, En{"&Prepare Song Again"}};
+inline constexpr Text kPrepareAgain{De{"Song neu &vorbereiten"}, En{"&Prepare Song Again"}};
 inline constexpr Text kVoices{De{"&Klänge…"}, En{"&Voices…"}};
 inline constexpr Text kInstrumentSettings{De{"&Instrumente…"}, En{"&Instruments…"}};
 
@@ -107,7 +107,7 @@ inline constexpr Text kChangesTitle{De{"Was beim Laden geändert wurde"},
 inline constexpr Text kChange{De{"Änderung"}, En{"Change"}};
 inline constexpr Text kCount{De{"Anzahl"}, En{"Count"}};
 inline constexpr Text kNothingChanged{
-    De{"Das Laden hat nichts verändert: Das Stück entspricht der Datei."},
+    De{"Das Laden hat nichts verändert: Der Song entspricht der Datei."},
     En{"Loading changed nothing: the song is as the file has it."}};
 inline constexpr Text kChangesAdvice{De{"Die Datei selbst ist unverändert, bis Sie speichern."},
                                      En{"The file itself stays as it is until you save."}};
@@ -118,7 +118,7 @@ inline constexpr Text kAboutText{
        "Free software under the MIT licence."}};
 
 // Window without a song
-inline constexpr Text kNoSong{De{"Kein Stück geöffnet"}, En{"No song open"}};
+inline constexpr Text kNoSong{De{"Kein Song geöffnet"}, En{"No song open"}};
 inline constexpr Text kDropHint{
     De{"Öffnen Sie eine Mididatei oder ziehen Sie sie in dieses Fenster."},
     En{"Open a Midi file or drop one onto this window."}};
@@ -167,18 +167,18 @@ inline constexpr Text kTempoHint{
     En{"Quarter notes per minute at this place, beside it the share of the file's tempo. Keys − "
        "and +; Ctrl+= brings back the file's tempo."}};
 inline constexpr Text kOutput{De{"Ausgang"}, En{"Output"}};
-inline constexpr Text kOutputHint{De{"Das Gerät, auf dem das Stück gespielt wird."},
+inline constexpr Text kOutputHint{De{"Das Gerät, auf dem der Song gespielt wird."},
                                   En{"The device that the song is played on."}};
 inline constexpr Text kOutputLost{De{"antwortet nicht"}, En{"not responding"}};
 inline constexpr Text kOutputMissing{
     De{"Der MIDI-Ausgang „%1“ ist nicht angeschlossen. Es spielt: %2."},
     En{"The MIDI output \"%1\" is not connected. Playing on: %2."}};
 inline constexpr Text kPages{De{"Seiten"}, En{"Pages"}};
-inline constexpr Text kPageSong{De{"Stück"}, En{"Song"}};
+inline constexpr Text kPageSong{Both{"Song"}};
 inline constexpr Text kPageRouting{De{"Kanalwege"}, En{"Routing"}};
 inline constexpr Text kCommonOutput{De{"wie Ausgang oben"}, En{"same as output above"}};
 inline constexpr Text kTargetChannel{De{"auf Kanal"}, En{"to channel"}};
-inline constexpr Text kResetRoutes{De{"Alle &zurücksetzen"}, En{"&Reset All"}};
+inline constexpr Text kResetRoutes{De{"Alle &zurücksetzen"}, En{"Reset &All"}};
 inline constexpr Text kPortsTitle{De{"MIDI und Klang"}, En{"MIDI and Sound"}};
 inline constexpr Text kInput{De{"Eingang"}, En{"Input"}};
 inline constexpr Text kNoInput{De{"keiner"}, En{"none"}};
@@ -197,7 +197,7 @@ inline constexpr Text kBuiltIn{De{"Eingebautes Instrument"}, En{"Built-in instru
 inline constexpr Text kInstrument{De{"Instrument"}, En{"Instrument"}};
 inline constexpr Text kNoInstrument{De{"bitte wählen…"}, En{"please choose…"}};
 inline constexpr Text kInstrumentHint{
-    De{"Das Instrument am Ausgang: Für dieses werden Stücke vorbereitet, seine Klangnamen werden "
+    De{"Das Instrument am Ausgang: Für dieses werden Songs vorbereitet, seine Klangnamen werden "
        "gezeigt."},
     En{"The instrument at the output: songs are prepared for it and its voice names are shown."}};
 inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
@@ -209,15 +209,15 @@ inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeic
 // Notice bar and status bar
 inline constexpr Text kNotice{De{"Hinweis"}, En{"Notice"}};
 inline constexpr Text kCloseNotice{De{"Hinweis schließen"}, En{"Close the notice"}};
-inline constexpr Text kReloadOffer{De{"Die Einstellung gilt, wenn ein Stück geladen wird."},
+inline constexpr Text kReloadOffer{De{"Die Einstellung gilt, wenn ein Song geladen wird."},
                                    En{"The setting takes effect when a song is loaded."}};
 inline constexpr Text kReady{De{"Bereit"}, En{"Ready"}};
 inline constexpr Text kModified{De{"Geändert"}, En{"Modified"}};
 inline constexpr Text kLoaded{De{"Geladen: "}, En{"Loaded: "}};
 inline constexpr Text kSaved{De{"Gespeichert: "}, En{"Saved: "}};
-inline constexpr Text kNoDemo{De{"Das Demostück wurde nicht gefunden."},
+inline constexpr Text kNoDemo{De{"Der Demosong wurde nicht gefunden."},
                               En{"The demo song was not found."}};
-inline constexpr Text kDemoName{De{"Demostück"}, En{"Demo song"}};
+inline constexpr Text kDemoName{De{"Demosong"}, En{"Demo song"}};
 
 /// "Kanal 3" / "Channel 3"; `channel` counts from 0.
 QString ChannelName(int channel, Language language);

@@ -9,7 +9,7 @@ inline constexpr Text kInstrument{De{"Instrument"}, En{"Instrument"}};
 inline constexpr Text kChooseInstrument{De{"Instrument wählen"}, En{"Choose Instrument"}};
 inline constexpr Text kSearchInstrument{De{"Hersteller oder Modell suchen"},
                                         En{"Search maker or model"}};
-inline constexpr Text kChoose{De{"&Wählen"}, En{"&Choose"}};
+inline constexpr Text kChoose{De{"&Wählen"}, En{"C&hoose"}};
 inline constexpr Text kCancel{De{"&Abbrechen"}, En{"&Cancel"}};
 inline constexpr Text kSetNames{De{"%1-Namen"}, En{"%1 names"}};
 inline constexpr Text kVoiceCount{De{"%1 Klänge"}, En{"%1 voices"}};
@@ -20,7 +20,7 @@ inline constexpr Text kForOutput{De{"Für den &Ausgang"}, En{"For the &output"}}
 inline constexpr Text kMainOutput{De{"%1 (alle Kanäle)"}, En{"%1 (all channels)"}};
 inline constexpr Text kPreparing{De{"Vorbereiten der Stücke"}, En{"Preparing songs"}};
 inline constexpr Text kOnlyThisInstrument{De{"Nur dieses Instrument"}, En{"This instrument only"}};
-inline constexpr Text kSysexTrack{De{"&Spur für die Meldungen"}, En{"&Track for the messages"}};
+inline constexpr Text kSysexTrack{De{"S&pur für die Meldungen"}, En{"&Track for the messages"}};
 inline constexpr Text kRolandMap{De{"&Klangtabelle"}, En{"Sound &map"}};
 inline constexpr Text kRolandMapHint{De{"Welche Klänge Bankwahl-LSB 0 meint"},
                                      En{"Which sounds bank select LSB 0 means"}};

@@ -1,8 +1,10 @@
 set(SOURCES
   file_commands_test.cpp
-  form_fixture.h instrument_test.cpp
+  form_fixture.h
+  instrument_test.cpp
   language_test.cpp
   main.cpp
+  menu_test.cpp
   overview_test.cpp
   playing_test.cpp
   recent_files_test.cpp
