@@ -89,9 +89,11 @@ function(tracksmith_program name main)
 endfunction()
 
 # tracksmith_test(folder): the tests of the unit src/<folder>, one executable, its sources named in
-# tests/<folder>/sources.cmake.
+# tests/<folder>/sources.cmake. A program named there as PROGRAM is built first, and the tests know
+# where it is.
 function(tracksmith_test folder)
   set(SOURCES)
+  set(PROGRAM)
   set(LIBRARIES GTest::gtest_main)
   set(ENVIRONMENT)
   include(${CMAKE_SOURCE_DIR}/tests/${folder}/sources.cmake)
@@ -103,6 +105,10 @@ function(tracksmith_test folder)
   target_compile_definitions(${name}_test PRIVATE
     TRACKSMITH_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_link_libraries(${name}_test PRIVATE ${unit} ${LIBRARIES})
+  if(PROGRAM)
+    add_dependencies(${name}_test ${PROGRAM})
+    target_compile_definitions(${name}_test PRIVATE TRACKSMITH_PROGRAM="$<TARGET_FILE:${PROGRAM}>")
+  endif()
   if(Qt6::Test IN_LIST LIBRARIES)
     tracksmith_precompile(${name}_test qt_test <gtest/gtest.h> <QtTest> <QtWidgets>)
   else()

@@ -2,6 +2,7 @@
 
 #include <csignal>
 #include <gtest/gtest.h>
+#include <poll.h>
 
 namespace tracksmith::system {
 namespace {
@@ -19,8 +20,11 @@ TEST(InterruptWatchTest, HoldsTheSignalsBackWhileItLives) {
         {
             const InterruptWatch watch;
             EXPECT_FALSE(InterruptWatch::Requested()) << signal;
+            pollfd waiting{InterruptWatch::Descriptor(), POLLIN, 0};
+            EXPECT_EQ(poll(&waiting, 1, 0), 0) << signal;
             std::raise(signal);
             EXPECT_TRUE(InterruptWatch::Requested()) << signal;
+            EXPECT_EQ(poll(&waiting, 1, 0), 1) << signal; // wakes an event loop
             EXPECT_EQ(reached, 0) << signal;
         }
         std::raise(signal);

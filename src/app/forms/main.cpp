@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "app/forms/main_form.h"
+#include "app/forms/settings/end_watch.h"
 #include "app/settings/settings_store.h"
 
 using namespace tracksmith;
@@ -24,15 +25,17 @@ void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
     });
 }
 
-} // namespace
+// What the command line wishes.
+struct Wishes {
+    QStringList songs;
+    /// The measure to play from; 0 for none.
+    int playFrom = 0;
+    /// Object name of a command to call at last.
+    QString command;
+    QString picture;
+};
 
-int main(int argc, char** argv) {
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("tracksmith"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(TRACKSMITH_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tracksmith"));
+Wishes ReadArguments(const QCoreApplication& application) {
     QCommandLineParser arguments;
     arguments.addHelpOption();
     arguments.addVersionOption();
@@ -53,29 +56,44 @@ int main(int argc, char** argv) {
                                   QStringLiteral("command"));
     arguments.addOption(show);
     arguments.process(application);
+    return {arguments.positionalArguments(), arguments.value(play).toInt(), arguments.value(show),
+            arguments.value(screenshot)};
+}
+
+void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
+    if (!wishes.songs.isEmpty()) {
+        form.OpenMidiFile(forms::PathFromQString(wishes.songs.constFirst()));
+    }
+    // A file that was refused has been told of.
+    if (wishes.playFrom > 0 && form.Session().HasSong()) {
+        form.Session().Controls().MoveByMeasures(wishes.playFrom - 1);
+        form.MMP_PlayStopClick();
+    }
+    auto* action = wishes.command.isEmpty() ? nullptr : form.findChild<QAction*>(wishes.command);
+    if (action != nullptr) {
+        action->trigger();
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tracksmith"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TRACKSMITH_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tracksmith"));
+    const Wishes wishes = ReadArguments(application);
 
     settings::SettingsStore store;
     forms::TMainForm form(store);
+    const forms::EndWatch watch(form);
     form.show();
-    const QStringList files = arguments.positionalArguments();
-    if (!files.isEmpty()) {
-        // The window is seen before the song is read.
-        const int measure = arguments.value(play).toInt();
-        const QString command = arguments.value(show);
-        QTimer::singleShot(0, &form, [&form, &files, measure, command] {
-            form.OpenMidiFile(forms::PathFromQString(files.constFirst()));
-            if (measure > 0 && form.Session().HasSong()) {
-                form.Session().Controls().MoveByMeasures(measure - 1);
-                form.MMP_PlayStopClick();
-            }
-            auto* action = command.isEmpty() ? nullptr : form.findChild<QAction*>(command);
-            if (action != nullptr) {
-                action->trigger();
-            }
-        });
-    }
-    if (arguments.isSet(screenshot)) {
-        TakeScreenshot(form, arguments.value(screenshot));
+    // The window is seen before a song is read.
+    QTimer::singleShot(0, &form, [&form, &wishes] { Fulfil(form, wishes); });
+    if (!wishes.picture.isEmpty()) {
+        TakeScreenshot(form, wishes.picture);
     }
     return QApplication::exec();
 }

@@ -105,6 +105,21 @@ void TMainForm::MMF_QuitClick() {
     close();
 }
 
+bool TMainForm::AgreeToEnd(bool mayAsk) {
+    if (mayAsk && !mayLoseChanges_ && !ConfirmDiscard()) {
+        return false;
+    }
+    mayLoseChanges_ = true;
+    session_.Controls().Stop();
+    settings_.WriteGeometry(saveGeometry());
+    return true;
+}
+
+void TMainForm::EndNow() {
+    AgreeToEnd(false);
+    QCoreApplication::exit();
+}
+
 void TMainForm::ConnectAreas() {
     connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
     connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
@@ -148,6 +163,7 @@ void TMainForm::ShowSong() {
 }
 
 void TMainForm::ShowFileState() {
+    mayLoseChanges_ = false;
     ShowCommands();
     const QString mark = session_.Modified() ? QStringLiteral("*") : QString();
     const QString name = session_.HasSong() ? SongFileName() + mark : QString();

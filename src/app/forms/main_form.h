@@ -54,6 +54,14 @@ public:
     /// Loads `file` and shows it; faults have been shown when this returns.
     void OpenMidiFile(const std::filesystem::path& file);
 
+    /// Makes ready for the end of the program: notes off, settings stored. Where `mayAsk`, asks
+    /// what becomes of changes that are not saved, unless that was answered already; false when the
+    /// user wants to stay.
+    bool AgreeToEnd(bool mayAsk);
+
+    /// Ends the program from wherever it is, without asking.
+    void EndNow();
+
     /// Empties the song in memory; nothing is asked.
     void ClearMidiMemory();
 
@@ -85,9 +93,9 @@ public:
     void MMF_SaveMidifileAsClick();
     void MMF_SaveFileAsFormat0Click();
     void MMF_SaveFileAsFormat1Click();
+    void MMF_QuitClick();
     // Edit
     void MME_TakeBackClick();
-    void MMF_QuitClick();
     // Song
     void MMF_WhatChangedClick();
     // Play
@@ -169,6 +177,8 @@ private:
     std::string missingOutput_;
     /// The change of the file on the disk that the user was told of last.
     std::optional<session::FileStamp> toldStamp_;
+    /// The user has agreed to lose the changes made so far.
+    bool mayLoseChanges_ = false;
     std::unique_ptr<devices::MidiDevices> devices_;
     std::unique_ptr<NoticeHost> noticeHost_;
     std::unique_ptr<SessionSignals> signals_;

@@ -100,13 +100,7 @@ void TMainForm::MMF_AboutClick() {
 }
 
 void TMainForm::closeEvent(QCloseEvent* event) {
-    if (!ConfirmDiscard()) {
-        event->ignore();
-        return;
-    }
-    session_.Controls().Stop();
-    settings_.WriteGeometry(saveGeometry());
-    event->accept();
+    event->setAccepted(AgreeToEnd(true));
 }
 
 void TMainForm::changeEvent(QEvent* event) {

@@ -52,6 +52,8 @@ set(SOURCES
   ports/routing_page.h
   ports/sound_settings.cpp
   ports/sound_settings.h
+  settings/end_watch.cpp
+  settings/end_watch.h
   settings/file_chooser.cpp
   settings/file_chooser.h
   settings/form_settings.cpp

@@ -16,6 +16,10 @@ public:
     static bool Requested() noexcept;
     /// Requests the end as the user would. Any thread.
     static void Request() noexcept;
+
+    /// Becomes readable with the first request, so that an event loop can wait for it; belongs to
+    /// the watch. -1 on Windows, where windows are told by messages.
+    static int Descriptor() noexcept;
 };
 
 } // namespace tracksmith::system

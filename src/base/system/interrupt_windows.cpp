@@ -40,4 +40,8 @@ void InterruptWatch::Request() noexcept {
     requested = true;
 }
 
+int InterruptWatch::Descriptor() noexcept {
+    return -1;
+}
+
 } // namespace tracksmith::system

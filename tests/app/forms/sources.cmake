@@ -7,7 +7,9 @@ set(SOURCES
   menu_test.cpp
   overview_test.cpp
   playing_test.cpp
+  program_test.cpp
   recent_files_test.cpp
   song_display_test.cpp)
+set(PROGRAM tracksmith)
 set(LIBRARIES GTest::gtest Qt6::Test tracksmith_midi_backends_loop)
 set(ENVIRONMENT QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy)
