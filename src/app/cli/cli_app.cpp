@@ -1,6 +1,7 @@
 #include "app/cli/cli_app.h"
 
 #include <exception>
+#include <new>
 #include <ostream>
 #include <vector>
 
@@ -8,6 +9,7 @@
 
 #include "app/cli/commands.h"
 #include "app/cli/texts.h"
+#include "app/texts.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -122,10 +124,13 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
             command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
         }
         return ParseAndRun(app, arguments, context);
+    } catch (const std::bad_alloc&) {
+        // Without any piece of memory.
+        context.log << app::texts::kBufferMemory.In(context.language) << std::endl;
     } catch (const std::exception& error) {
-        context.log << context.Say(texts::kUnexpected) << error.what() << "\n";
-        return kWriteFailed;
+        context.log << texts::kUnexpected.In(context.language) << error.what() << std::endl;
     }
+    return kWriteFailed;
 }
 
 } // namespace tracksmith::cli

@@ -10,8 +10,13 @@ namespace tracksmith::cli {
 
 void CliMessageHost::ShowMessage(std::string_view text) {
     // One line for each message, whatever breaks its text has.
-    const std::string line = DisplayPath(text);
-    if (!file_.empty() && line.find(file_) == std::string::npos) {
+    std::string line;
+    for (const char character : text) {
+        character == '\n' ? line.append(" - ") : line.append(1, character);
+    }
+    line = DisplayPath(line);
+    // A message that names a file has it in quotation marks.
+    if (!file_.empty() && line.find('"' + file_) == std::string::npos) {
         context_.log << file_ << ": ";
     }
     context_.log << line << std::endl;

@@ -11,6 +11,7 @@
 #include "app/cli/commands.h"
 #include "app/cli/instrument_choice.h"
 #include "app/cli/output_names.h"
+#include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 #include "app/save_song.h"
@@ -36,6 +37,7 @@ struct ConvertArguments {
     bool split = false;
     bool inPlace = false;
     bool dryRun = false;
+    ReadingOptions reading;
 
     bool ToStandardOutput() const {
         return out == "-" || (out.empty() && !inPlace && files == std::vector<std::string>{"-"});
@@ -77,6 +79,7 @@ private:
     }
 
     void SetUp(session::WorkOptions& options) const {
+        arguments_.reading.SetUp(options);
         options.decodeOptions.splitFormat0 = arguments_.split;
         options.encodeOptions.useRunningStatus = arguments_.runningStatus;
         options.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
@@ -193,6 +196,7 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
                       context.Say(texts::kHelpOmitPorts));
     command->add_flag("--split", arguments->split, context.Say(texts::kHelpSplit));
     command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return Conversion(context, *arguments).Run(); };
     });

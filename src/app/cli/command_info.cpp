@@ -8,6 +8,7 @@
 #include "app/cli/info_json.h"
 #include "app/cli/info_text.h"
 #include "app/cli/instrument_choice.h"
+#include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 
@@ -19,6 +20,7 @@ struct InfoArguments {
     std::string instrument;
     bool json = false;
     bool all = false;
+    ReadingOptions reading;
 };
 
 // The instrument that speaks the song's own language.
@@ -51,6 +53,7 @@ int RunInfo(CliContext& context, const InfoArguments& arguments) {
     }
     SongBatch batch(context);
     batch.Expand(arguments.files);
+    batch.SetUp([&](session::WorkOptions& options) { arguments.reading.SetUp(options); });
     const auto describe = [&](SongJob& job) {
         const app::SongDescription song = app::DescribeSong(job.session.Work());
         const std::vector<instruments::NamedVoice> voices = app::VoicesOfChannels(
@@ -58,16 +61,16 @@ int RunInfo(CliContext& context, const InfoArguments& arguments) {
             context.language);
         std::ostream& out = job.context.out;
         if (arguments.json) {
-            out << InfoJson(job.input.Name(), song, voices) << "\n";
+            out << InfoJson(job.input.ExactName(), song, voices) << "\n";
         } else {
             out << (job.index == 0 ? "" : "\n");
             WriteInfo(out, job.input.Name(), song, voices, context.language, arguments.all);
         }
         return int{kOk};
     };
-    const auto failed = [&](CliContext& sink, const std::string& name, const std::string& message) {
+    const auto failed = [&](CliContext& sink, const InputFailure& failure) {
         if (arguments.json) {
-            sink.out << InfoFailureJson(name, message) << "\n";
+            sink.out << InfoFailureJson(failure, sink.language) << "\n";
         }
     };
     return batch.Run(describe, failed);
@@ -85,6 +88,7 @@ void AddInfoCommand(CLI::App& app, CliContext& context) {
         ->type_name("NAME");
     command->add_flag("--json", arguments->json, context.Say(texts::kHelpJson));
     command->add_flag("--all", arguments->all, context.Say(texts::kHelpAll));
+    arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunInfo(context, *arguments); };
     });

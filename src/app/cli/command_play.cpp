@@ -4,6 +4,7 @@
 #include "app/cli/commands.h"
 #include "app/cli/play_session.h"
 #include "app/cli/play_wishes.h"
+#include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 
@@ -18,6 +19,7 @@ struct PlayArguments {
     std::string tempo;
     std::string soundfont;
     bool loop = false;
+    ReadingOptions reading;
 };
 
 /// The arguments as a plan for one song; nothing when they do not fit it, which is logged.
@@ -107,6 +109,7 @@ int RunPlay(CliContext& context, const PlayArguments& arguments) {
         context.log << context.Say(texts::kOneSong) << "\n";
         return kUsage;
     }
+    batch.SetUp([&](session::WorkOptions& options) { arguments.reading.SetUp(options); });
     return batch.Run([&](SongJob& job) {
         return PlayInput(context, arguments, job.input, job.session, job.host);
     });
@@ -141,6 +144,7 @@ void AddPlayCommand(CLI::App& app, CliContext& context) {
         });
     command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
         ->type_name("SF2");
+    arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunPlay(context, *arguments); };
     });

@@ -11,6 +11,7 @@
 
 #include "app/cli/commands.h"
 #include "app/cli/output_names.h"
+#include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
@@ -23,6 +24,7 @@ struct RenderArguments {
     std::string file;
     std::string out;
     std::string soundfont;
+    ReadingOptions reading;
 };
 
 audio::RenderResult Render(const CliContext& context, const RenderArguments& arguments,
@@ -77,6 +79,7 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
                     << "\n";
         return kWriteFailed;
     }
+    batch.SetUp([&](session::WorkOptions& options) { arguments.reading.SetUp(options); });
     return batch.Run([&](SongJob& job) {
         return RenderInput(context, arguments, job.input, job.session.Work(), job.host);
     });
@@ -95,6 +98,7 @@ void AddRenderCommand(CLI::App& app, CliContext& context) {
         ->required();
     command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
         ->type_name("SF2");
+    arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunRender(context, *arguments); };
     });

@@ -2,7 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include "song/song_position.h"
+#include "base/display_text.h"
+
+#include "app/cli/reading_options.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -13,9 +15,32 @@ using Json = nlohmann::ordered_json;
 constexpr int kSchema = 1;
 constexpr int kChannels = 16;
 
-// File names need not be valid UTF-8.
+// Texts of a song need not be valid UTF-8.
 std::string Line(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string HexText(const std::string& bytes) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text;
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        text += {kDigits[value >> 4U], kDigits[value & 15U]};
+    }
+    return text;
+}
+
+// The fields that every line begins with.
+Json Start(const std::string& file, bool ok) {
+    Json json{{"schema", kSchema}};
+    if (IsUtf8(file)) {
+        json["file"] = file;
+    } else {
+        json["file"] = DisplayPath(file);
+        json["fileBytes"] = HexText(file);
+    }
+    json["ok"] = ok;
+    return json;
 }
 
 Json OrNull(const std::optional<std::uint8_t>& value) {
@@ -91,10 +116,8 @@ Json ChangesJson(const song::LoadReport& report) {
 
 std::string InfoJson(const std::string& file, const app::SongDescription& song,
                      std::span<const instruments::NamedVoice> voices) {
-    return Line({{"schema", kSchema},
-                 {"file", file},
-                 {"ok", true},
-                 {"error", nullptr},
+    Json json = Start(file, true);
+    json.update({{"error", nullptr},
                  {"format", int{song.format}},
                  {"fileFormat", int{song.fileFormat}},
                  {"division", song.division},
@@ -113,10 +136,25 @@ std::string InfoJson(const std::string& file, const app::SongDescription& song,
                  {"tracks", TracksJson(song)},
                  {"channels", ChannelsJson(song, voices)},
                  {"changes", ChangesJson(song.changes)}});
+    return Line(json);
 }
 
-std::string InfoFailureJson(const std::string& file, const std::string& error) {
-    return Line({{"schema", kSchema}, {"file", file}, {"ok", false}, {"error", error}});
+std::string InfoFailureJson(const InputFailure& failure, Language language) {
+    const app::RefusalAdvice& advice = failure.advice;
+    Json json = Start(failure.name, false);
+    json["error"] = failure.message;
+    if (advice.kind != app::RefusalKind::None) {
+        json["fault"] = app::RefusalKindName(advice.kind);
+        json["advice"] = advice.In(language);
+    }
+    if (advice.track > 0) {
+        json["track"] = advice.track;
+        json["position"] = advice.position;
+    }
+    if (advice.loadableWithRunningStatusAcrossSysex) {
+        json["loadableWith"] = kRunningStatusAcrossSysexSwitch;
+    }
+    return Line(json);
 }
 
 } // namespace tracksmith::cli

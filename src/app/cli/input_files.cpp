@@ -8,6 +8,7 @@
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
+#include "base/system/folder_listing.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -24,22 +25,48 @@ bool HasSongExtension(const fs::path& path) {
     return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
 
-std::vector<InputFile> SongsBelow(const fs::path& folder) {
-    std::vector<InputFile> songs;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied,
-                                           error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        std::error_code unknown;
-        if (entry->is_regular_file(unknown) && HasSongExtension(entry->path())) {
-            songs.push_back({entry->path(), entry->path().lexically_relative(folder)});
+// Goes through a folder and everything below it. A folder that cannot be read, or not to its end,
+// does not keep the others from being read.
+class FolderSearch {
+public:
+    FolderSearch(const fs::path& top, std::vector<FolderFault>& faults)
+        : top_(top), faults_(faults), open_{top} {}
+
+    std::vector<InputFile> Songs() {
+        while (!open_.empty()) {
+            const fs::path folder = std::move(open_.back());
+            open_.pop_back();
+            Read(folder);
+        }
+        std::ranges::sort(songs_, {}, &InputFile::relative);
+        return std::move(songs_);
+    }
+
+private:
+    void Read(const fs::path& folder) {
+        const system::FolderListing listing = system::ListFolder(folder);
+        for (const fs::path& name : listing.names) {
+            Take(folder / name);
+        }
+        if (listing.error) {
+            faults_.push_back({folder, listing.error});
         }
     }
-    std::sort(songs.begin(), songs.end(), [](const InputFile& left, const InputFile& right) {
-        return left.relative < right.relative;
-    });
-    return songs;
-}
+
+    void Take(const fs::path& entry) {
+        std::error_code unknown;
+        if (fs::symlink_status(entry, unknown).type() == fs::file_type::directory) {
+            open_.push_back(entry);
+        } else if (fs::is_regular_file(entry, unknown) && HasSongExtension(entry)) {
+            songs_.push_back({entry, entry.lexically_relative(top_)});
+        }
+    }
+
+    const fs::path& top_;
+    std::vector<FolderFault>& faults_;
+    std::vector<fs::path> open_;
+    std::vector<InputFile> songs_;
+};
 
 } // namespace
 
@@ -48,11 +75,19 @@ fs::path PathOf(const std::string& utf8) {
 }
 
 std::string InputFile::Name() const {
-    return standardInput ? std::string(kStandardInput) : DisplayPath(system::PathText(path));
+    return DisplayPath(ExactName());
+}
+
+std::string InputFile::ExactName() const {
+    return standardInput ? std::string(kStandardInput) : system::PathText(path);
+}
+
+std::string FolderFault::Name() const {
+    return DisplayPath(system::PathText(folder));
 }
 
 std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
-                                    std::vector<std::string>& emptyFolders) {
+                                    std::vector<FolderFault>& faults) {
     std::vector<InputFile> files;
     for (const std::string& name : names) {
         const fs::path path = PathOf(name);
@@ -62,9 +97,10 @@ std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
         } else if (!fs::is_directory(path, error)) {
             files.push_back({path, path.filename()});
         } else {
-            std::vector<InputFile> songs = SongsBelow(path);
-            if (songs.empty()) {
-                emptyFolders.push_back(DisplayPath(name));
+            const std::size_t former = faults.size();
+            std::vector<InputFile> songs = FolderSearch(path, faults).Songs();
+            if (songs.empty() && faults.size() == former) {
+                faults.push_back({path, {}});
             }
             files.insert(files.end(), songs.begin(), songs.end());
         }

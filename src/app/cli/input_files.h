@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace tracksmith::cli {
@@ -19,15 +20,28 @@ struct InputFile {
     /// Its bytes come from the standard input.
     bool standardInput = false;
 
-    /// The name as given, for messages and results (UTF-8; `-` for the standard input).
+    /// The name as given, safe to show (UTF-8; `-` for the standard input).
+    std::string Name() const;
+    /// The name as given, byte for byte, which need not be UTF-8.
+    std::string ExactName() const;
+};
+
+/// A folder that gives no songs.
+struct FolderFault {
+    std::filesystem::path folder;
+    /// Why it cannot be read; none when it only has no songs.
+    std::error_code error;
+
+    /// Its name, safe to show (UTF-8).
     std::string Name() const;
 };
 
 /// Songs for the arguments `names` (UTF-8), in their order. `-` is the standard input. A folder
 /// stands for the songs in it and in its subfolders (.mid, .midi, .kar, .smf in any case), sorted
-/// by path. A file is taken whatever its name, also when it does not exist: reading it reports
-/// that. Folders without any song, or that cannot be read, go to `emptyFolders`.
+/// by path; links to folders are not followed. A file is taken whatever its name, also when it does
+/// not exist: reading it reports that. Folders given that have no song, and each one, also below
+/// them, that cannot be read, go to `faults`.
 std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
-                                    std::vector<std::string>& emptyFolders);
+                                    std::vector<FolderFault>& faults);
 
 } // namespace tracksmith::cli

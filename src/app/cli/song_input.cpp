@@ -5,26 +5,34 @@
 #include <atomic>
 #include <exception>
 #include <istream>
-#include <limits>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <ostream>
 #include <sstream>
-#include <utility>
+#include <system_error>
 
 #include "base/errors.h"
+#include "base/memory_budget.h"
 #include "base/parallel.h"
+#include "base/system/file_io.h"
 
 #include "app/cli/cli_message_host.h"
+#include "app/cli/error_words.h"
+#include "app/cli/memory_share.h"
+#include "app/cli/reading_options.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
 #include "app/load_sequence.h"
 #include "app/preparation_words.h"
+#include "song/event_arena.h"
+#include "song/midi_event.h"
 
 namespace tracksmith::cli {
 namespace {
 
 // As much as a file may have.
-constexpr std::size_t kMostBytes = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t kMostBytes = system::kMostFileBytes;
 
 std::vector<std::uint8_t> ReadStream(std::istream& stream, MessageHost& host) {
     std::vector<std::uint8_t> bytes;
@@ -38,16 +46,17 @@ std::vector<std::uint8_t> ReadStream(std::istream& stream, MessageHost& host) {
     return bytes;
 }
 
-} // namespace
-
-void LoadInput(const InputFile& input, session::Session& session, std::istream& standardInput,
-               MessageHost& host) {
-    if (input.standardInput) {
-        app::OpenMidiData(session, ReadStream(standardInput, host), input.path, host);
-    } else {
-        app::OpenMidiFile(session, input.path, host);
-    }
+// Bytes that the song of an input may take at most: an event takes two bytes of the file at least,
+// the file itself and what is saved lie beside it.
+std::uint64_t MostMemory(const InputFile& input) {
+    constexpr std::uint64_t kPerFileByte = sizeof(song::MidiEvent) / 2 + 2;
+    std::error_code error;
+    const std::uintmax_t size =
+        input.standardInput ? kMostBytes : std::filesystem::file_size(input.path, error);
+    return error ? 0 : std::min<std::uint64_t>(size, kMostBytes) * kPerFileByte;
 }
+
+} // namespace
 
 void LogChanges(const CliContext& context, const InputFile& input,
                 const session::Workspace& workspace) {
@@ -71,8 +80,10 @@ void LogChanges(const CliContext& context, const InputFile& input,
 class SongBatch::Worker {
 public:
     /// A thread on its own says everything at once, one of several keeps it.
-    explicit Worker(const SongBatch& batch)
-        : context_{batch.context_.in,
+    Worker(const SongBatch& batch, MemoryShare& memory)
+        : batch_(batch),
+          memory_(memory),
+          context_{batch.context_.in,
                    batch.jobs_ > 1 ? out_ : batch.context_.out,
                    batch.jobs_ > 1 ? log_ : batch.context_.log,
                    batch.context_.language,
@@ -82,30 +93,23 @@ public:
                    batch.context_.openDevices,
                    batch.context_.voices,
                    {}},
-          host_(context_) {
-        batch.setUp_(session_.Options());
-    }
+          host_(context_) {}
 
     /// Works on one song and returns its exit code; its texts stay until TakeTexts.
     int Work(const InputFile& input, std::size_t index, const Action& action,
              const OnFailure& onFailure) {
         host_.SetFile(input.Name());
-        std::string message;
         try {
-            LoadInput(input, session_, context_.in, host_);
-        } catch (const EMidiError& error) {
-            message = error.what(); // already shown
+            const MemoryShare::Part memory = memory_.Take(MostMemory(input));
+            const int code = WorkWithin(memory.Bytes(), input, index, action, onFailure);
+            if (memory.Bytes() > memory_.Total() / std::max<std::size_t>(batch_.jobs_, 1)) {
+                session_.reset(); // what it kept would not count as taken any more
+            }
+            return code;
         } catch (const std::exception& error) {
-            message = error.what();
-            host_.ShowMessage(message);
+            host_.ShowMessage(ErrorWords(error, context_.language));
+            return kWriteFailed;
         }
-        if (message.empty()) {
-            return Act(input, index, action);
-        }
-        if (onFailure) {
-            onFailure(context_, input.Name(), message);
-        }
-        return kUnreadable;
     }
 
     std::string TakeOut() { return Take(out_); }
@@ -118,23 +122,87 @@ private:
         return text;
     }
 
+    int WorkWithin(std::uint64_t memory, const InputFile& input, std::size_t index,
+                   const Action& action, const OnFailure& onFailure) {
+        if (session_ == nullptr) {
+            session_ = std::make_unique<session::Session>();
+            batch_.setUp_(session_->Options());
+        }
+        session_->Options().decodeOptions.memoryBudget = memory;
+        const std::optional<std::string> refusal = Load(input);
+        if (!refusal) {
+            return Act(input, index, action);
+        }
+        const InputFailure failure{input.ExactName(), *refusal, Advise(input)};
+        if (onFailure) {
+            onFailure(context_, failure);
+        }
+        return kUnreadable;
+    }
+
+    // The message when it cannot be loaded, which has been shown.
+    std::optional<std::string> Load(const InputFile& input) {
+        try {
+            if (input.standardInput) {
+                standardInput_ = ReadStream(context_.in, host_);
+                app::OpenMidiData(*session_, standardInput_, input.path, host_);
+            } else {
+                app::OpenMidiFile(*session_, input.path, host_);
+            }
+            return std::nullopt;
+        } catch (const EMidiError& error) {
+            return error.what(); // already shown
+        } catch (const std::exception& error) {
+            const std::string words = ErrorWords(error, context_.language);
+            host_.ShowMessage(words);
+            return words;
+        }
+    }
+
+    app::RefusalAdvice Advise(const InputFile& input) {
+        const song::DecodeOptions& options = session_->Options().decodeOptions;
+        const bool keepStatus = session_->Options().runningStatusAcrossSysex;
+        try {
+            app::RefusalAdvice advice =
+                input.standardInput ? app::AdviseOnRefusedFile(standardInput_, options, keepStatus)
+                                    : app::AdviseOnRefusedFile(input.path, options, keepStatus);
+            Show(advice);
+            return advice;
+        } catch (const std::exception&) {
+            return {}; // the refusal itself has been told
+        }
+    }
+
+    void Show(const app::RefusalAdvice& advice) {
+        if (advice.kind != app::RefusalKind::None) {
+            host_.ShowMessage(advice.In(context_.language));
+        }
+        if (advice.loadableWithRunningStatusAcrossSysex) {
+            host_.ShowMessage(
+                texts::LoadableWith(context_.language, kRunningStatusAcrossSysexSwitch));
+        }
+    }
+
     int Act(const InputFile& input, std::size_t index, const Action& action) {
-        SongJob job{input, index, session_, host_, context_};
+        SongJob job{input, index, *session_, host_, context_};
         try {
             return action(job);
         } catch (const EMidiError&) {
             return kWriteFailed; // already shown
         } catch (const std::exception& error) {
-            host_.ShowMessage(error.what());
+            host_.ShowMessage(ErrorWords(error, context_.language));
             return kWriteFailed;
         }
     }
 
+    const SongBatch& batch_;
+    MemoryShare& memory_;
     std::ostringstream out_;
     std::ostringstream log_;
     CliContext context_;
     CliMessageHost host_;
-    session::Session session_;
+    std::unique_ptr<session::Session> session_;
+    std::vector<std::uint8_t> standardInput_;
 };
 
 /// What the songs of a batch said, passed on in their order.
@@ -192,38 +260,46 @@ private:
 };
 
 const std::vector<InputFile>& SongBatch::Expand(const std::vector<std::string>& names) {
-    files_ = ExpandInputs(names, emptyFolders_);
+    files_ = ExpandInputs(names, folderFaults_);
     return files_;
 }
 
-int SongBatch::Run(const Action& action, const OnFailure& onFailure) {
-    const std::size_t total = files_.size() + emptyFolders_.size();
-    for (const std::string& folder : emptyFolders_) {
-        const std::string message = context_.Say(texts::kNoSongs);
-        context_.log << folder << ": " << message << "\n";
+void SongBatch::ReportFolders(const OnFailure& onFailure) const {
+    for (const FolderFault& fault : folderFaults_) {
+        const std::string message = fault.error
+                                        ? texts::FolderNotRead(context_.language, fault.error)
+                                        : context_.Say(texts::kNoSongs);
+        context_.log << fault.Name() << ": " << message << "\n";
         if (onFailure) {
-            onFailure(context_, folder, message);
+            onFailure(context_, {system::PathText(fault.folder), message, {}});
         }
     }
+}
+
+int SongBatch::Run(const Action& action, const OnFailure& onFailure) {
+    const std::size_t total = files_.size() + folderFaults_.size();
+    ReportFolders(onFailure);
     Results results(context_, files_.size());
     WorkThrough(results, action, onFailure);
     if (results.Lost()) {
         return kWriteFailed;
     }
-    const std::size_t failed = emptyFolders_.size() + results.Failed();
+    const std::size_t failed = folderFaults_.size() + results.Failed();
     LogSummary(total, failed);
     if (failed > 0 && total > 1) {
         return kPartFailed;
     }
-    return emptyFolders_.empty() ? results.LastCode() : int{kUnreadable};
+    return folderFaults_.empty() ? results.LastCode() : int{kUnreadable};
 }
 
 // Each thread takes the next song that nobody works on.
 void SongBatch::WorkThrough(Results& results, const Action& action, const OnFailure& onFailure) {
     std::atomic<std::size_t> next = 0;
+    MemoryShare memory(
+        std::min<std::uint64_t>(SongMemoryBudget(), song::EventArena::Instance().Capacity()));
     const std::size_t threads = std::min(std::max<std::size_t>(jobs_, 1), files_.size());
     ParallelFor(threads, threads, [&](std::size_t) {
-        Worker worker(*this);
+        Worker worker(*this, memory);
         for (std::size_t i = next++; i < files_.size() && !results.Lost(); i = next++) {
             const int code = worker.Work(files_[i], i, action, onFailure);
             results.Add(i, code, worker);

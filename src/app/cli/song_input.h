@@ -2,19 +2,15 @@
 
 #include <cstddef>
 #include <functional>
-#include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "app/cli/cli_context.h"
 #include "app/cli/input_files.h"
+#include "app/refusal_words.h"
 #include "app/session/session.h"
 
 namespace tracksmith::cli {
-
-/// Loads the input into the session. Faults are shown through `host` and raised as EMidiError.
-void LoadInput(const InputFile& input, session::Session& session, std::istream& standardInput,
-               MessageHost& host);
 
 /// Logs what loading and preparing changed, unless the user wants quiet.
 void LogChanges(const CliContext& context, const InputFile& input,
@@ -31,26 +27,36 @@ struct SongJob {
     CliContext& context;
 };
 
+/// An input that could not be loaded.
+struct InputFailure {
+    /// The name as given, byte for byte.
+    std::string name;
+    /// What was shown about it (UTF-8).
+    std::string message;
+    /// What is known about a file that was refused.
+    app::RefusalAdvice advice;
+};
+
 /// Loads every input and does one thing with it; a failure never stops the rest.
 class SongBatch {
 public:
     /// Called with each song that is loaded; returns kOk or the code of what went wrong. What it
     /// throws counts as a failed write. Called by several threads at once when there are jobs.
     using Action = std::function<int(SongJob&)>;
-    /// Told about each input that cannot be loaded, with the message; `context` has the streams.
-    using OnFailure = std::function<void(CliContext& context, const std::string& name,
-                                         const std::string& message)>;
+    /// Told about each input that cannot be loaded; `context` has the streams.
+    using OnFailure = std::function<void(CliContext& context, const InputFailure& failure)>;
 
     /// `context` must outlive the batch.
     explicit SongBatch(CliContext& context) : context_(context) {}
 
-    /// The songs that `names` stand for; folders without songs count as failures of the batch.
+    /// The songs that `names` stand for; folders without songs and those that cannot be read count
+    /// as failures of the batch.
     const std::vector<InputFile>& Expand(const std::vector<std::string>& names);
 
     /// Sets the options of every session that the batch uses.
     void SetUp(std::function<void(session::WorkOptions&)> setUp) { setUp_ = std::move(setUp); }
 
-    /// So many songs are worked on at once, at least 1.
+    /// So many songs are worked on at once, at least 1, as far as their memory allows.
     void SetJobs(std::size_t jobs) { jobs_ = jobs; }
 
     /// Runs the batch and returns the exit code: a single input gives its own code, several give
@@ -61,6 +67,7 @@ private:
     class Worker;
     class Results;
 
+    void ReportFolders(const OnFailure& onFailure) const;
     void WorkThrough(Results& results, const Action& action, const OnFailure& onFailure);
     void LogSummary(std::size_t total, std::size_t failed) const;
 
@@ -68,7 +75,7 @@ private:
     std::function<void(session::WorkOptions&)> setUp_ = [](session::WorkOptions&) {};
     std::size_t jobs_ = 1;
     std::vector<InputFile> files_;
-    std::vector<std::string> emptyFolders_;
+    std::vector<FolderFault> folderFaults_;
 };
 
 } // namespace tracksmith::cli

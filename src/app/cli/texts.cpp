@@ -4,6 +4,8 @@
 #include <cmath>
 #include <sstream>
 
+#include "base/system_reason.h"
+
 #include "song/song_position.h"
 
 namespace tracksmith::cli::texts {
@@ -43,6 +45,18 @@ std::string AndMore(Language language, std::size_t number) {
     return std::string(kAndBefore.In(language))
         .append(std::to_string(number))
         .append(kAndBehind.In(language));
+}
+
+std::string LoadableWith(Language language, std::string_view name) {
+    static constexpr Text kWith{De{"Mit "}, En{"With "}};
+    static constexpr Text kLoadable{De{" lässt sie sich laden."}, En{" it can be loaded."}};
+    return std::string(kWith.In(language)).append(name).append(kLoadable.In(language));
+}
+
+std::string FolderNotRead(Language language, const std::error_code& error) {
+    static constexpr Text kNotRead{De{"Der Ordner lässt sich nicht lesen. "},
+                                   En{"The folder cannot be read. "}};
+    return std::string(kNotRead.In(language)) + SystemReason(error, language);
 }
 
 std::string Summary(Language language, std::size_t total, std::size_t failed) {

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "base/text.h"
 
@@ -45,6 +46,11 @@ inline constexpr Text kHelpSplit{De{"Format 0 auf Kanalspuren verteilen"},
                                  En{"Split format 0 into channel tracks"}};
 inline constexpr Text kHelpDryRun{De{"Nichts schreiben, nur zeigen, was geschähe"},
                                   En{"Write nothing, only show what would be done"}};
+inline constexpr Text kHelpRunningStatusAcrossSysex{
+    De{"Running Status gilt über SysEx und Metaereignisse hinweg"},
+    En{"Running status lasts across system exclusive and meta events"}};
+inline constexpr Text kHelpHonourZelIgnore{De{"„zel_ignore“ in Spurnamen beachten"},
+                                           En{"Honour \"zel_ignore\" in track names"}};
 inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
                                   En{"Plays a song on the built-in instrument into a WAV file"}};
 inline constexpr Text kHelpRenderNone{De{"In dieser Fassung nicht enthalten"},
@@ -212,6 +218,12 @@ std::string TicksPerQuarter(Language language, int division);
 
 /// The line behind a list that is not shown whole.
 std::string AndMore(Language language, std::size_t number);
+
+/// A file that was refused can be loaded with the switch `name`.
+std::string LoadableWith(Language language, std::string_view name);
+
+/// A folder that cannot be read, or not to its end.
+std::string FolderNotRead(Language language, const std::error_code& error);
 
 /// The line at the end of a batch.
 std::string Summary(Language language, std::size_t total, std::size_t failed);

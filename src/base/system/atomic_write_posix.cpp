@@ -8,6 +8,7 @@
 
 #include "base/system/descriptor.h"
 #include "base/system/file_io.h"
+#include "base/system/folder_listing.h"
 #include "base/system/temporary_name.h"
 
 namespace tracksmith::system {
@@ -81,11 +82,9 @@ void RemoveAbandoned(const fs::path& folder) {
             return;
         }
     }
-    std::error_code error;
-    fs::directory_iterator entry(folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (IsTemporaryName(entry->path().filename().native())) {
-            RemoveIfAbandoned(entry->path());
+    for (const fs::path& name : ListFolder(folder).names) {
+        if (IsTemporaryName(name.native())) {
+            RemoveIfAbandoned(folder / name);
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include "base/system/file_handle.h"
 #include "base/system/file_io.h"
+#include "base/system/folder_listing.h"
 #include "base/system/temporary_name.h"
 
 namespace tracksmith::system {
@@ -19,9 +20,8 @@ constexpr std::chrono::minutes kAbandoned{1};
 
 // Names of ours are plain ASCII; others need not even be valid UTF-16.
 bool IsOurs(const fs::path& file) {
-    const std::wstring wide = file.filename().native();
     std::string name;
-    for (const wchar_t unit : wide) {
+    for (const wchar_t unit : file.native()) {
         name += unit < 0x80 ? static_cast<char>(unit) : '?';
     }
     return IsTemporaryName(name);
@@ -38,13 +38,13 @@ void RemoveAbandoned(const fs::path& folder) {
             return;
         }
     }
-    std::error_code error;
-    fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    for (const fs::path& name : ListFolder(folder.empty() ? fs::path(".") : folder).names) {
+        const fs::path file = folder / name;
         std::error_code unknown;
-        const auto age = fs::file_time_type::clock::now() - entry->last_write_time(unknown);
-        if (IsOurs(entry->path()) && !unknown && age > kAbandoned) {
-            DeleteFileW(entry->path().c_str());
+        if (IsOurs(name) &&
+            fs::file_time_type::clock::now() - fs::last_write_time(file, unknown) > kAbandoned &&
+            !unknown) {
+            DeleteFileW(file.c_str());
         }
     }
 }

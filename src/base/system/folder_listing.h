@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <system_error>
 #include <vector>
 
 namespace tracksmith::system {
@@ -11,6 +12,8 @@ struct FolderListing {
     std::vector<std::filesystem::path> names;
     /// The folder is there but could not be read, or not to its end.
     bool failed = false;
+    /// The system's reason then.
+    std::error_code error;
 };
 
 /// Lists a folder; nothing for one that does not exist. Throws std::bad_alloc only, where the

@@ -23,6 +23,7 @@ FolderListing ListFolder(const std::filesystem::path& folder) {
             throw std::bad_alloc();
         }
         listing.failed = errno != ENOENT;
+        listing.error = {errno, std::system_category()};
         return listing;
     }
     for (;;) {
@@ -30,6 +31,7 @@ FolderListing ListFolder(const std::filesystem::path& folder) {
         const dirent* entry = readdir(open.get()); // NOLINT(concurrency-mt-unsafe): own stream
         if (entry == nullptr) {
             listing.failed = errno != 0;
+            listing.error = {errno, std::system_category()};
             return listing;
         }
         const char* name = entry->d_name;

@@ -32,6 +32,7 @@ FolderListing ListFolder(const std::filesystem::path& folder) {
     const Search search(FindFirstFileW((folder / L"*").c_str(), &entry));
     if (!search.Valid()) {
         const DWORD error = GetLastError();
+        listing.error = {static_cast<int>(error), std::system_category()};
         listing.failed = error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
         return listing;
     }
@@ -41,7 +42,9 @@ FolderListing ListFolder(const std::filesystem::path& folder) {
             listing.names.emplace_back(name);
         }
     } while (FindNextFileW(search.Get(), &entry) != 0);
-    listing.failed = GetLastError() != ERROR_NO_MORE_FILES;
+    const DWORD end = GetLastError();
+    listing.failed = end != ERROR_NO_MORE_FILES;
+    listing.error = {listing.failed ? static_cast<int>(end) : 0, std::system_category()};
     return listing;
 }
 
