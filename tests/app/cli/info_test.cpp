@@ -27,9 +27,9 @@ TEST_F(CliTest, InfoJsonHasEveryField) {
         "sysex": 1, "families": ["GM"], "lyrics": 1, "songLength": 1450, "lengthMs": 1408,
         "channels": [
             {"channel": 1, "notes": 1, "bankMsb": 8, "bankLsb": 1, "program": 24,
-             "voice": "Acoustic Guitar (nylon)"},
+             "voice": "Acoustic Guitar (nylon)", "voiceMatch": "similar"},
             {"channel": 10, "notes": 1, "bankMsb": null, "bankLsb": null, "program": null,
-             "voice": null}],
+             "voice": null, "voiceMatch": null}],
         "changes": {"noteOnVelocityZero": 1}})json");
     json found = lines[0];
     EXPECT_EQ(found["file"], At("song.mid"));

@@ -148,7 +148,7 @@ TEST_F(InstrumentsTest, ListsVoicesAndTakesOwnVoiceLists) {
 TEST_F(InstrumentsTest, InfoNamesVoicesOfAnInstrument) {
     Put("song.mid", Format0Song());
     ASSERT_EQ(Run({"info", "--json", "--instrument", "XG Soundset", At("song.mid")}), 0);
-    EXPECT_EQ(JsonLines(out_).at(0)["channels"][0]["voice"], "unknown 8 1 24");
+    EXPECT_EQ(JsonLines(out_).at(0)["channels"][0]["voice"], "unknown 8·1·25");
     EXPECT_EQ(Run({"info", "--instrument", "nothing", At("song.mid")}), 2);
 }
 

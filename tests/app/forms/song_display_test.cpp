@@ -32,7 +32,7 @@ TEST_F(SongDisplayTest, TablesAndCardsShowTracksChannelsTemposAndMetres) {
     EXPECT_EQ(RowText("Table_Tempos", 1), form_->SongPositionToMTC(1440) + "|0:01|100");
     EXPECT_EQ(RowText("Table_Metres", 0), form_->SongPositionToMTC(0) + "|0:00|3/4");
     EXPECT_EQ(Find<QAbstractButton>("Card_Channel02")->accessibleName().toStdString(),
-              "Channel 3: Acoustic Guitar (nylon), 3 notes, bank and program 8·3·25");
+              "Channel 3: Acoustic Guitar (nylon) (similar), 3 notes, bank and program 8·3·25");
     EXPECT_FALSE(Find<QAbstractButton>("Card_Channel00")->isEnabled());
 }
 
