@@ -138,6 +138,7 @@ private:
     void BuildPlayer(std::unique_ptr<devices::MidiDevices> devices);
     void ConnectSession();
     void ShowMissingOutput();
+    void ShowSettingsTrouble();
     void TakeInstruments();
     InstrumentOutput MainOutput() const;
     QString PlayingText(std::size_t channel) const;

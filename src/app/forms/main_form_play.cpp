@@ -20,6 +20,7 @@ void TMainForm::ConnectSession() {
         menu_->ActionOf(commands::kLooping).setChecked(loop && loop->on);
     });
     connect(signals_.get(), &SessionSignals::PortsChanged, this, &TMainForm::ShowMissingOutput);
+    connect(signals_.get(), &SessionSignals::PortsChecked, this, &TMainForm::ShowSettingsTrouble);
     connect(signals_.get(), &SessionSignals::RoutesChanged, this, &TMainForm::TakeInstruments);
 }
 
@@ -32,6 +33,13 @@ void TMainForm::ShowMissingOutput() {
                 .arg(ToQString(missing), ToQString(session_.Controls().Outputs().Output())));
     }
     missingOutput_ = missing;
+}
+
+// The store tells each kind once; it is looked at with the ports, since any control may write.
+void TMainForm::ShowSettingsTrouble() {
+    while (const auto trouble = store_.TakeTrouble()) {
+        notice_->ShowPlain(ToQString(trouble->In(host_.CurrentLanguage())));
+    }
 }
 
 void TMainForm::MMP_PlayStopClick() {

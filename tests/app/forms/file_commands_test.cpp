@@ -103,6 +103,14 @@ TEST_F(FileCommandsTest, AFileThatAnOptionWouldLoadIsOffered) {
     EXPECT_FALSE(form_->Session().Options().runningStatusAcrossSysex);
 }
 
+TEST_F(FileCommandsTest, DamagedSettingsAreTold) {
+    form_.reset();
+    Write("settings.json", {'n', 'o'});
+    OpenWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Find<QWidget>("NoticeBar")->isVisible(); }));
+    EXPECT_NE(LabelText("Lbl_Notice").find("settings"), std::string::npos);
+}
+
 TEST_F(FileCommandsTest, FailedSaveChangesNothing) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
     form_->Session().MarkModified();

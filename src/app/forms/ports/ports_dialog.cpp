@@ -109,7 +109,14 @@ QWidget* PortsDialog::BuildSynth() {
         sound_.SetSoundfont({});
         ShowSoundfont();
     });
-    connect(volume, &QSlider::valueChanged, this, [this](int value) { sound_.SetVolume(value); });
+    connect(volume, &QSlider::valueChanged, this, [this, volume](int value) {
+        sound_.HearVolume(value);
+        if (!volume->isSliderDown()) {
+            sound_.StoreVolume(value);
+        }
+    });
+    connect(volume, &QSlider::sliderReleased, this,
+            [this, volume] { sound_.StoreVolume(volume->value()); });
     connect(voices, &QSpinBox::valueChanged, this,
             [this](int value) { sound_.SetPolyphony(value); });
     ShowSoundfont();

@@ -47,11 +47,14 @@ void SoundSettings::SetPolyphony(int voices) {
     ApplyOptions();
 }
 
-void SoundSettings::SetVolume(int percent) {
-    store_.WriteIntToUserRegistry(kVolume, percent);
+void SoundSettings::HearVolume(int percent) {
     if (HasSynth()) {
         devices_->Synth()->SetVolume(percent);
     }
+}
+
+void SoundSettings::StoreVolume(int percent) {
+    store_.WriteIntToUserRegistry(kVolume, percent);
 }
 
 void SoundSettings::SetInput(const std::string& name) {

@@ -27,7 +27,10 @@ public:
 
     void SetSoundfont(const std::filesystem::path& file);
     void SetPolyphony(int voices);
-    void SetVolume(int percent);
+    /// Lets the volume be heard, 0-100 per cent; StoreVolume also remembers it, which is for when
+    /// the slider comes to rest.
+    void HearVolume(int percent);
+    void StoreVolume(int percent);
     /// `name` is an input's product name, empty for none.
     void SetInput(const std::string& name);
     void SetThru(bool on);

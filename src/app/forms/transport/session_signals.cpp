@@ -18,7 +18,10 @@ SessionSignals::SessionSignals(session::Session& session, MessageHost& host, QOb
     });
     session_.AddListener(*this);
     connect(&display_, &QTimer::timeout, this, &SessionSignals::PlaceChanged);
-    connect(&portCheck_, &QTimer::timeout, this, [this] { Controls().CheckPorts(); });
+    connect(&portCheck_, &QTimer::timeout, this, [this] {
+        Controls().CheckPorts();
+        emit PortsChecked();
+    });
     portCheck_.start(kPortCheckMs);
 }
 

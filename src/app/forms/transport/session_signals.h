@@ -42,6 +42,8 @@ signals:
     void RoutesChanged();
     /// An output or its state has changed.
     void PortsChanged();
+    /// The regular look at the ports is over; twice a second.
+    void PortsChecked();
 
 private:
     void OnSongChanged(const session::ChangeKind& kind) override;
