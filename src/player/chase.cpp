@@ -84,7 +84,8 @@ public:
     }
 
 private:
-    static song::ConstEventLink SkipToMattering(const song::Track& track, song::ConstEventLink event) {
+    static song::ConstEventLink SkipToMattering(const song::Track& track,
+                                                song::ConstEventLink event) {
         while (event != track.cursor && !Matters(*event)) {
             event = event->next;
         }

@@ -22,7 +22,7 @@ public:
     constexpr explicit BasicEventLink(std::uint32_t unit) : unit_(unit) {}
     /// Whoever may write an event may also read it.
     template <typename Other>
-        requires std::same_as<const Other, Event>
+    requires std::same_as<const Other, Event>
     // NOLINTNEXTLINE(google-explicit-constructor): as with pointers
     constexpr BasicEventLink(BasicEventLink<Other> other) : unit_(other.Unit()) {}
 

@@ -30,11 +30,17 @@ EventLink Note(Song& song, int tick, int key) {
 
 // Ways to write events of a song: they exist for a song that may be changed and for no other.
 template <typename AnySong>
-concept WritesFields = requires(AnySong& song) { song.tracks[0].first->next->tick = 1; };
+concept WritesFields = requires(AnySong& song) {
+    song.tracks[0].first->next->tick = 1;
+};
 template <typename AnySong>
-concept WritesPayloads = requires(AnySong& song) { song.tracks[0].last->data.Bytes()[0] = 1; };
+concept WritesPayloads = requires(AnySong& song) {
+    song.tracks[0].last->data.Bytes()[0] = 1;
+};
 template <typename AnySong>
-concept TakesLinks = requires(AnySong& song, EventLink link) { link = song.tracks[0].cursor; };
+concept TakesLinks = requires(AnySong& song, EventLink link) {
+    link = song.tracks[0].cursor;
+};
 template <typename AnySong>
 concept TakesPointers = requires(AnySong& song, MidiEvent* event) {
     event = song.tracks[0].first.Get();

@@ -12,7 +12,7 @@ namespace tracksmith::instruments {
 /// Bank select MSB of the GM2 voices and of the GM2 drum kits (General MIDI 2, RP-024).
 inline constexpr std::uint8_t kGm2VoicesMsb = 121;
 inline constexpr std::uint8_t kGm2KitsMsb = 120;
-/// Bank select MSB of the XG drum kits and effect kits (XG specification 1.35).
+/// Bank select MSB of the XG drum kits and effect kits (XG 1.35).
 inline constexpr std::uint8_t kXgKitsMsb = 127;
 inline constexpr std::uint8_t kXgSfxKitsMsb = 126;
 
