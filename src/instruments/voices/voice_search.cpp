@@ -11,21 +11,6 @@ namespace {
 
 constexpr std::size_t kMostNumbers = 3;
 
-// In small letters; those of Latin-1 beyond ASCII are C3 80 to C3 9E in UTF-8, except C3 97.
-std::string Folded(std::string_view text) {
-    std::string out(text);
-    bool afterC3 = false;
-    for (char& c : out) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool latin = afterC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
-        if (latin || (byte >= 'A' && byte <= 'Z')) {
-            c = static_cast<char>(byte + 0x20);
-        }
-        afterC3 = byte == 0xC3;
-    }
-    return out;
-}
-
 // Length of the separator that the text begins with; 0 for none.
 std::size_t SeparatorLength(std::string_view text) {
     static constexpr auto kSeparators = std::to_array<std::string_view>({"/", "·", ".", ":", "-"});
@@ -63,12 +48,27 @@ bool Contains(std::string_view text, std::string_view word) {
 
 } // namespace
 
+// In small letters; those of Latin-1 beyond ASCII are C3 80 to C3 9E in UTF-8, except C3 97.
+std::string FoldedText(std::string_view text) {
+    std::string out(text);
+    bool afterC3 = false;
+    for (char& c : out) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool latin = afterC3 && byte >= 0x80 && byte <= 0x9E && byte != 0x97;
+        if (latin || (byte >= 'A' && byte <= 'Z')) {
+            c = static_cast<char>(byte + 0x20);
+        }
+        afterC3 = byte == 0xC3;
+    }
+    return out;
+}
+
 VoiceSearch::VoiceSearch(std::string_view text) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find(' '), text.size());
         if (end > 0) {
             const std::string_view word = text.substr(0, end);
-            words_.push_back({Folded(word), NumbersIn(word)});
+            words_.push_back({FoldedText(word), NumbersIn(word)});
         }
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -87,7 +87,7 @@ VoiceHit VoiceSearch::Match(const Voice& voice) const {
     if (words_.empty()) {
         return VoiceHit::Name;
     }
-    const std::string name = Folded(voice.name);
+    const std::string name = FoldedText(voice.name);
     std::string group;
     VoiceHit hit = VoiceHit::Name;
     for (const Word& word : words_) {
@@ -96,7 +96,7 @@ VoiceHit VoiceSearch::Match(const Voice& voice) const {
         }
         if (group.empty()) {
             // No word has a line feed, so none is found across the two.
-            group = Folded(std::string(voice.category).append(1, '\n').append(voice.family));
+            group = FoldedText(std::string(voice.category).append(1, '\n').append(voice.family));
         }
         if (!Contains(group, word.folded)) {
             return VoiceHit::None;

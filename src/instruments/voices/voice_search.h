@@ -19,6 +19,9 @@ enum class VoiceHit : std::uint8_t {
     Name
 };
 
+/// `text` in small letters, those of Latin script (Latin-1) too: what searches and sorting compare.
+std::string FoldedText(std::string_view text);
+
 /// A search for voices by what the user types: words separated by blanks, each of which must occur
 /// in name, category or family, or be a number. A number alone is the bank MSB, the LSB, or the
 /// program counted from 1; "8/34" is a bank and "8/34/1" a bank with its program, also with `·`,

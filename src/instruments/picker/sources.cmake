@@ -1,0 +1,17 @@
+set(SOURCES
+  drum_notes.cpp
+  drum_notes.h
+  patch_state.cpp
+  patch_state.h
+  picker_host.h
+  picker_lists.cpp
+  picker_lists.h
+  texts.h
+  voice_memory.cpp
+  voice_memory.h
+  voice_picker.cpp
+  voice_picker.h
+  voice_place.cpp
+  voice_place.h
+  write_voice.cpp
+  write_voice.h)
