@@ -78,6 +78,9 @@ def seeds():
         chunk(NOTE, tempo(90_000, 1), metre(0, 7, 3), END), EMPTY)
     yield "many_tempos", 0, midi_file(
         chunk(*(tempo(11, 200_000 + 7919 * i) for i in range(60)), END), chunk(NOTE, END))
+    yield "flooded_tick", 0, midi_file(
+        chunk(*(tempo(0, 300_000 + i) + metre(0, 1 + i % 9, 2) for i in range(200)), END),
+        *(chunk(NOTE, NOTE, END) for _ in range(3)))
     yield "short_meta_payloads", 0, midi_file(
         chunk(meta(0, 0x51, b"\x07"), meta(0, 0x58, b"\x03"), meta(0, 0x59), NOTE, END))
     yield "odd_metres", 0, midi_file(

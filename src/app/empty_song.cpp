@@ -22,12 +22,10 @@ constexpr std::array<std::uint8_t, 4> kEnd{0, 0xFF, song::kMetaEndOfTrack, 0};
 // Half a beat behind the start, so that resets before it have been carried out.
 constexpr std::array<std::uint8_t, 2> kVoiceDelta{0x81, 0x70};
 
-struct StartValue {
-    std::uint8_t controller;
-    std::uint8_t value;
-};
-constexpr auto kStartValues =
-    std::to_array<StartValue>({{0, 0}, {32, 0}, {7, 100}, {10, 64}, {11, 127}, {91, 40}, {93, 0}});
+// What a channel begins with; the program follows the bank.
+constexpr auto kStartControllers =
+    std::to_array({song::kBankMsb, song::kBankLsb, song::kVolume, song::kPan, song::kExpression,
+                   song::kReverbSend, song::kChorusSend});
 
 void Append(Bytes& bytes, std::span<const std::uint8_t> more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
@@ -57,10 +55,10 @@ Bytes ChannelTrack(std::uint8_t channel, Language language) {
     Bytes events;
     AppendName(events, texts::ChannelName(language, channel + 1));
     Append(events, kVoiceDelta);
-    for (const StartValue& start : kStartValues) {
+    for (const std::uint8_t controller : kStartControllers) {
         events.insert(events.end(), {static_cast<std::uint8_t>(song::kControlChange | channel),
-                                     start.controller, start.value, 0});
-        if (start.controller == 32) {
+                                     controller, song::NeutralController(controller), 0});
+        if (controller == song::kBankLsb) {
             events.insert(events.end(),
                           {static_cast<std::uint8_t>(song::kProgramChange | channel), 0, 0});
         }

@@ -92,7 +92,7 @@ std::string PreparationLine(const PreparationReport& report, Language language) 
 }
 
 std::vector<PreparationRow> PreparationRows(const PreparationReport& report,
-                                            const song::SongRecord& song, Language language) {
+                                            const song::TimeMap& song, Language language) {
     std::vector<PreparationRow> rows;
     for (const SysexNote& note : report.notes) {
         rows.push_back({std::string(NameOf(note.what).In(language)),

@@ -31,6 +31,6 @@ struct PreparationRow {
 
 /// The messages that the report has kept, in its order. `song` must have a time map.
 std::vector<PreparationRow> PreparationRows(const instruments::PreparationReport& report,
-                                            const song::SongRecord& song, Language language);
+                                            const song::TimeMap& song, Language language);
 
 } // namespace tracksmith::app

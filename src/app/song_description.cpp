@@ -2,45 +2,53 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
 
+#include "song/channel_state.h"
 #include "song/song_position.h"
+#include "song/track_walk.h"
 
 namespace tracksmith::app {
 namespace {
 
-constexpr std::uint8_t kBankSelectMsb = 0;
-constexpr std::uint8_t kBankSelectLsb = 32;
-
-struct ChannelState {
-    SongDescription::ChannelLine line;
+struct ChannelCount {
+    std::int64_t notes = 0;
     bool used = false;
 };
 
-using Channels = std::array<ChannelState, 16>;
+using Channels = std::array<ChannelCount, song::kMidiChannels>;
 
-void TakeFirst(std::optional<std::uint8_t>& value, std::uint8_t found) {
-    if (!value) {
-        value = found;
+/// Program changes and bank selects of every track.
+struct VoiceEvents : song::EveryEvent {
+    static bool Wants(const song::MidiEvent& event) {
+        return event.Command() == song::kProgramChange ||
+               (event.Command() == song::kControlChange &&
+                (event.data1 == song::kBankMsb || event.data1 == song::kBankLsb));
     }
+};
+
+std::optional<std::uint8_t> ValueOf(const song::Setting& setting) {
+    return setting.Known() ? std::optional(static_cast<std::uint8_t>(setting.value)) : std::nullopt;
 }
 
 // The bank in force at a channel's first program change belongs to it; later ones do not.
-void CountChannelMessage(const song::MidiEvent& event, Channels& channels) {
-    ChannelState& state = channels[event.Channel()];
-    state.used = true;
-    if (event.IsNoteOn()) {
-        ++state.line.notes;
-    } else if (event.Command() == song::kProgramChange) {
-        TakeFirst(state.line.program, event.data1);
-    } else if (event.Command() == song::kControlChange && !state.line.program) {
-        if (event.data1 == kBankSelectMsb) {
-            state.line.bankMsb = event.data2;
-        } else if (event.data1 == kBankSelectLsb) {
-            state.line.bankLsb = event.data2;
+void DescribeVoices(const song::Song& song, std::span<SongDescription::ChannelLine> lines) {
+    std::array<song::ChannelControls, song::kMidiChannels> first;
+    song::TrackWalk<song::TickOrder, VoiceEvents> walk(song);
+    while (const song::MidiEvent* event = walk.Take()) {
+        song::ChannelControls& controls = first[event->Channel()];
+        if (!controls.program.Known()) {
+            controls.Take(song::LinkTo(*event));
         }
+    }
+    for (SongDescription::ChannelLine& line : lines) {
+        const song::ChannelControls& controls = first[line.channel];
+        line.program = ValueOf(controls.program);
+        line.bankMsb = ValueOf(controls.controllers[song::kBankMsb]);
+        line.bankLsb = ValueOf(controls.controllers[song::kBankLsb]);
     }
 }
 
@@ -66,7 +74,9 @@ void CountSysex(const song::MidiEvent& event, SongDescription& description) {
 void CountEvent(const song::MidiEvent& event, SongDescription& description,
                 SongDescription::TrackLine& line, Channels& channels) {
     if (event.IsChannelMessage()) {
-        CountChannelMessage(event, channels);
+        ChannelCount& channel = channels[event.Channel()];
+        channel.used = true;
+        channel.notes += event.IsNoteOn() ? 1 : 0;
         line.notes += event.IsNoteOn() ? 1 : 0;
     } else if (event.status == song::kSystemExclusive) {
         CountSysex(event, description);
@@ -140,11 +150,12 @@ SongDescription DescribeSong(const session::Workspace& workspace) {
         description.keySignatures += static_cast<std::int64_t>(keys.size());
     }
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        channels[i].line.channel = static_cast<std::uint8_t>(i);
         if (channels[i].used) {
-            description.channels.push_back(channels[i].line);
+            description.channels.push_back(
+                {.channel = static_cast<std::uint8_t>(i), .notes = channels[i].notes});
         }
     }
+    DescribeVoices(song, description.channels);
     if (song.timeZoneCount > 0) {
         description.lengthPosition = song::SongPositionToMTC(song, song.songLength);
         DescribeTimeMap(song, description);

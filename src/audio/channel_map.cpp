@@ -2,15 +2,10 @@
 
 #include <utility>
 
+#include "song/midi_numbers.h"
+
 namespace tracksmith::audio {
 namespace {
-
-constexpr std::uint8_t kDrumChannel = 9;
-constexpr std::uint8_t kGm2Drums = 120;
-constexpr std::uint8_t kGm2Melody = 121;
-constexpr std::uint8_t kXgSfxVoices = 64;
-constexpr std::uint8_t kXgSfxKits = 126;
-constexpr std::uint8_t kXgDrums = 127;
 
 // Banks and kits come in families of eight whose first member stands for the others.
 constexpr int FamilyHead(int number) {
@@ -20,9 +15,9 @@ constexpr int FamilyHead(int number) {
 std::uint8_t BankMsbAfterReset(SynthMode mode, bool drum) {
     switch (mode) {
         case SynthMode::Gm2:
-            return drum ? kGm2Drums : kGm2Melody;
+            return drum ? song::kGm2DrumBank : song::kGm2MelodyBank;
         case SynthMode::Xg:
-            return drum ? kXgDrums : std::uint8_t{0};
+            return drum ? song::kXgDrumBank : std::uint8_t{0};
         default:
             return 0;
     }
@@ -39,7 +34,7 @@ void ChannelMap::Reset(SynthMode mode) {
     for (std::size_t channel = 0; channel < channels_.size(); ++channel) {
         ChannelState& state = channels_[channel];
         state = {};
-        state.voice.drum = channel == kDrumChannel;
+        state.voice.drum = channel == song::kDrumChannel;
         state.bankMsb = BankMsbAfterReset(mode, state.voice.drum);
         Resolve(state, 0);
     }
@@ -74,10 +69,11 @@ const ChannelVoice& ChannelMap::SetRhythmPart(RhythmPart part) {
 /// In GM2 and XG the bank select decides, in GM and GS the part keeps what it is.
 bool ChannelMap::IsDrum(const ChannelState& state) const {
     if (mode_ == SynthMode::Xg) {
-        return state.bankMsb == kXgDrums || state.bankMsb == kXgSfxKits;
+        return state.bankMsb == song::kXgDrumBank || state.bankMsb == song::kXgEffectKitBank;
     }
-    if (mode_ == SynthMode::Gm2 && (state.bankMsb == kGm2Drums || state.bankMsb == kGm2Melody)) {
-        return state.bankMsb == kGm2Drums;
+    if (mode_ == SynthMode::Gm2 &&
+        (state.bankMsb == song::kGm2DrumBank || state.bankMsb == song::kGm2MelodyBank)) {
+        return state.bankMsb == song::kGm2DrumBank;
     }
     return state.voice.drum;
 }
@@ -89,10 +85,10 @@ int ChannelMap::MelodyBank(const ChannelState& state) const {
         case SynthMode::Gs:
             return state.bankMsb;
         case SynthMode::Gm2:
-            return state.bankMsb == kGm2Melody ? state.bankLsb : -1;
+            return state.bankMsb == song::kGm2MelodyBank ? state.bankLsb : -1;
         case SynthMode::Xg:
-            if (state.bankMsb == kXgSfxVoices) {
-                return kXgSfxVoices;
+            if (state.bankMsb == song::kXgEffectVoiceBank) {
+                return song::kXgEffectVoiceBank;
             }
             return state.bankMsb == 0 ? state.bankLsb : -1;
         default:
@@ -104,7 +100,7 @@ int ChannelMap::MelodyBank(const ChannelState& state) const {
 std::vector<ChannelMap::Preset> ChannelMap::Candidates(const ChannelState& state,
                                                        int program) const {
     if (state.voice.drum) {
-        const bool effects = mode_ == SynthMode::Xg && state.bankMsb == kXgSfxKits;
+        const bool effects = mode_ == SynthMode::Xg && state.bankMsb == song::kXgEffectKitBank;
         return {{effects ? -1 : kDrumBank, program},
                 {kDrumBank, program},
                 {kDrumBank, FamilyHead(program)},

@@ -7,10 +7,11 @@
 
 #include "audio/audio_error.h"
 #include "audio/limiter.h"
-#include "audio/song_events.h"
 #include "audio/soundfont.h"
 #include "audio/synth_adapter.h"
 #include "audio/texts.h"
+
+#include "song/track_walk.h"
 
 namespace tracksmith::audio {
 namespace {
@@ -21,6 +22,16 @@ using Block = std::array<float, std::size_t{2} * kBlockFrames>;
 constexpr float kSilence = 1.0F / 65'536.0F;
 constexpr std::int64_t kProgressFrames = 4'410;
 
+/// What is heard of a song.
+struct Audible {
+    static bool Enters(const song::Track& track) { return track.ignored == 0 && track.muted == 0; }
+    static bool Wants(const song::MidiEvent& event) {
+        return event.length > 0 &&
+               (event.IsChannelMessage() || event.status == song::kSystemExclusive);
+    }
+    static song::ConstEventLink EndOf(const song::Track& /*track*/) { return {}; }
+};
+
 /// One run of RenderSong.
 class Rendering {
 public:
@@ -28,7 +39,8 @@ public:
         : options_(options),
           progress_(progress),
           totalMs_(std::max<std::int64_t>(song.lengthMs, 0)),
-          events_(song),
+          song_(song),
+          walk_(song),
           synth_(FindSoundfont(options.soundfont), options.sampleRate, options.gain),
           adapter_(synth_) {}
 
@@ -43,7 +55,7 @@ public:
 
 private:
     void PlaySong(WavWriter& writer) {
-        while (!result_.cancelled && (events_.Peek() != nullptr || FrameOf(totalMs_) > frames_)) {
+        while (!result_.cancelled && (walk_.Peek() != nullptr || FrameOf(totalMs_) > frames_)) {
             SendDue();
             RenderBlock(writer);
         }
@@ -61,16 +73,20 @@ private:
     /// First frame at or behind `ms`, so that nothing sounds early.
     std::int64_t FrameOf(std::int64_t ms) const { return (ms * options_.sampleRate + 999) / 1'000; }
 
+    std::int64_t DueMs(const song::MidiEvent& event) const {
+        return song::DueMs(song_.tracks[walk_.NextTrack()], event);
+    }
+
     void SendDue() {
-        const song::MidiEvent* event = events_.Peek();
-        while (event != nullptr && FrameOf(event->timeMs) <= frames_) {
+        const song::MidiEvent* event = walk_.Peek();
+        while (event != nullptr && FrameOf(DueMs(*event)) <= frames_) {
             if (event->status == song::kSystemExclusive) {
                 adapter_.SendSysex(event->Payload());
             } else {
                 adapter_.SendShort(event->status, event->data1, event->data2);
             }
-            events_.Advance();
-            event = events_.Peek();
+            walk_.Take();
+            event = walk_.Peek();
         }
     }
 
@@ -104,7 +120,8 @@ private:
     const RenderOptions& options_;
     const RenderProgress& progress_;
     std::int64_t totalMs_;
-    SongEvents events_;
+    const song::Song& song_;
+    song::TrackWalk<song::DueOrder, Audible> walk_;
     SoftSynth synth_;
     SynthAdapter adapter_;
     RenderResult result_;

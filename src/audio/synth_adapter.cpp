@@ -1,14 +1,9 @@
 #include "audio/synth_adapter.h"
 
+#include "song/midi_numbers.h"
+
 namespace tracksmith::audio {
 namespace {
-
-constexpr std::uint8_t kChannels = 16;
-constexpr std::uint8_t kBankMsb = 0;
-constexpr std::uint8_t kBankLsb = 32;
-constexpr std::uint8_t kSustain = 64;
-constexpr std::uint8_t kSostenuto = 66;
-constexpr std::uint8_t kFirstModeMessage = 124; // omni off, omni on, mono, poly
 
 std::span<const std::uint8_t> WithoutFrame(std::span<const std::uint8_t> message) {
     if (!message.empty() && message.front() == 0xF0) {
@@ -62,11 +57,11 @@ void SynthAdapter::SendShort(std::uint8_t status, std::uint8_t data1, std::uint8
 }
 
 void SynthAdapter::SendController(std::uint8_t channel, std::uint8_t number, std::uint8_t value) {
-    if (number == kBankMsb) {
+    if (number == song::kBankMsb) {
         map_.SelectBankMsb(channel, value);
-    } else if (number == kBankLsb) {
+    } else if (number == song::kBankLsb) {
         map_.SelectBankLsb(channel, value);
-    } else if (number >= kFirstModeMessage) {
+    } else if (number >= song::kOmniOff) {
         // The synthesizer would regroup its channels; on a multi-part instrument only the notes
         // end.
         fluid_synth_all_notes_off(synth_.Get(), channel);
@@ -91,15 +86,15 @@ void SynthAdapter::SendSysex(std::span<const std::uint8_t> message) {
 void SynthAdapter::Reset(SynthMode mode) {
     fluid_synth_system_reset(synth_.Get());
     map_.Reset(mode);
-    for (std::uint8_t channel = 0; channel < kChannels; ++channel) {
+    for (std::uint8_t channel = 0; channel < song::kMidiChannels; ++channel) {
         Apply(channel);
     }
 }
 
 void SynthAdapter::ReleaseAll() {
-    for (std::uint8_t channel = 0; channel < kChannels; ++channel) {
-        fluid_synth_cc(synth_.Get(), channel, kSustain, 0);
-        fluid_synth_cc(synth_.Get(), channel, kSostenuto, 0);
+    for (std::uint8_t channel = 0; channel < song::kMidiChannels; ++channel) {
+        fluid_synth_cc(synth_.Get(), channel, song::kSustain, 0);
+        fluid_synth_cc(synth_.Get(), channel, song::kSostenuto, 0);
         fluid_synth_all_notes_off(synth_.Get(), channel);
     }
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "player/chase.h"
-#include "player/tempo_change.h"
 #include "song/song_position.h"
+#include "song/time_map.h"
 
 namespace tracksmith::player {
 
@@ -33,7 +33,7 @@ void Dispatcher::SendFirst() noexcept {
     sender_.Send(track, event);
     track.cursor = event->next;
     if (track.cursor) {
-        queue_.ReplaceFirst(DueMs(track, *track.cursor));
+        queue_.ReplaceFirst(song::DueOrder::KeyOf(*track.cursor, track, queue_.First().track));
     } else {
         queue_.RemoveFirst();
     }
@@ -43,6 +43,9 @@ void Dispatcher::JumpToLoopStart() noexcept {
     sender_.SilenceAll();
     for (song::Track& track : song_.tracks) {
         track.cursor = track.loopCursor;
+    }
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        inEffect_.Set(channel, loopStart_[channel]);
     }
     position_.MoveTo(loop_.startMs * 1000);
     FillQueue();
@@ -64,7 +67,7 @@ void Dispatcher::FillQueue() noexcept {
     for (std::size_t index = 0; index < song_.tracks.size(); ++index) {
         const song::Track& track = song_.tracks[index];
         if (track.cursor && track.ignored == 0) {
-            queue_.Add({DueMs(track, *track.cursor), static_cast<std::uint32_t>(index)});
+            queue_.Add(song::DueOrder::KeyOf(*track.cursor, track, index));
         }
     }
 }
@@ -75,7 +78,7 @@ void Dispatcher::CursorsMoved() {
 }
 
 void Dispatcher::TimesChanged() noexcept {
-    songEndTime_ = LargestTime(song_);
+    songEndTime_ = song::LargestTime(song_);
     if (song_.timeZoneCount > 0) {
         loop_.startMs = song::TickToMs(song_, loop_.startTick);
         loop_.endMs = song::TickToMs(song_, loop_.endTick);
@@ -88,6 +91,10 @@ void Dispatcher::SetLoop(bool on, std::int32_t startTick, std::int32_t endTick) 
     TimesChanged();
     for (song::Track& track : song_.tracks) {
         track.loopCursor = FirstDue(track, loop_.startMs);
+    }
+    if (loop_.on) {
+        const ChaseMemory memory = CollectChase(song_, &song::Track::loopCursor);
+        std::copy(memory.channels.begin(), memory.channels.end(), loopStart_.begin());
     }
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
+#include "player/channels_in_effect.h"
 #include "player/due_queue.h"
 #include "player/event_sender.h"
 #include "player/play_position.h"
@@ -35,8 +37,9 @@ struct PlayLoop {
 /// while no pass runs.
 class Dispatcher {
 public:
-    Dispatcher(song::Song& song, PlayPosition& position, EventSender& sender)
-        : song_(song), position_(position), sender_(sender) {}
+    Dispatcher(song::Song& song, PlayPosition& position, EventSender& sender,
+               ChannelsInEffect& inEffect)
+        : song_(song), position_(position), sender_(sender), inEffect_(inEffect) {}
 
     /// Sends all events that are due now. Returns the moment on the stopwatch (microseconds) when
     /// something is to be done next, or kSongOver. Ends early when the thread's passes are
@@ -48,7 +51,8 @@ public:
     /// Takes over that event times have changed, loop included. Allocates nothing.
     void TimesChanged() noexcept;
 
-    /// Sets the loop, its ends in any order, and finds its events.
+    /// Sets the loop, its ends in any order, and finds its events and what is in effect at its
+    /// start. Throws std::bad_alloc.
     void SetLoop(bool on, std::int32_t startTick, std::int32_t endTick);
     const PlayLoop& Loop() const { return loop_; }
     /// Largest event time in milliseconds.
@@ -65,8 +69,11 @@ private:
     song::Song& song_;
     PlayPosition& position_;
     EventSender& sender_;
+    ChannelsInEffect& inEffect_;
     DueQueue queue_;
     PlayLoop loop_;
+    // What is in effect at the loop's start.
+    std::array<song::ChannelControls, kChannels> loopStart_;
     std::int64_t songEndTime_ = 0;
 };
 

@@ -7,7 +7,7 @@ namespace tracksmith::player {
 namespace {
 
 bool Later(const DueQueue::Entry& a, const DueQueue::Entry& b) {
-    return a.dueMs != b.dueMs ? a.dueMs > b.dueMs : a.track > b.track;
+    return a > b;
 }
 
 } // namespace
@@ -17,8 +17,8 @@ void DueQueue::Add(Entry entry) {
     std::push_heap(entries_.begin(), entries_.end(), Later);
 }
 
-void DueQueue::ReplaceFirst(std::int64_t dueMs) {
-    entries_.front().dueMs = dueMs;
+void DueQueue::ReplaceFirst(Entry entry) {
+    entries_.front() = entry;
     Sink();
 }
 

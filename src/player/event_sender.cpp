@@ -37,8 +37,8 @@ void EventSender::SendChannelEvent(song::Track& track, song::EventLink event) no
     const std::uint8_t data1 = song::ReadShared(event->data1) & 0x7F;
     const std::uint8_t data2 = song::ReadShared(event->data2) & 0x7F;
     const bool trackAudible = song::ReadShared(track.muted) == 0;
-    if (command == song::kControlChange && trackAudible) {
-        controllers_.Set(channel, data1, event);
+    if (command >= song::kControlChange && trackAudible) {
+        inEffect_.Take(event);
     }
     const bool audible = trackAudible && routing_.Audible(channel);
     if (IsNote(command)) {
@@ -80,8 +80,8 @@ bool EventSender::SendChannel(std::size_t channel, std::uint8_t command, std::ui
 }
 
 void EventSender::Silence(std::size_t channel) noexcept {
-    SendChannel(channel, song::kControlChange, kAllSoundOff, 0);
-    SendChannel(channel, song::kControlChange, kAllNotesOff, 0);
+    SendChannel(channel, song::kControlChange, song::kAllSoundOff, 0);
+    SendChannel(channel, song::kControlChange, song::kAllNotesOff, 0);
     activity_.Clear(channel);
 }
 

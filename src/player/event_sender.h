@@ -5,8 +5,7 @@
 #include <cstdint>
 
 #include "player/channel_activity.h"
-#include "player/controller_numbers.h"
-#include "player/controllers_in_effect.h"
+#include "player/channels_in_effect.h"
 #include "player/drum_notes.h"
 #include "player/output_ports.h"
 #include "player/routing.h"
@@ -19,8 +18,8 @@ namespace tracksmith::player {
 class EventSender {
 public:
     EventSender(const Routing& routing, const OutputPorts& ports, ChannelActivity& activity,
-                ControllersInEffect& controllers)
-        : routing_(routing), ports_(ports), activity_(activity), controllers_(controllers) {}
+                ChannelsInEffect& inEffect)
+        : routing_(routing), ports_(ports), activity_(activity), inEffect_(inEffect) {}
 
     /// Sends what is to be sent of an event that is due. Playback thread.
     void Send(song::Track& track, song::EventLink event) noexcept;
@@ -50,7 +49,7 @@ private:
     const Routing& routing_;
     const OutputPorts& ports_;
     ChannelActivity& activity_;
-    ControllersInEffect& controllers_;
+    ChannelsInEffect& inEffect_;
     DrumNotes drumNotes_;
     std::atomic<bool> suppressSysex_ = false;
 };

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "midi/port_name.h"
-#include "player/controller_numbers.h"
 #include "player/routing.h"
 #include "song/midi_event.h"
 
@@ -152,8 +151,8 @@ bool OutputPorts::SendSysex(std::size_t port, std::uint8_t status,
 void OutputPorts::Silence(std::size_t port) const noexcept {
     for (unsigned channel = 0; channel < kChannels; ++channel) {
         const auto status = static_cast<std::uint8_t>(song::kControlChange | channel);
-        SendShort(port, status, kAllSoundOff, 0);
-        SendShort(port, status, kAllNotesOff, 0);
+        SendShort(port, status, song::kAllSoundOff, 0);
+        SendShort(port, status, song::kAllNotesOff, 0);
     }
 }
 

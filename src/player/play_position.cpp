@@ -5,7 +5,7 @@
 namespace tracksmith::player {
 
 PlayPosition::PlayPosition(const Stopwatch& stopwatch)
-    : stopwatch_(stopwatch), map_(std::make_shared<TimeMap>()) {}
+    : stopwatch_(stopwatch), map_(std::make_shared<song::TimeMap>()) {}
 
 std::int64_t PlayPosition::UsLocked() const {
     return running_ ? stopwatch_.ElapsedUs() - startOffsetUs_ : restingUs_;
@@ -16,7 +16,7 @@ std::int64_t PlayPosition::Us() const {
     return UsLocked();
 }
 
-std::shared_ptr<const TimeMap> PlayPosition::Map() const {
+std::shared_ptr<const song::TimeMap> PlayPosition::Map() const {
     const std::lock_guard lock(mutex_);
     return map_;
 }
@@ -56,7 +56,7 @@ void PlayPosition::MoveTo(std::int64_t us) {
     MoveLocked(us);
 }
 
-void PlayPosition::MoveTo(std::int64_t us, std::shared_ptr<const TimeMap>& map) {
+void PlayPosition::MoveTo(std::int64_t us, std::shared_ptr<const song::TimeMap>& map) {
     const std::lock_guard lock(mutex_);
     MoveLocked(us);
     std::swap(map_, map);

@@ -5,20 +5,17 @@
 #include <mutex>
 
 #include "player/stopwatch.h"
-#include "song/song.h"
+#include "song/time_map_record.h"
 
 namespace tracksmith::player {
 
-/// Tempo, metre and length of a song at one moment: its record without tracks. Never changed once
-/// made.
-using TimeMap = song::SongRecord;
-
-/// Where the music is, with the time map by which it must be read.
+/// Where the music is, with the time map by which it must be read. A map is never changed once it
+/// is here.
 struct PlayPlace {
     /// Position in whole milliseconds and in microseconds.
     std::int64_t ms = 0;
     std::int64_t us = 0;
-    std::shared_ptr<const TimeMap> map;
+    std::shared_ptr<const song::TimeMap> map;
 };
 
 /// The play position. While it runs, it is the stopwatch's time less an offset. Any thread; the
@@ -32,7 +29,7 @@ public:
     /// Whole milliseconds from the song's start, rounded down.
     std::int64_t Ms() const { return Us() / 1000; }
     /// The time map in force; never null.
-    std::shared_ptr<const TimeMap> Map() const;
+    std::shared_ptr<const song::TimeMap> Map() const;
     /// Position and map that belong together.
     PlayPlace Place() const;
     /// The stopwatch's time (microseconds) at which `positionMs` is reached; only while it runs.
@@ -45,7 +42,7 @@ public:
     void MoveTo(std::int64_t us);
     /// Moves it and puts another map in force; `map` then holds the former one, so that its memory
     /// is not released here.
-    void MoveTo(std::int64_t us, std::shared_ptr<const TimeMap>& map);
+    void MoveTo(std::int64_t us, std::shared_ptr<const song::TimeMap>& map);
 
 private:
     std::int64_t UsLocked() const;
@@ -56,7 +53,7 @@ private:
     bool running_ = false;
     std::int64_t restingUs_ = 0;
     std::int64_t startOffsetUs_ = 0; // stopwatch less position, while running
-    std::shared_ptr<const TimeMap> map_;
+    std::shared_ptr<const song::TimeMap> map_;
 };
 
 } // namespace tracksmith::player

@@ -13,6 +13,10 @@ namespace {
 // How long a tempo change may wait for the pass that carries it out.
 constexpr std::chrono::milliseconds kTempoPatience{500};
 
+std::shared_ptr<const song::TimeMap> MapOf(song::TimeMap map) {
+    return std::make_shared<const song::TimeMap>(std::move(map));
+}
+
 } // namespace
 
 TMidiPlayer::TMidiPlayer(song::Song& song, std::unique_ptr<Stopwatch> stopwatch)
@@ -22,8 +26,8 @@ TMidiPlayer::TMidiPlayer(song::Song& song, std::unique_ptr<Stopwatch> stopwatch)
       poster_(std::make_unique<system::MessagePoster>(
           [this](std::uint32_t notice) { OnNotice(notice); })),
       ports_(*stopwatch_, [this] { poster_->Post(PortTrouble); }),
-      sender_(routing_, ports_, activity_, controllers_),
-      dispatcher_(song, position_, sender_),
+      sender_(routing_, ports_, activity_, inEffect_),
+      dispatcher_(song, position_, sender_, inEffect_),
       thread_(*stopwatch_, [this] { return PlayMidiData(); }) {}
 
 TMidiPlayer::~TMidiPlayer() {
@@ -70,7 +74,7 @@ void TMidiPlayer::SendLocalControl() noexcept {
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
         const std::size_t port = routing_.Port(channel);
         if (port < ports_.Count() && !ports_.At(port).SoftwareInstrument()) {
-            sender_.SendChannel(channel, song::kControlChange, kLocalControl, 127);
+            sender_.SendChannel(channel, song::kControlChange, song::kLocalControl, 127);
         }
     }
 }
@@ -105,12 +109,12 @@ void TMidiPlayer::TakeSongOver(bool edited) {
     if (tempoOffset_ != 0) {
         // Tempos that stand in no event, and new events, are at the file's tempo now.
         tempoEvents_.Rewrite(tempoOffset_);
-        RetimeSong(song_, *MovedTimeMap(*TimeMapOf(song_), tempoOffset_));
+        song::RetimeSong(song_, song::MovedTimeMap(song_, tempoOffset_));
     }
     const PlayLoop loop = dispatcher_.Loop();
     dispatcher_.SetLoop(loop.on, loop.startTick, loop.endTick);
     const std::int64_t us = std::min(position_.Us(), dispatcher_.SongEndTime() * 1000);
-    std::shared_ptr<const TimeMap> map = TimeMapOf(song_);
+    std::shared_ptr<const song::TimeMap> map = MapOf(song_);
     position_.MoveTo(us, map);
     FindCursors(us);
 }
@@ -170,9 +174,7 @@ void TMidiPlayer::FindCursors(std::int64_t us) {
     dispatcher_.CursorsMoved();
     const ChaseMemory memory = CollectChase(song_);
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        for (std::size_t controller = 0; controller < 128; ++controller) {
-            controllers_.Set(channel, controller, memory.channels[channel].events[controller]);
-        }
+        inEffect_.Set(channel, memory.channels[channel]);
     }
 }
 
@@ -215,7 +217,7 @@ void TMidiPlayer::SetTempoOffset(std::int32_t bpm) {
         return;
     }
     tempoOffset_ = bpm;
-    tempoRequest_.Put(MovedTimeMap(*position_.Map(), bpm), bpm);
+    tempoRequest_.Put(MapOf(song::MovedTimeMap(*position_.Map(), bpm)), bpm);
     stopwatch_->Wake();
     if (Playing() && tempoRequest_.WaitUntilDone(kTempoPatience)) {
         return;
@@ -237,18 +239,18 @@ void TMidiPlayer::TakeTempoAsFile() {
 }
 
 void TMidiPlayer::TakeTempo() {
-    tempoRequest_.Take([this](std::shared_ptr<const TimeMap>& map, std::int32_t offset) {
+    tempoRequest_.Take([this](std::shared_ptr<const song::TimeMap>& map, std::int32_t offset) {
         ApplyTempo(map, offset);
     });
 }
 
 // The position goes on by the old map until all is done, so that no time is lost.
-void TMidiPlayer::ApplyTempo(std::shared_ptr<const TimeMap>& map, std::int32_t offset) {
+void TMidiPlayer::ApplyTempo(std::shared_ptr<const song::TimeMap>& map, std::int32_t offset) {
     tempoEvents_.Rewrite(offset);
-    RetimeSong(song_, *map);
+    song::RetimeSong(song_, *map);
     dispatcher_.TimesChanged();
-    const std::shared_ptr<const TimeMap> before = position_.Map();
-    position_.MoveTo(SamePlace(*before, *map, position_.Us()), map);
+    const std::shared_ptr<const song::TimeMap> before = position_.Map();
+    position_.MoveTo(song::SamePlace(*before, *map, position_.Us()), map);
 }
 
 void TMidiPlayer::SetLoop(std::int32_t startTick, std::int32_t endTick) {

@@ -16,7 +16,7 @@
 #include "midi/midi_driver.h"
 #include "midi/midi_input.h"
 #include "player/channel_activity.h"
-#include "player/controllers_in_effect.h"
+#include "player/channels_in_effect.h"
 #include "player/dispatch.h"
 #include "player/event_sender.h"
 #include "player/midi_thru.h"
@@ -25,8 +25,8 @@
 #include "player/player_thread.h"
 #include "player/routing.h"
 #include "player/stopwatch.h"
-#include "player/tempo_change.h"
 #include "player/tempo_request.h"
+#include "song/practice_tempo.h"
 #include "song/song.h"
 
 namespace tracksmith::player {
@@ -62,7 +62,7 @@ struct InputDevice {
 /// the position, the activity, the mute state and the routing may be called from any thread. The
 /// song may be changed in structure only while the player is stopped, and the player must be told
 /// by RebuildAfterEdit; while it plays, the owner's thread may write data bytes of events through
-/// WriteShared.
+/// song::WriteShared.
 class TMidiPlayer {
 public:
     /// A player for `song`, which must outlive it. `stopwatch` is the system's clock unless a test
@@ -140,7 +140,7 @@ public:
     void SetRoute(std::size_t channel, std::size_t port, std::uint8_t target);
     const Routing& Routes() const { return routing_; }
     const ChannelActivity& Activity() const { return activity_; }
-    const ControllersInEffect& Controllers() const { return controllers_; }
+    const ChannelsInEffect& InEffect() const { return inEffect_; }
     /// Lets the level meters fall by one step.
     void UpdateRMS() { activity_.LetLevelsFall(); }
 
@@ -192,7 +192,7 @@ private:
     void EndSound() noexcept;
     void SendLocalControl() noexcept;
     void TakeTempo();
-    void ApplyTempo(std::shared_ptr<const TimeMap>& map, std::int32_t offset);
+    void ApplyTempo(std::shared_ptr<const song::TimeMap>& map, std::int32_t offset);
     void OnNotice(std::uint32_t notice);
     void TellTrouble();
     void TraceMIDIProc(std::string_view text) const;
@@ -211,12 +211,12 @@ private:
     PlayPosition position_;
     Routing routing_;
     ChannelActivity activity_;
-    ControllersInEffect controllers_;
+    ChannelsInEffect inEffect_;
     std::unique_ptr<system::MessagePoster> poster_;
     OutputPorts ports_;
     EventSender sender_;
     Dispatcher dispatcher_;
-    TempoEvents tempoEvents_;
+    song::TempoEvents tempoEvents_;
     TempoRequest tempoRequest_;
     std::int32_t tempoOffset_ = 0;
     std::atomic<bool> playing_ = false;

@@ -37,6 +37,7 @@ void TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
         return;
     }
     song::WriteShared(song_.tracks[track].muted, on ? 1 : 0);
+    dispatcher_.SetLoop(Loop().on, Loop().startTick, Loop().endTick);
     if (on) {
         for (const HeldNote& note : HeldNotes(song_.tracks[track])) {
             sender_.EndNote(note.channel, note.key);
@@ -96,7 +97,7 @@ void TMidiPlayer::Panic() {
     for (std::size_t port = 0; port < ports_.Count(); ++port) {
         for (unsigned channel = 0; channel < kChannels; ++channel) {
             const auto status = static_cast<std::uint8_t>(song::kControlChange | channel);
-            ports_.SendShort(port, status, kSustain, 0);
+            ports_.SendShort(port, status, song::kSustain, 0);
         }
         ports_.Silence(port);
     }

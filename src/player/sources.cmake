@@ -1,12 +1,12 @@
 set(SOURCES
   channel_activity.cpp
   channel_activity.h
+  channels_in_effect.cpp
+  channels_in_effect.h
   chase.cpp
   chase.h
   chase_messages.cpp
   chase_messages.h
-  controller_numbers.h
-  controllers_in_effect.h
   dispatch.cpp
   dispatch.h
   drum_notes.h
@@ -35,8 +35,6 @@ set(SOURCES
   routing.h
   stopwatch.cpp
   stopwatch.h
-  tempo_change.cpp
-  tempo_change.h
   tempo_request.cpp
   tempo_request.h
   texts.h)

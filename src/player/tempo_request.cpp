@@ -4,7 +4,7 @@
 
 namespace tracksmith::player {
 
-void TempoRequest::Put(std::shared_ptr<const TimeMap> map, std::int32_t offset) {
+void TempoRequest::Put(std::shared_ptr<const song::TimeMap> map, std::int32_t offset) {
     const std::lock_guard lock(mutex_);
     std::swap(map_, map);
     offset_ = offset;

@@ -7,7 +7,7 @@
 #include <memory>
 #include <mutex>
 
-#include "player/play_position.h"
+#include "song/time_map_record.h"
 
 namespace tracksmith::player {
 
@@ -16,7 +16,7 @@ namespace tracksmith::player {
 class TempoRequest {
 public:
     /// Owner's thread: leaves a request, instead of one that was not taken yet.
-    void Put(std::shared_ptr<const TimeMap> map, std::int32_t offset);
+    void Put(std::shared_ptr<const song::TimeMap> map, std::int32_t offset);
     /// Owner's thread: waits until the request has been carried out. False when it was not within
     /// `patience`.
     bool WaitUntilDone(std::chrono::milliseconds patience);
@@ -39,7 +39,7 @@ private:
     std::atomic<bool> tempoChanged_ = false;
     std::mutex mutex_;
     std::condition_variable done_;
-    std::shared_ptr<const TimeMap> map_;
+    std::shared_ptr<const song::TimeMap> map_;
     std::int32_t offset_ = 0;
 };
 

@@ -46,6 +46,14 @@ using EventLink = BasicEventLink<MidiEvent>;
 /// Link through which the event is only read; what walks over a const song gets these.
 using ConstEventLink = BasicEventLink<const MidiEvent>;
 
+/// The link to an event in the arena.
+template <typename Event>
+BasicEventLink<Event> LinkTo(Event& event) {
+    const auto* place = reinterpret_cast<const std::byte*>(&event);
+    return BasicEventLink<Event>(static_cast<std::uint32_t>(
+        static_cast<std::size_t>(place - EventArena::Base()) / kLinkUnit));
+}
+
 constexpr bool operator==(ConstEventLink a, ConstEventLink b) {
     return a.Unit() == b.Unit();
 }

@@ -1,37 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
+#include <type_traits>
 
 #include "song/event_link.h"
+#include "song/midi_numbers.h"
 
 namespace tracksmith::song {
-
-/// Status bytes and meta types of MIDI 1.0 and of Standard MIDI Files 1.0 (RP-001).
-inline constexpr std::uint8_t kNoteOff = 0x80;
-inline constexpr std::uint8_t kNoteOn = 0x90;
-inline constexpr std::uint8_t kPolyPressure = 0xA0;
-inline constexpr std::uint8_t kControlChange = 0xB0;
-inline constexpr std::uint8_t kProgramChange = 0xC0;
-inline constexpr std::uint8_t kChannelPressure = 0xD0;
-inline constexpr std::uint8_t kPitchBend = 0xE0;
-inline constexpr std::uint8_t kSystemExclusive = 0xF0;
-inline constexpr std::uint8_t kEscape = 0xF7;
-inline constexpr std::uint8_t kMeta = 0xFF;
-
-inline constexpr std::uint8_t kMetaSequenceNumber = 0x00;
-inline constexpr std::uint8_t kMetaText = 0x01;
-inline constexpr std::uint8_t kMetaTrackName = 0x03;
-inline constexpr std::uint8_t kMetaLyric = 0x05;
-inline constexpr std::uint8_t kMetaMarker = 0x06;
-inline constexpr std::uint8_t kMetaChannelPrefix = 0x20;
-inline constexpr std::uint8_t kMetaPort = 0x21;
-inline constexpr std::uint8_t kMetaEndOfTrack = 0x2F;
-inline constexpr std::uint8_t kMetaTempo = 0x51;
-inline constexpr std::uint8_t kMetaSmpteOffset = 0x54;
-inline constexpr std::uint8_t kMetaTimeSignature = 0x58;
-inline constexpr std::uint8_t kMetaKeySignature = 0x59;
-inline constexpr std::uint8_t kMetaSequencerSpecific = 0x7F;
-inline constexpr std::uint8_t kNoMeta = 0xFF;
 
 /// How an event holds its bytes.
 inline constexpr std::uint8_t kShortMessage = 1;

@@ -8,7 +8,7 @@
 #include "song/chunk_writer.h"
 #include "song/prefetch.h"
 #include "song/texts.h"
-#include "song/track_merger.h"
+#include "song/track_walk.h"
 
 namespace tracksmith::song {
 namespace {
@@ -40,13 +40,14 @@ void PutMerged(ByteWriter& file, const Song& song, const EncodeOptions& options)
     ChunkWriter::Cursor cursor = writer.Begin();
     bool portWritten = false;
     const MidiEvent* end = nullptr;
-    TrackMerger(song).ForEach([&](const MidiEvent& event) {
-        if (event.IsMeta(kMetaEndOfTrack)) {
-            end = &event;
-        } else if (!IsPortEvent(event) || !std::exchange(portWritten, true)) {
-            writer.Write(cursor, event);
+    TrackWalk<TickOrder> walk(song);
+    while (const MidiEvent* event = walk.Take()) {
+        if (event->IsMeta(kMetaEndOfTrack)) {
+            end = event;
+        } else if (!IsPortEvent(*event) || !std::exchange(portWritten, true)) {
+            writer.Write(cursor, *event);
         }
-    });
+    }
     if (end == nullptr) {
         throw CodingFault{};
     }

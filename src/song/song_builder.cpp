@@ -202,8 +202,12 @@ void SongBuilder::AddClockChange(std::int32_t tick, std::int32_t tempo) {
     if (split_) {
         return;
     }
+    const bool timesFit = tick == clock_.LastChange();
     clock_.AddChange(tick, tempo);
     const std::int32_t ms = clock_.MsAt(tick);
+    if (timesFit) {
+        return; // of many changes at one tick only the first walks back
+    }
     for (EventLink event = track_->last; event && event->tick == tick; event = event->prev) {
         event->timeMs = ms;
     }

@@ -1,5 +1,7 @@
 set(SOURCES
   byte_writer.h
+  channel_state.cpp
+  channel_state.h
   chunk_writer.cpp
   chunk_writer.h
   check_song.cpp
@@ -24,9 +26,14 @@ set(SOURCES
   midi_file_reader.h
   midi_file_writer.cpp
   midi_file_writer.h
+  midi_numbers.h
   note_overview.cpp
   note_overview.h
+  parameter_list.cpp
+  parameter_list.h
   poison.h
+  practice_tempo.cpp
+  practice_tempo.h
   prefetch.h
   reader_fault.cpp
   reader_fault.h
@@ -46,4 +53,6 @@ set(SOURCES
   texts.h
   time_map.cpp
   time_map.h
-  track_merger.h)
+  time_map_record.h
+  time_zones.cpp
+  track_walk.h)

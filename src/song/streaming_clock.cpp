@@ -1,6 +1,7 @@
 #include "song/streaming_clock.h"
 
-#include "song/song.h"
+#include <algorithm>
+
 #include "song/time_map.h"
 
 namespace tracksmith::song {
@@ -20,6 +21,18 @@ void StreamingClock::AddChange(std::int32_t tick, std::int32_t tempo) {
     changes_.push_back(
         {tick, tempo == 0 ? last.msPerTick : MsPerTick(tempo, division_), RoundMs(sumMs_)});
     Enter(changes_.size() - 1);
+}
+
+// Mostly the next change is the one; a track that begins behind many changes must not pass them
+// one by one.
+void StreamingClock::EnterForward(std::int32_t tick) {
+    Enter(current_ + 1);
+    if (tick >= nextTick_) {
+        const auto behind = std::upper_bound(
+            changes_.begin() + static_cast<std::ptrdiff_t>(current_), changes_.end(), tick,
+            [](std::int32_t at, const Change& change) { return at < change.tick; });
+        Enter(static_cast<std::size_t>(behind - changes_.begin()) - 1);
+    }
 }
 
 void StreamingClock::Enter(std::size_t index) {

@@ -25,10 +25,9 @@ public:
 
     /// Clock time of `tick` in milliseconds; ticks never fall within a track.
     std::int32_t MsAt(std::int32_t tick) {
-        while (tick >= nextTick_)
-            [[unlikely]] {
-                Enter(current_ + 1);
-            }
+        if (tick >= nextTick_) [[unlikely]] {
+            EnterForward(tick);
+        }
         return MsBehind(startMs_, msPerTick_, tick - tick_);
     }
 
@@ -43,6 +42,7 @@ private:
     };
 
     void Enter(std::size_t index);
+    void EnterForward(std::int32_t tick);
 
     std::int32_t division_;
     std::vector<Change> changes_;

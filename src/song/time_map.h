@@ -17,17 +17,20 @@ void CompleteTempoTimeSign(Song& song);
 /// Puts default entries in front of the two lists where needed, turns halves into quarters
 /// (2/2 becomes 4/4), merges the lists into `timeZones` and computes every zone's position and the
 /// song-end fields.
-void SetTimeZones(Song& song);
+void SetTimeZones(TimeMap& map);
 
 /// Recomputes the positions of the existing zones and the song-end fields, for when only the song's
 /// length has changed.
-void UpdateTimeZones(Song& song);
+void UpdateTimeZones(TimeMap& map);
 
 /// Recomputes `timeMs` of every event from the zones: one walk over each track.
 void SetTimePositions(Song& song);
 
 /// ReloadTempoTimeSign, SetTimeZones and SetTimePositions: for editors after a change.
 void UpdateTimeZoneData(Song& song);
+
+/// The largest event time of the song in milliseconds.
+std::int64_t LargestTime(const Song& song);
 
 /// Milliseconds per tick at `tempo` microseconds per quarter note (0 counts as 500,000).
 float MsPerTick(std::int32_t tempo, std::int32_t division);

@@ -24,6 +24,7 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
                                               .Track(TrackBuilder()
                                                          .Text(0, 3, "Gr\xF6\xDF\x65\n")
                                                          .Tempo(960, 400'000)
+                                                         .Short(0, 0xB3, 0, 7) // too late
                                                          .Metre(0, 6, 3)
                                                          .Meta(0, 0x59, {1, 0})
                                                          .Text(0, 5, "la")
@@ -31,7 +32,6 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
                                                          .End())
                                               .Track(TrackBuilder()
                                                          .Text(0, 3, "zel_ignore")
-                                                         .Short(0, 0xB3, 0, 8)
                                                          .Short(0, 0xB3, 32, 9)
                                                          .Program(0, 3, 10)
                                                          .Short(0, 0xB3, 0, 1)
@@ -46,7 +46,7 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
     EXPECT_EQ(song.lyrics, 1);
     EXPECT_EQ(song.sysex, 1);
     EXPECT_EQ(song.keySignatures, 1);
-    EXPECT_EQ(song.events, 8 + 11);
+    EXPECT_EQ(song.events, 9 + 10);
     EXPECT_EQ(song.songLength, 3850);
     EXPECT_EQ(song.lengthPosition, "003.03.010");
     EXPECT_EQ(song.lengthText, "303010");
@@ -57,7 +57,7 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
     EXPECT_EQ(song.tracks[1].notes, 2);
     ASSERT_EQ(song.channels.size(), 2U);
     EXPECT_EQ(song.channels[0].channel, 3);
-    EXPECT_EQ(song.channels[0].bankMsb, 8);
+    EXPECT_EQ(song.channels[0].bankMsb, std::nullopt);
     EXPECT_EQ(song.channels[0].bankLsb, 9);
     EXPECT_EQ(song.channels[0].program, 10);
     EXPECT_EQ(song.channels[0].notes, 1);

@@ -66,10 +66,18 @@ INSTANTIATE_TEST_SUITE_P(
                       ChaseCase{"ResetControllers",
                                 TrackBuilder()
                                     .Short(0, 0xB0, 7, 100)
+                                    .Short(0, 0xB0, 11, 50)
                                     .Short(0, 0xB0, 64, 127)
-                                    .Short(0, 0xE0, 0, 100)
-                                    .Short(1, 0xB0, 121, 0),
-                                "B00764 B04000 E00040"},
+                                    .Short(0, 0xB0, 84, 60)
+                                    .Short(0, 0xB0, 101, 0)
+                                    .Short(0, 0xB0, 100, 0)
+                                    .Short(0, 0xB0, 6, 12)
+                                    .Short(0, 0xE0, 1, 100)
+                                    .Raw(0, {0xD0, 9})
+                                    .Short(1, 0xB0, 121, 0)
+                                    .Short(0, 0xB0, 6, 3),
+                                "B00764 B00B7F B04000 B06500 B06400 B0060C B0657F B0647F E00040 "
+                                "D000"},
                       ChaseCase{"SetUpBeforeTheFirstNote",
                                 TrackBuilder()
                                     .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
@@ -126,7 +134,7 @@ TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
     Load(MillisecondFile().Track(
         TrackBuilder().Short(0, 0xB3, 7, 1).Short(500, 0xB3, 7, 2).Short(500, 0xB3, 7, 3).End()));
     const auto inEffect = [&] {
-        const song::EventLink event = player->Controllers().Event(3, 7);
+        const song::EventLink event = player->InEffect().Controller(3, 7).event;
         return event ? event->data2 : 0;
     };
     EXPECT_EQ(inEffect(), 0);

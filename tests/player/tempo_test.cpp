@@ -24,33 +24,6 @@ Bytes TwoTempos(std::uint32_t first, std::uint32_t second) {
         .Build();
 }
 
-struct OffsetCase {
-    std::uint32_t fileTempo;
-    std::int32_t offset;
-    std::int32_t tempo;
-};
-
-class OffsetTest : public PlayerFixture, public ::testing::WithParamInterface<OffsetCase> {};
-
-TEST_P(OffsetTest, MovesTemposWithinTheLimits) {
-    Load(TwoTempos(GetParam().fileTempo, 500'000));
-    player->SetTempoOffset(GetParam().offset);
-    const song::Song& song = decoded->song;
-    EXPECT_EQ(song.tempos[0].tempo, GetParam().tempo);
-    EXPECT_EQ(song.timeZones[0].tempo, GetParam().tempo);
-    EXPECT_EQ(song.tempos[0].fileTempo, static_cast<std::int32_t>(GetParam().fileTempo));
-    EXPECT_EQ(song::TempoEntryOf(*song.tracks[0].first->next).tempo, GetParam().tempo);
-}
-
-INSTANTIATE_TEST_SUITE_P(Offsets, OffsetTest,
-                         ::testing::Values(OffsetCase{500'000, 30, 400'000},
-                                           OffsetCase{500'000, -20, 600'000},
-                                           OffsetCase{500'000, -96, 2'400'000},
-                                           OffsetCase{500'000, -2'000'000'000, 2'400'000},
-                                           OffsetCase{500'000, 2'000'000'000, 916},
-                                           OffsetCase{15'000'000, 1, 2'400'000},
-                                           OffsetCase{517'241, 0, 517'241}));
-
 class RetimeTest : public PlayerFixture, public ::testing::WithParamInterface<unsigned> {};
 
 // However often the tempo is moved while playing, every event has the time that the song's tempo

@@ -158,7 +158,7 @@ TEST(ThreadTest, StressFromTheOwnersThread) {
                 player.SetLooping(dice.Roll(2) == 0);
                 break;
             case 9:
-                if (const song::EventLink event = player.Controllers().Event(channel, 7)) {
+                if (const song::EventLink event = player.InEffect().Controller(channel, 7).event) {
                     song::WriteShared(event->data2, static_cast<std::uint8_t>(dice.Roll(128)));
                     player.SendChannel(channel, 0xB0, 7, 1);
                 }

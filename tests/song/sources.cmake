@@ -1,9 +1,12 @@
 set(SOURCES
+  channel_state_test.cpp
   event_chain_test.cpp
   note_overview_test.cpp
+  practice_tempo_test.cpp
   reader_errors_test.cpp
   reader_events_test.cpp
   reader_split_test.cpp
   song_position_test.cpp
   time_map_test.cpp
+  track_walk_test.cpp
   writer_test.cpp)

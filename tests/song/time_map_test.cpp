@@ -250,6 +250,33 @@ std::vector<std::int32_t> Times(const Song& song) {
     return times;
 }
 
+// Neither changes that crowd at one tick nor tracks that begin behind many changes may cost more
+// than their number: squared, these would take minutes.
+TEST(TimeMap, FloodsOfChangesAreLoadedAndTimed) {
+    TrackBuilder conductor;
+    for (std::uint32_t i = 0; i < 100'000; ++i) {
+        conductor.Tempo(i == 0 ? 5 : 0, 300'000 + i).Metre(0, 1 + static_cast<int>(i % 9), 2);
+    }
+    for (std::uint32_t i = 0; i < 100'000; ++i) {
+        conductor.Tempo(1, 300'000 + i);
+    }
+    MidiFileBuilder file;
+    file.Track(conductor.End());
+    const Bytes late = TrackBuilder().Note(150'000, 0, 60, 1).End().Chunk();
+    for (int i = 0; i < 20'000; ++i) {
+        file.Loose(late);
+    }
+    DecodedSong decoded(file.Promise(20'001).Build());
+    Song& song = decoded.song;
+    EXPECT_TRUE(decoded.result.timesAreSet);
+    const std::int32_t loaded = song.tracks[20'000].last->prev->timeMs;
+    decoded.Timed();
+    EXPECT_EQ(song.timeZoneCount, 200'002);
+    EXPECT_EQ(song.tracks[20'000].last->prev->timeMs, loaded);
+    EXPECT_EQ(TickToMs(song, 150'000), loaded);
+    EXPECT_EQ(song.tracks[0].first->next->timeMs, 5);
+}
+
 struct LoadRow {
     const char* name;
     int format;

@@ -70,6 +70,22 @@ TEST(Writer, RunningStatusLeavesOutEqualStatusOnly) {
               "0006");
 }
 
+// Each length of a delta time at its ends, behind running status and without it.
+TEST(Writer, DeltaTimesOfEveryLengthAreWrittenAsTheyWereRead) {
+    TrackBuilder track;
+    for (const std::uint64_t delta :
+         {0, 1, 127, 128, 8191, 8192, 16'383, 16'384, 16'385, 2'097'151, 2'097'152, 268'435'455}) {
+        track.Note(delta, 0, 60, 1).Program(delta, 1, 5).Note(0, 0, 61, 1).Note(delta, 0, 62, 1);
+    }
+    const Bytes chunk = TrackBuilder(track).End(10).Chunk();
+    DecodedSong decoded(MidiFileBuilder().Track(track.End(10)).Build());
+    EXPECT_EQ(Hex(ChunkOf(EncodeFormat1(decoded.song, {}, decoded.host))),
+              Hex(kPort) + Hex(std::span(chunk).subspan(8)));
+    const std::string ticks = decoded.List(0);
+    DecodedSong again(EncodeFormat1(decoded.song, Running(), decoded.host));
+    EXPECT_EQ(again.List(0), ticks);
+}
+
 TEST(Writer, MetaAndSysexEndRunningStatus) {
     const TrackBuilder track = TrackBuilder()
                                    .Note(0, 0, 60, 1)

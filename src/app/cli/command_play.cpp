@@ -25,9 +25,8 @@ struct PlayArguments {
 /// The arguments as a plan for one song; nothing when they do not fit it, which is logged.
 class PlanMaker {
 public:
-    PlanMaker(const CliContext& context, const PlayArguments& arguments,
-              const song::SongRecord& song)
-        : context_(context), arguments_(arguments), song_(song) {}
+    PlanMaker(const CliContext& context, const PlayArguments& arguments, const song::TimeMap& map)
+        : context_(context), arguments_(arguments), map_(map) {}
 
     std::optional<PlayPlan> Make() const {
         PlayPlan plan;
@@ -39,18 +38,18 @@ public:
 private:
     bool SetRange(PlayPlan& plan) const {
         const std::optional<std::int32_t> from = Tick("--from", arguments_.from, 0);
-        const std::optional<std::int32_t> to = Tick("--to", arguments_.to, song_.songLength);
+        const std::optional<std::int32_t> to = Tick("--to", arguments_.to, map_.songLength);
         if (!from || !to) {
             return false;
         }
-        if (*from >= song_.songLength) {
+        if (*from >= map_.songLength) {
             return Refuse("--from", texts::kBehindEnd);
         }
         if (*from >= *to) {
             return Refuse("--to", texts::kNotBehindStart);
         }
         plan.fromTick = *from;
-        if (*to < song_.songLength) {
+        if (*to < map_.songLength) {
             plan.toTick = to;
         }
         return true;
@@ -58,7 +57,7 @@ private:
 
     bool SetTempo(PlayPlan& plan) const {
         const std::optional<TempoWish> wish = ParseTempo(arguments_.tempo);
-        const std::optional<std::int32_t> offset = TempoOffset(song_, wish.value_or(TempoWish()));
+        const std::optional<std::int32_t> offset = TempoOffset(map_, wish.value_or(TempoWish()));
         plan.tempoOffset = offset.value_or(0);
         return offset || Refuse("--tempo", texts::kTempoOutOfRange);
     }
@@ -68,7 +67,7 @@ private:
         if (text.empty()) {
             return usual;
         }
-        const std::optional<std::int32_t> tick = TickOfPlace(song_, *ParsePlace(text));
+        const std::optional<std::int32_t> tick = TickOfPlace(map_, *ParsePlace(text));
         if (!tick) {
             Refuse(option, texts::kNoSuchPlace);
         }
@@ -83,7 +82,7 @@ private:
 
     const CliContext& context_;
     const PlayArguments& arguments_;
-    const song::SongRecord& song_;
+    const song::TimeMap& map_;
 };
 
 int PlayInput(CliContext& context, const PlayArguments& arguments, const InputFile& input,

@@ -46,7 +46,7 @@ private:
 
 /// Where the music is: "012.03.005  1:23/3:45  124 BPM".
 std::string PositionText(const player::PlayPlace& place) {
-    const song::SongRecord& map = *place.map;
+    const song::TimeMap& map = *place.map;
     const auto tick = static_cast<std::int32_t>(song::MsToTick(map, place.ms));
     const song::TimeZoneEntry& zone = map.timeZones[song::ZoneOfTick(map, tick)];
     const std::int64_t ms = std::min<std::int64_t>(place.ms, map.lengthMs);
@@ -152,7 +152,7 @@ private:
             });
         }
         Player().SetTempoOffset(plan.tempoOffset);
-        const std::shared_ptr<const player::TimeMap> map = Player().Place().map;
+        const std::shared_ptr<const song::TimeMap> map = Player().Place().map;
         if (plan.loop) {
             Player().SetLoop(plan.fromTick, end);
             Player().SetLooping(true);

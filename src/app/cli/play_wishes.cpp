@@ -4,9 +4,8 @@
 #include <array>
 #include <charconv>
 
-#include "player/tempo_change.h"
+#include "song/practice_tempo.h"
 #include "song/song_position.h"
-#include "song/time_map.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -20,8 +19,8 @@ std::optional<std::int32_t> ParseNumber(std::string_view text) {
     return whole ? std::optional(value) : std::nullopt;
 }
 
-SongPlace PlaceOfTick(const song::SongRecord& song, std::int32_t tick) {
-    const song::MeasureBeatTick place = song::GetMeasureBeatFromSongPos(song, tick);
+SongPlace PlaceOfTick(const song::TimeMap& map, std::int32_t tick) {
+    const song::MeasureBeatTick place = song::GetMeasureBeatFromSongPos(map, tick);
     return {static_cast<std::int32_t>(place.measure), static_cast<std::int32_t>(place.beat),
             static_cast<std::int32_t>(place.tick)};
 }
@@ -45,13 +44,13 @@ std::optional<SongPlace> ParsePlace(std::string_view text) {
     return place.measure >= 1 && place.beat >= 1 ? std::optional(place) : std::nullopt;
 }
 
-std::optional<std::int32_t> TickOfPlace(const song::SongRecord& song, const SongPlace& place) {
-    if (place >= PlaceOfTick(song, song.songLength)) {
-        return song.songLength;
+std::optional<std::int32_t> TickOfPlace(const song::TimeMap& map, const SongPlace& place) {
+    if (place >= PlaceOfTick(map, map.songLength)) {
+        return map.songLength;
     }
-    const std::int32_t tick = song::MTCToSongPosition(song, place.measure, place.beat, place.tick);
+    const std::int32_t tick = song::MTCToSongPosition(map, place.measure, place.beat, place.tick);
     // A beat too many would be one of the next measure.
-    return tick >= 0 && PlaceOfTick(song, tick) == place ? std::optional(tick) : std::nullopt;
+    return tick >= 0 && PlaceOfTick(map, tick) == place ? std::optional(tick) : std::nullopt;
 }
 
 std::optional<TempoWish> ParseTempo(std::string_view text) {
@@ -73,19 +72,16 @@ std::optional<TempoWish> ParseTempo(std::string_view text) {
     return wish;
 }
 
-std::optional<std::int32_t> TempoOffset(const song::SongRecord& song, const TempoWish& wish) {
-    const std::int64_t first =
-        song::BpmOfTempo(song.tempos.empty() ? song::kDefaultTempo : song.tempos[0].tempo);
-    std::int64_t offset = wish.value;
-    if (wish.kind == TempoWish::Kind::Absolute) {
-        offset -= first;
+std::optional<std::int32_t> TempoOffset(const song::TimeMap& map, const TempoWish& wish) {
+    const std::int64_t file = song::FileBpmAt(map, 0);
+    std::int64_t wanted = wish.value;
+    if (wish.kind == TempoWish::Kind::Offset) {
+        wanted += file;
     } else if (wish.kind == TempoWish::Kind::PerCent) {
-        offset = (first * wish.value + 50) / 100 - first;
+        wanted = song::BpmOfPercent(map, 0, wish.value);
     }
-    const std::int64_t wanted = first + offset;
-    const bool playable =
-        offset == 0 || (wanted >= player::kSlowestBpm && wanted <= player::kFastestBpm);
-    return playable ? std::optional(static_cast<std::int32_t>(offset)) : std::nullopt;
+    const std::int32_t offset = song::TempoOffsetForBpm(map, 0, wanted);
+    return file + offset == wanted ? std::optional(offset) : std::nullopt;
 }
 
 } // namespace tracksmith::cli

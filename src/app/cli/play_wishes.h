@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "song/song.h"
+#include "song/time_map_record.h"
 
 /// What the user asks of playing, as typed on the command line.
 namespace tracksmith::cli {
@@ -24,7 +24,7 @@ std::optional<SongPlace> ParsePlace(std::string_view text);
 
 /// The tick of a place; the song's length for a place at its end or behind, nothing when the
 /// measure has no such beat or tick.
-std::optional<std::int32_t> TickOfPlace(const song::SongRecord& song, const SongPlace& place);
+std::optional<std::int32_t> TickOfPlace(const song::TimeMap& map, const SongPlace& place);
 
 /// A tempo relative to the song's first one.
 struct TempoWish {
@@ -40,6 +40,6 @@ std::optional<TempoWish> ParseTempo(std::string_view text);
 
 /// By how many quarter notes per minute the tempos of a song change; nothing when its first tempo
 /// would become slower or faster than the player plays.
-std::optional<std::int32_t> TempoOffset(const song::SongRecord& song, const TempoWish& wish);
+std::optional<std::int32_t> TempoOffset(const song::TimeMap& map, const TempoWish& wish);
 
 } // namespace tracksmith::cli

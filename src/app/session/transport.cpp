@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "app/session/texts.h"
+#include "song/practice_tempo.h"
 #include "song/song_position.h"
-#include "song/time_map.h"
 
 namespace tracksmith::session {
 
@@ -146,11 +146,13 @@ void Transport::SetTempoOffset(std::int32_t offset) {
 }
 
 void Transport::SetBpm(std::int32_t bpm) {
-    SetTempoOffset(std::clamp(bpm, player::kSlowestBpm, player::kFastestBpm) - FileBpm());
+    SetTempoOffset(song::TempoOffsetForBpm(*Map(), Tick(), bpm));
 }
 
 void Transport::SetTempoPercent(std::int32_t percent) {
-    SetBpm(static_cast<std::int32_t>((std::int64_t{FileBpm()} * percent + 50) / 100));
+    const auto map = Map();
+    SetTempoOffset(
+        song::TempoOffsetForBpm(*map, Tick(), song::BpmOfPercent(*map, Tick(), percent)));
 }
 
 void Transport::ResetTempo() {
@@ -158,22 +160,11 @@ void Transport::ResetTempo() {
 }
 
 std::int32_t Transport::Bpm() const {
-    const auto map = Map();
-    return map->timeZones.empty() ? 120 : map->timeZones[song::ZoneOfTick(*map, Tick())].bpm;
-}
-
-std::int32_t Transport::FileBpm() const {
-    const auto map = Map();
-    const std::int32_t here = Tick();
-    std::int32_t tempo = song::kDefaultTempo;
-    for (const song::TempoEntry& entry : map->tempos) {
-        tempo = entry.tick >= 0 && entry.tick <= here ? entry.fileTempo : tempo;
-    }
-    return std::max<std::int32_t>(song::BpmOfTempo(tempo), 1);
+    return song::BpmAt(*Map(), Tick());
 }
 
 std::int32_t Transport::TempoPercent() const {
-    return (Bpm() * 100 + FileBpm() / 2) / FileBpm();
+    return song::TempoPercentAt(*Map(), Tick());
 }
 
 void Transport::TakeTempoAsFile() {

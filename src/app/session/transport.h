@@ -50,7 +50,7 @@ public:
     /// The current place in ticks and milliseconds, and the time map that it is read by.
     std::int32_t Tick() const;
     std::int64_t Ms() const { return player_.Position(); }
-    std::shared_ptr<const player::TimeMap> Map() const { return player_.Place().map; }
+    std::shared_ptr<const song::TimeMap> Map() const { return player_.Place().map; }
 
     /// Loop ends in ticks.
     struct LoopRange {
@@ -92,7 +92,6 @@ public:
     void CheckPorts() { player_.CheckPorts(); }
 
 private:
-    std::int32_t FileBpm() const;
     void SetTempoOffset(std::int32_t offset);
     void MoveToMs(std::int64_t ms, std::int32_t tick);
     void OnPlaying(bool playing);

@@ -6,7 +6,6 @@ namespace tracksmith::instruments {
 namespace {
 
 constexpr std::int32_t kUsualTrack = 10;
-constexpr std::uint8_t kDrumChannel = 9;
 
 std::int32_t IndexOf(const song::Song& song, std::vector<song::Track>::const_iterator track) {
     return track == song.tracks.end()
@@ -16,7 +15,7 @@ std::int32_t IndexOf(const song::Song& song, std::vector<song::Track>::const_ite
 
 std::int32_t DrumTrack(const song::Song& song) {
     return IndexOf(song, std::ranges::find_if(song.tracks, [](const song::Track& track) {
-                       return track.ignored == 0 && track.channel == kDrumChannel;
+                       return track.ignored == 0 && track.channel == song::kDrumChannel;
                    }));
 }
 

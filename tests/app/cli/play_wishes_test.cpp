@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/cli/port_choice.h"
+#include "song/time_map.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -18,9 +19,9 @@ TEST(PlayWishesTest, Places) {
 }
 
 TEST(PlayWishesTest, Tempos) {
-    song::SongRecord song;
-    song.tempos.resize(2);
-    song.tempos[0].tempo = 600'000; // 100 BPM
+    song::TimeMap song;
+    song.tempos = {{.fileTempo = 600'000, .tick = 0}}; // 100 BPM
+    song::SetTimeZones(song);
     const auto offset = [&](const char* text) { return TempoOffset(song, *ParseTempo(text)); };
     EXPECT_EQ(offset("+5"), 5);
     EXPECT_EQ(offset("-5"), -5);

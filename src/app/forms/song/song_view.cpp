@@ -30,7 +30,7 @@ QString ClockPair(std::int64_t ms, std::int64_t lengthMs) {
            ToQString(song::ClockText(lengthMs));
 }
 
-PositionDisplay::Place PlaceAt(const song::SongRecord& map, std::int32_t tick, std::int64_t notes,
+PositionDisplay::Place PlaceAt(const song::TimeMap& map, std::int32_t tick, std::int64_t notes,
                                Language language) {
     const song::TimeZoneEntry& zone = map.timeZones[song::ZoneOfTick(map, tick)];
     return {ToQString(song::SongPositionToMTC(map, tick)),

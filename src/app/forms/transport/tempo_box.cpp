@@ -11,12 +11,11 @@
 
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "song/practice_tempo.h"
 
 namespace tracksmith::forms {
 namespace {
 
-constexpr int kSlowest = 25;
-constexpr int kFastest = 65'535;
 constexpr int kMostPercent = 1'000;
 
 // Shows a value that the user has not just set. A number that is being typed stays.
@@ -37,7 +36,7 @@ TempoBox::TempoBox(SessionSignals& session, QWidget* parent)
       bpm_(new QSpinBox),
       percent_(new QSpinBox) {
     bpm_->setObjectName(QStringLiteral("E_Tempo"));
-    bpm_->setRange(kSlowest, kFastest);
+    bpm_->setRange(song::kSlowestBpm, song::kFastestBpm);
     bpm_->setKeyboardTracking(false);
     bpm_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000 BPM")) + 4 * Gap());
     bpm_->setSuffix(QStringLiteral(" BPM"));

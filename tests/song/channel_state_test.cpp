@@ -1,0 +1,128 @@
+#include "song/channel_state.h"
+
+#include <gtest/gtest.h>
+#include <map>
+
+#include "support/song_assert.h"
+
+namespace tracksmith::song {
+namespace {
+
+using namespace test;
+
+/// What the events of the first track have set.
+ChannelState StateBehind(const DecodedSong& decoded) {
+    ChannelState state;
+    for (ConstEventLink event = decoded.song.tracks[0].first; event; event = event->next) {
+        state.Take(event);
+    }
+    return state;
+}
+
+std::string Text(const Setting& setting) {
+    return !setting.Known() ? "-"
+           : setting.event
+               ? std::to_string(setting.value) + "@" + std::to_string(setting.event->tick)
+               : std::to_string(setting.value) + "@reset";
+}
+
+TEST(ChannelState, KnowsTheValuesAndTheEventsThatSetThem) {
+    DecodedSong decoded(MidiFileBuilder()
+                            .Track(TrackBuilder()
+                                       .Short(1, 0xB0, 0, 8)
+                                       .Program(1, 0, 30)
+                                       .Short(1, 0xB0, 0, 9)
+                                       .Short(1, 0xE0, 0x7F, 0x7F)
+                                       .Raw(1, {0xD0, 5})
+                                       .Short(1, 0xB0, 11, 0x80 | 50)
+                                       .Note(1, 0, 60, 1)
+                                       .Short(1, 0xA0, 60, 9)
+                                       .Short(1, 0xB0, 11, 70)
+                                       .Short(1, 0xB0, 97, 1)
+                                       .Short(1, 0xB0, 123, 0)
+                                       .Meta(1, 0x51, {7, 0xA1, 0x20})
+                                       .End())
+                            .Build());
+    decoded.song.tracks[0].last->prev->prev->prev->prev->length = 0; // a removed expression
+    const ChannelState state = StateBehind(decoded);
+    EXPECT_EQ(Text(state.program), "30@2");
+    EXPECT_EQ(Text(state.programBankMsb), "8@1");
+    EXPECT_EQ(Text(state.programBankLsb), "-");
+    EXPECT_EQ(Text(state.controllers[kBankMsb]), "9@3");
+    EXPECT_EQ(Text(state.bend), "16383@4");
+    EXPECT_EQ(Text(state.pressure), "5@5");
+    EXPECT_EQ(Text(state.controllers[kExpression]), "50@6");
+    EXPECT_EQ(Text(state.controllers[kDataDecrement]), "-");
+    EXPECT_EQ(Text(state.controllers[kAllNotesOff]), "-");
+}
+
+// RP-015 names what Reset All Controllers puts back; what was never set stays so.
+TEST(ChannelState, ResetAllControllersPutsBackWhatThePracticeNames) {
+    TrackBuilder track;
+    for (int controller = 0; controller < 120; ++controller) {
+        track.Short(controller == 0 ? 1 : 0, 0xB0, controller, 33);
+    }
+    track.Short(0, 0xE0, 1, 2).Raw(0, {0xD0, 5}).Program(0, 0, 7).Short(1, 0xB0, 121, 0);
+    const DecodedSong decoded(MidiFileBuilder().Track(track.End()).Build());
+    const ChannelState state = StateBehind(decoded);
+    std::map<int, int> putBack;
+    for (std::uint8_t controller = 0; controller < 120; ++controller) {
+        const Setting& setting = state.controllers.at(controller);
+        if (setting.Known() && !setting.event) {
+            putBack[controller] = setting.value;
+        } else if (setting.Known()) {
+            EXPECT_EQ(Text(setting), "33@1") << int{controller};
+        }
+    }
+    EXPECT_EQ(putBack, (std::map<int, int>{{1, 0},
+                                           {11, 127},
+                                           {64, 0},
+                                           {65, 0},
+                                           {66, 0},
+                                           {67, 0},
+                                           {98, 127},
+                                           {99, 127},
+                                           {100, 127},
+                                           {101, 127}}));
+    EXPECT_EQ(Text(state.bend), "8192@reset");
+    EXPECT_EQ(Text(state.pressure), "0@reset");
+    EXPECT_EQ(Text(state.program), "7@1");
+    EXPECT_FALSE(state.Selected().Selects());
+    const DecodedSong alone(MidiFileBuilder().Track(TrackBuilder().Short(0, 0xB0, 121, 0)).Build());
+    EXPECT_EQ(Text(StateBehind(alone).controllers[kExpression]), "-");
+    EXPECT_EQ(Text(StateBehind(alone).bend), "-");
+}
+
+// However often and in whatever order parameters are entered, they are listed by their last entry.
+TEST(ParameterList, ListsByTheLastEntry) {
+    Dice dice(5);
+    ParameterList list;
+    std::vector<ParameterSetting> expected;
+    for (int i = 0; i < 3000; ++i) {
+        const ParameterNumber number{dice.Roll(2) == 0, static_cast<std::uint8_t>(dice.Roll(5)),
+                                     static_cast<std::uint8_t>(dice.Roll(5))};
+        const bool msb = dice.Roll(2) == 0;
+        const Setting value{static_cast<std::uint16_t>(dice.Roll(128)), {}};
+        list.Enter(number, msb, value);
+        ParameterSetting entry{number, {}, {}};
+        std::erase_if(expected, [&](const ParameterSetting& known) {
+            entry = known.number == number ? known : entry;
+            return known.number == number;
+        });
+        (msb ? entry.dataMsb : entry.dataLsb) = value;
+        expected.push_back(entry);
+        ASSERT_EQ(list.Find(number)->dataMsb, entry.dataMsb) << i;
+    }
+    std::size_t place = 0;
+    list.ForEach([&](const ParameterSetting& entry) {
+        ASSERT_LT(place, expected.size());
+        EXPECT_EQ(entry.number, expected[place].number);
+        EXPECT_EQ(entry.dataLsb, expected[place].dataLsb);
+        ++place;
+    });
+    EXPECT_EQ(place, expected.size());
+    EXPECT_EQ(list.Find({true, 9, 9}), nullptr);
+}
+
+} // namespace
+} // namespace tracksmith::song
