@@ -152,7 +152,7 @@ SongDescription DescribeSong(const session::Workspace& workspace) {
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (channels[i].used) {
             description.channels.push_back(
-                {.channel = static_cast<std::uint8_t>(i), .notes = channels[i].notes});
+                {static_cast<std::uint8_t>(i), channels[i].notes, {}, {}, {}});
         }
     }
     DescribeVoices(song, description.channels);

@@ -22,15 +22,20 @@ struct NotesOfOpenTracks {
     static ConstEventLink EndOf(const Track& track) { return track.cursor; }
 };
 
-// Chain by chain and then sorted: what a walk gives must be the same.
+// Chain by chain and then sorted: what a walk gives must be the same. Events stay behind those that
+// stand before them in their chain, as End of Track behind meta events of a later tick.
 template <typename Choice, typename Place>
 std::vector<const MidiEvent*> Expected(const Song& song, Place place) {
     std::vector<Seen> seen;
     for (const Track& track : song.tracks) {
+        std::int64_t latest = std::numeric_limits<std::int64_t>::min();
+        std::int32_t latestTick = 0;
         for (ConstEventLink event = track.first;
              Choice::Enters(track) && event != Choice::EndOf(track); event = event->next) {
             if (Choice::Wants(*event)) {
-                seen.push_back({place(track, *event), event->tick, event.Get()});
+                latest = std::max(latest, std::int64_t{place(track, *event)});
+                latestTick = std::max(latestTick, event->tick);
+                seen.push_back({latest, latestTick, event.Get()});
             }
         }
     }

@@ -25,7 +25,7 @@ bool Selects(const song::MidiEvent& event) {
             (event.data1 == kBankSelectMsb || event.data1 == kBankSelectLsb));
 }
 
-Found Collect(const song::Song& song) {
+Found Collect(song::Song& song) {
     Found found;
     for (std::uint32_t track = 0; track < song.tracks.size(); ++track) {
         if (song.tracks[track].ignored != 0) {
@@ -75,7 +75,7 @@ private:
 
 } // namespace
 
-SongPatches::SongPatches(const song::Song& song, const StartBanks& start) : start_(start) {
+SongPatches::SongPatches(song::Song& song, const StartBanks& start) : start_(start) {
     Found found = Collect(song);
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
         // Events of one tick play in the order of their tracks.

@@ -49,7 +49,7 @@ class SongPatches {
 public:
     /// An empty list for every channel.
     SongPatches() = default;
-    explicit SongPatches(const song::Song& song, const StartBanks& start = {});
+    explicit SongPatches(song::Song& song, const StartBanks& start = {});
 
     /// The program changes of `channel` (0-15) in playing order.
     std::span<const VoiceChange> Changes(std::size_t channel) const { return changes_[channel]; }

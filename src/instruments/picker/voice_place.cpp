@@ -32,10 +32,13 @@ struct Landmarks {
     First ofChannel;
 };
 
-Landmarks FindLandmarks(const song::Song& song, std::size_t channel) {
+Landmarks FindLandmarks(song::Song& song, std::size_t channel) {
     Landmarks found;
     for (std::size_t track = 0; track < song.tracks.size(); ++track) {
-        EventLink event = song.tracks[track].ignored != 0 ? EventLink() : song.tracks[track].first;
+        EventLink event;
+        if (song.tracks[track].ignored == 0) {
+            event = song.tracks[track].first;
+        }
         for (; event; event = event->next) {
             if (!event->IsChannelMessage() || event->Channel() != channel || event->length == 0) {
                 continue;
@@ -53,7 +56,10 @@ Landmarks FindLandmarks(const song::Song& song, std::size_t channel) {
 std::int64_t ReadyMs(const song::Song& song, std::int32_t before) {
     std::int64_t ready = 0;
     for (const song::Track& track : song.tracks) {
-        EventLink event = track.ignored != 0 ? EventLink() : track.first;
+        song::ConstEventLink event;
+        if (track.ignored == 0) {
+            event = track.first;
+        }
         for (; event && event->tick <= before; event = event->next) {
             if (event->status == song::kSystemExclusive && event->length != 0) {
                 ready = std::max(ready, event->timeMs + kSetUpPauseMs);
@@ -73,7 +79,7 @@ std::int32_t TickNotBefore(const song::Song& song, std::int64_t ms) {
 }
 
 // The last event at or before `tick`, never End of Track.
-EventLink LastUpTo(const song::Track& track, std::int32_t tick) {
+EventLink LastUpTo(song::Track& track, std::int32_t tick) {
     EventLink place = track.first;
     while (place->next && place->next->tick <= tick &&
            !place->next->IsMeta(song::kMetaEndOfTrack)) {
@@ -84,7 +90,7 @@ EventLink LastUpTo(const song::Track& track, std::int32_t tick) {
 
 } // namespace
 
-VoicePlace PlaceForVoice(const song::Song& song, std::size_t channel) {
+VoicePlace PlaceForVoice(song::Song& song, std::size_t channel) {
     const Landmarks found = FindLandmarks(song, channel);
     if (!found.ofChannel.event) {
         return {};

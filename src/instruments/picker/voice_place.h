@@ -26,6 +26,6 @@ struct VoicePlace {
 /// the track of the channel's first event is taken, behind the messages of the first eight quarter
 /// notes. Tracks that are ignored do not count. The song must have a time map and its events their
 /// times.
-VoicePlace PlaceForVoice(const song::Song& song, std::size_t channel);
+VoicePlace PlaceForVoice(song::Song& song, std::size_t channel);
 
 } // namespace tracksmith::instruments

@@ -49,7 +49,7 @@ TEST_P(WriteVoiceTest, RewritesInPlaceAndAddsWhatIsMissing) {
     }
     EXPECT_EQ(listing, GetParam().expected) << GetParam().what;
     for (const song::Track& track : decoded.song.tracks) {
-        for (song::EventLink event = track.first; event; event = event->next) {
+        for (song::ConstEventLink event = track.first; event; event = event->next) {
             EXPECT_EQ(event->timeMs, song::TickToMs(decoded.song, event->tick));
         }
     }
@@ -188,9 +188,9 @@ TEST(SongPatches, TellsWhatIsInForceWhere) {
 
 /// What each program change of channel 0 selects, by a plain walk over all events.
 std::vector<VoiceNumbers> Selected(const song::Song& song) {
-    std::vector<std::tuple<std::int32_t, std::size_t, song::EventLink>> events;
+    std::vector<std::tuple<std::int32_t, std::size_t, song::ConstEventLink>> events;
     for (std::size_t track = 0; track < song.tracks.size(); ++track) {
-        for (song::EventLink event = song.tracks[track].first; event; event = event->next) {
+        for (song::ConstEventLink event = song.tracks[track].first; event; event = event->next) {
             events.emplace_back(event->tick, track, event);
         }
     }
