@@ -93,7 +93,11 @@ public:
                    batch.context_.openDevices,
                    batch.context_.voices,
                    {}},
-          host_(context_) {}
+          host_(context_) {
+        // A text that finds no memory must not be left out in silence.
+        out_.exceptions(std::ios::badbit);
+        log_.exceptions(std::ios::badbit);
+    }
 
     /// Works on one song and returns its exit code; its texts stay until TakeTexts.
     int Work(const InputFile& input, std::size_t index, const Action& action,
@@ -294,10 +298,13 @@ int SongBatch::Run(const Action& action, const OnFailure& onFailure) {
 
 // Each thread takes the next song that nobody works on.
 void SongBatch::WorkThrough(Results& results, const Action& action, const OnFailure& onFailure) {
+    // In a small address space what each thread reserves would be missing for songs.
+    constexpr std::uint64_t kFewestForThreads = std::uint64_t{1} << 30;
+    const std::uint64_t space = song::EventArena::Instance().Capacity();
+    const std::size_t wanted = space < kFewestForThreads ? 1 : jobs_;
+    const std::size_t threads = std::min(std::max<std::size_t>(wanted, 1), files_.size());
+    MemoryShare memory(std::min(SongMemoryBudget(), space));
     std::atomic<std::size_t> next = 0;
-    MemoryShare memory(
-        std::min<std::uint64_t>(SongMemoryBudget(), song::EventArena::Instance().Capacity()));
-    const std::size_t threads = std::min(std::max<std::size_t>(jobs_, 1), files_.size());
     ParallelFor(threads, threads, [&](std::size_t) {
         Worker worker(*this, memory);
         for (std::size_t i = next++; i < files_.size() && !results.Lost(); i = next++) {
