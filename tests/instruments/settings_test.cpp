@@ -1,3 +1,4 @@
+#include <array>
 #include <gtest/gtest.h>
 
 #include "support/scratch_settings.h"
@@ -53,18 +54,30 @@ TEST_F(InstrumentSettingsTest, ReadsFormerNamesAsThePresentOnes) {
     EXPECT_EQ(settings_.ReadInstrumentOf("USB MIDI"), "abc");
 }
 
-// Every switch must reach the option that it is for, and only that one.
+// An instrument that has the capability of a switch and one that lacks it; null for none.
+std::array<const Instrument*, 2> OneOfEachKind(const SysexSwitch& choice) {
+    std::array<const Instrument*, 2> found{};
+    for (const Instrument& instrument : Catalogue()) {
+        const bool has = !choice.capability || HasCapability(instrument.name, *choice.capability);
+        found[has ? 1 : 0] = &instrument;
+    }
+    return found;
+}
+
+// Every switch must reach the option that it is for, and only that one. Every write goes to the
+// disk, so not all instruments are tried.
 TEST_F(InstrumentSettingsTest, EverySwitchReachesItsOptionWhereTheInstrumentHasIt) {
     for (const SysexSwitch& choice : SysexSwitches()) {
-        for (const Instrument& instrument : Catalogue()) {
-            const bool has =
-                !choice.capability || HasCapability(instrument.name, *choice.capability);
-            const bool usual = SysexOptions().*choice.field;
-            ASSERT_TRUE(settings_.WriteSwitch(choice, instrument.name, !usual));
-            const SysexOptions options = settings_.ReadOptions(instrument.name);
-            EXPECT_EQ(options.*choice.field, has ? !usual : usual)
-                << choice.setting << " " << instrument.name;
-            settings_.WriteSwitch(choice, instrument.name, usual);
+        const auto instruments = OneOfEachKind(choice);
+        const bool usual = SysexOptions().*choice.field;
+        for (const bool has : {false, true}) {
+            if (const Instrument* instrument = instruments[has ? 1 : 0]; instrument != nullptr) {
+                ASSERT_TRUE(settings_.WriteSwitch(choice, instrument->name, !usual));
+                const SysexOptions options = settings_.ReadOptions(instrument->name);
+                EXPECT_EQ(options.*choice.field, has ? !usual : usual)
+                    << choice.setting << " " << instrument->name;
+                settings_.WriteSwitch(choice, instrument->name, usual);
+            }
         }
     }
 }
