@@ -8,39 +8,43 @@
 
 namespace tracksmith::player {
 
-std::int64_t Dispatcher::Pass(const TMidiPlayerThread& thread) noexcept {
+std::int64_t Dispatcher::Pass(PassState& pass) noexcept {
     const std::int64_t positionMs = position_.Ms();
     const bool looping = loop_.Active();
     // A pass that comes late plays nothing from behind the loop.
     const std::int64_t limit = looping ? std::min(positionMs, LoopLimit()) : positionMs;
     while (!queue_.Empty() && queue_.First().dueMs <= limit) {
-        if (thread.PassForbidden()) {
+        if (pass.Forbidden()) {
             return Stopwatch::kForever;
         }
-        SendFirst();
+        if (!SendFirst(pass)) {
+            return kGivenUp;
+        }
     }
     if (looping && positionMs >= LoopLimit()) {
-        JumpToLoopStart();
+        if (!JumpToLoopStart(pass)) {
+            return kGivenUp;
+        }
     } else if (positionMs > songEndTime_ + kEndDelayMs) {
         return kSongOver;
     }
     return NextMoment();
 }
 
-void Dispatcher::SendFirst() noexcept {
+// The cursor moves on first: sending may hang, and the song be another one when it returns.
+bool Dispatcher::SendFirst(PassState& pass) noexcept {
     song::Track& track = song_.tracks[queue_.First().track];
     const song::EventLink event = track.cursor;
-    sender_.Send(track, event);
     track.cursor = event->next;
     if (track.cursor) {
         queue_.ReplaceFirst(song::DueOrder::KeyOf(*track.cursor, track, queue_.First().track));
     } else {
         queue_.RemoveFirst();
     }
+    return sender_.Send(track, event, pass);
 }
 
-void Dispatcher::JumpToLoopStart() noexcept {
-    sender_.SilenceAll();
+bool Dispatcher::JumpToLoopStart(PassState& pass) noexcept {
     for (song::Track& track : song_.tracks) {
         track.cursor = track.loopCursor;
     }
@@ -49,6 +53,7 @@ void Dispatcher::JumpToLoopStart() noexcept {
     }
     position_.MoveTo(loop_.startMs * 1000);
     FillQueue();
+    return sender_.SilenceAll(&pass);
 }
 
 std::int64_t Dispatcher::NextMoment() const noexcept {

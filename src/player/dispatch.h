@@ -6,8 +6,9 @@
 #include "player/channels_in_effect.h"
 #include "player/due_queue.h"
 #include "player/event_sender.h"
+#include "player/pass_state.h"
 #include "player/play_position.h"
-#include "player/player_thread.h"
+#include "player/stopwatch.h"
 #include "song/song.h"
 
 namespace tracksmith::player {
@@ -18,6 +19,8 @@ inline constexpr std::int64_t kEndDelayMs = 3300;
 inline constexpr std::int64_t kLoopMarginMs = 10;
 /// Returned by a pass that came behind the song's end.
 inline constexpr std::int64_t kSongOver = -1;
+/// Returned by a pass that was given up while it was in a driver: nothing may be touched any more.
+inline constexpr std::int64_t kGivenUp = -2;
 
 /// A stretch of the song that is played again and again.
 struct PlayLoop {
@@ -42,9 +45,9 @@ public:
         : song_(song), position_(position), sender_(sender), inEffect_(inEffect) {}
 
     /// Sends all events that are due now. Returns the moment on the stopwatch (microseconds) when
-    /// something is to be done next, or kSongOver. Ends early when the thread's passes are
-    /// forbidden meanwhile.
-    std::int64_t Pass(const TMidiPlayerThread& thread) noexcept;
+    /// something is to be done next, kSongOver or kGivenUp. Ends early when passes are forbidden
+    /// meanwhile.
+    std::int64_t Pass(PassState& pass) noexcept;
 
     /// Takes the tracks' play cursors over. Allocates for songs with more tracks than before.
     void CursorsMoved();
@@ -60,8 +63,8 @@ public:
 
 private:
     void FillQueue() noexcept;
-    void SendFirst() noexcept;
-    void JumpToLoopStart() noexcept;
+    bool SendFirst(PassState& pass) noexcept;
+    bool JumpToLoopStart(PassState& pass) noexcept;
     std::int64_t NextMoment() const noexcept;
     /// The last position in milliseconds that the loop lets be played.
     std::int64_t LoopLimit() const { return loop_.endMs - kLoopMarginMs + 1; }

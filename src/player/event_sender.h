@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "player/channel_activity.h"
 #include "player/channels_in_effect.h"
@@ -21,8 +22,9 @@ public:
                 ChannelsInEffect& inEffect)
         : routing_(routing), ports_(ports), activity_(activity), inEffect_(inEffect) {}
 
-    /// Sends what is to be sent of an event that is due. Playback thread.
-    void Send(song::Track& track, song::EventLink event) noexcept;
+    /// Sends what is to be sent of an event that is due. Playback thread. False when the pass was
+    /// given up meanwhile: then nothing may be touched any more.
+    [[nodiscard]] bool Send(song::Track& track, song::EventLink event, PassState& pass) noexcept;
 
     /// Sends a channel message for a source channel (0-15) to where it is routed; `command` is a
     /// status byte whose channel does not count. False when the port does not take it.
@@ -33,8 +35,11 @@ public:
     /// Ends a note of the song (key 0-127) when it sounds.
     void EndNote(std::size_t channel, std::uint8_t key) noexcept;
     /// All Sound Off and All Notes Off to one channel or to all; nothing sounds there any more.
-    void Silence(std::size_t channel) noexcept;
-    void SilenceAll() noexcept;
+    /// Within a pass false when that was given up meanwhile.
+    bool Silence(std::size_t channel, PassState* pass = nullptr) noexcept;
+    bool SilenceAll(PassState* pass = nullptr) noexcept;
+    /// Switches local control on at every channel whose port is hardware; the same rule.
+    bool SwitchLocalControlOn(PassState* pass = nullptr) const noexcept;
 
     /// System-exclusive messages are not sent while on. Any thread.
     void SuppressSysex(bool on) { suppressSysex_ = on; }
@@ -42,9 +47,13 @@ public:
     void SetDrumNotes(const DrumNotes& notes) { drumNotes_ = notes; }
 
 private:
-    void SendChannelEvent(song::Track& track, song::EventLink event) noexcept;
-    void SendNote(std::size_t channel, std::uint8_t command, std::uint8_t key,
-                  std::uint8_t velocity, bool audible) noexcept;
+    bool SendChannelEvent(song::Track& track, song::EventLink event, PassState& pass) noexcept;
+    std::optional<std::uint8_t> NoteToSend(std::size_t channel, std::uint8_t command,
+                                           std::uint8_t key, std::uint8_t velocity,
+                                           bool audible) noexcept;
+    bool MayBeSent(const song::MidiEvent& sysex) const noexcept;
+    bool Put(std::size_t channel, std::uint8_t command, std::uint8_t data1, std::uint8_t data2,
+             PassState* pass) const noexcept;
 
     const Routing& routing_;
     const OutputPorts& ports_;

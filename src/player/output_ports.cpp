@@ -8,9 +8,31 @@
 #include "song/midi_event.h"
 
 namespace tracksmith::player {
+namespace {
 
-OutputPorts::OutputPorts(const Stopwatch& stopwatch, std::function<void()> onTrouble)
-    : stopwatch_(stopwatch), onTrouble_(std::move(onTrouble)) {}
+// Longest wait for ports that are closed to be opened again, and at the end for their last messages
+// and for their closing.
+constexpr std::chrono::milliseconds kClosePatience{80};
+constexpr std::chrono::milliseconds kLastSends{200};
+constexpr std::chrono::milliseconds kLastPatience{800};
+
+std::chrono::milliseconds Left(std::chrono::steady_clock::time_point deadline) {
+    using std::chrono::milliseconds;
+    const auto left = deadline - std::chrono::steady_clock::now();
+    return std::max(std::chrono::duration_cast<milliseconds>(left), milliseconds(0));
+}
+
+} // namespace
+
+OutputPorts::OutputPorts(std::shared_ptr<const Stopwatch> stopwatch,
+                         std::function<void()> onTrouble)
+    : stopwatch_(std::move(stopwatch)), onTrouble_(std::move(onTrouble)) {}
+
+OutputPorts::~OutputPorts() {
+    for (std::size_t index = 0; index < Count(); ++index) {
+        OutputPort::Dispose(std::move(ports_[index]));
+    }
+}
 
 std::vector<OutputPorts::Found> OutputPorts::FindDevices() const {
     std::vector<Found> found;
@@ -53,8 +75,7 @@ void OutputPorts::Add(const Found& found) {
     const std::size_t count = Count();
     if (count < kMostPorts) {
         ports_[count] =
-            std::make_unique<OutputPort>(*found.driver->driver, found.name,
-                                         found.driver->softwareInstrument, stopwatch_, onTrouble_);
+            std::make_unique<OutputPort>(*found.driver, found.name, stopwatch_, onTrouble_);
         count_.store(count + 1, std::memory_order_release);
     }
 }
@@ -81,7 +102,9 @@ std::vector<OutputDevice> OutputPorts::SortedDevices() const {
     std::vector<OutputDevice> devices;
     for (std::size_t index = 0; index < Count(); ++index) {
         const OutputPort& port = At(index);
-        devices.push_back({index, port.ProductName(), port.Present() && !port.Lost(),
+        const PortState state = port.State();
+        devices.push_back({index, port.ProductName(), state,
+                           state == PortState::Open || state == PortState::Closed,
                            port.SoftwareInstrument(), port.MessagesSent(), port.TimesLost()});
     }
     std::stable_sort(
@@ -90,44 +113,58 @@ std::vector<OutputDevice> OutputPorts::SortedDevices() const {
     return devices;
 }
 
-bool OutputPorts::Open(std::size_t port) {
+midi::ResultCode OutputPorts::Open(std::size_t port) {
     if (port >= Count()) {
-        return false;
+        return midi::kBadDeviceId;
     }
     if (At(port).IsOpen()) {
-        return !At(port).Lost();
+        return midi::kNoError;
     }
     std::vector<Found> found = FindDevices();
-    const Found* match = MatchPorts(found)[port];
-    return match != nullptr && At(port).Open(match->device);
+    if (const Found* match = MatchPorts(found)[port]) {
+        return At(port).Open(match->device);
+    }
+    At(port).MarkNotOpened();
+    return midi::kNoDevice;
 }
 
 bool OutputPorts::Reopen(std::size_t port) {
-    return port < Count() && At(port).Close() && Open(port);
+    if (port >= Count()) {
+        return false;
+    }
+    if (!At(port).Close(kClosePatience)) {
+        At(port).MarkNotOpened();
+        return false;
+    }
+    return Open(port) == midi::kNoError;
 }
 
 void OutputPorts::CloseAll() {
-    for (std::size_t index = 0; index < Count(); ++index) {
-        At(index).Close();
+    WaitUntilSent(kLastSends);
+    const Deadline deadline = std::chrono::steady_clock::now() + kLastPatience;
+    // All at once, then one after the other has ended.
+    for (const bool wait : {false, true}) {
+        for (std::size_t index = 0; index < Count(); ++index) {
+            At(index).Close(wait ? Left(deadline) : std::chrono::milliseconds(0));
+        }
     }
 }
 
-bool OutputPorts::Reopen(OutputPort& port, std::uint32_t device) {
-    return port.Close() && port.Open(device);
-}
-
-std::vector<std::size_t> OutputPorts::Check() {
+OutputPorts::Changes OutputPorts::Check(const std::set<std::size_t>& wanted) {
     std::vector<Found> found = FindDevices();
     const std::vector<const Found*> matches = MatchPorts(found);
-    std::vector<std::size_t> back;
+    // For all ports together, since somebody waits.
+    const Deadline closed = std::chrono::steady_clock::now() + kClosePatience;
+    Changes changes;
     for (std::size_t index = 0; index < matches.size(); ++index) {
         OutputPort& port = At(index);
-        const Found* match = matches[index];
-        port.SetPresent(match != nullptr);
-        if (match == nullptr && port.IsOpen()) {
-            port.MarkLost();
-        } else if (match != nullptr && port.Lost() && Reopen(port, match->device)) {
-            back.push_back(index);
+        const bool worked = port.IsOpen() && !port.Lost();
+        const midi::ResultCode result =
+            CheckOne(port, matches[index], wanted.contains(index), closed);
+        if (!worked && port.IsOpen() && !port.Lost()) {
+            changes.back.push_back(index);
+        } else if (!port.Lost() && result != midi::kNoError && result != midi::kNotReady) {
+            changes.notOpened.emplace_back(index, result);
         }
     }
     for (const Found& device : found) {
@@ -135,7 +172,26 @@ std::vector<std::size_t> OutputPorts::Check() {
             Add(device);
         }
     }
-    return back;
+    return changes;
+}
+
+// The code is that of an attempt to open the port.
+midi::ResultCode OutputPorts::CheckOne(OutputPort& port, const Found* match, bool wanted,
+                                       Deadline closed) {
+    port.SetPresent(match != nullptr);
+    const bool fails = port.Hanging() || (match == nullptr && port.IsOpen());
+    if (fails) {
+        port.MarkLost();
+        return midi::kNoError;
+    }
+    const bool missed = port.NotOpened() && wanted;
+    if (!port.Lost() && !missed) {
+        return midi::kNoError;
+    }
+    if (match == nullptr) {
+        return missed ? midi::kNoDevice : midi::kNoError;
+    }
+    return port.Close(Left(closed)) ? port.Open(match->device) : midi::kNotReady;
 }
 
 bool OutputPorts::SendShort(std::size_t port, std::uint8_t status, std::uint8_t data1,
@@ -146,6 +202,34 @@ bool OutputPorts::SendShort(std::size_t port, std::uint8_t status, std::uint8_t 
 bool OutputPorts::SendSysex(std::size_t port, std::uint8_t status,
                             std::span<const std::uint8_t> data) const noexcept {
     return port < Count() && At(port).SendSysex(status, data);
+}
+
+bool OutputPorts::SendShortNow(std::size_t port, std::uint8_t status, std::uint8_t data1,
+                               std::uint8_t data2, PassState& pass) const noexcept {
+    return port >= Count() || At(port).SendShortNow(status, data1, data2, pass);
+}
+
+bool OutputPorts::SendSysexNow(std::size_t port, std::uint8_t status,
+                               std::span<const std::uint8_t> data, PassState& pass) const noexcept {
+    return port >= Count() || At(port).SendSysexNow(status, data, pass);
+}
+
+bool OutputPorts::WaitUntilSent(std::chrono::milliseconds patience) const noexcept {
+    const Deadline deadline = std::chrono::steady_clock::now() + patience;
+    bool sent = true;
+    for (std::size_t index = 0; index < Count(); ++index) {
+        sent = At(index).WaitUntilSent(deadline) && sent;
+    }
+    return sent;
+}
+
+std::optional<std::size_t> OutputPorts::HoldingPort() const {
+    for (std::size_t index = 0; index < Count(); ++index) {
+        if (At(index).HoldsPass()) {
+            return index;
+        }
+    }
+    return std::nullopt;
 }
 
 void OutputPorts::Silence(std::size_t port) const noexcept {

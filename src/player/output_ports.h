@@ -2,31 +2,29 @@
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "player/output_port.h"
 
 namespace tracksmith::player {
 
-/// A driver whose devices the player offers. It must outlive the player.
-struct OutputDriver {
-    midi::MidiOutputDriver* driver = nullptr;
-    /// The driver is the built-in instrument, not hardware.
-    bool softwareInstrument = false;
-};
-
 /// An output device in the list that the user chooses from.
 struct OutputDevice {
     /// Index of its port: the number that routing goes by. Stays the same while the player lives.
     std::size_t port = 0;
     std::string productName;
-    /// The device is there and works.
+    PortState state = PortState::Closed;
+    /// The device is there and works, as far as is known.
     bool usable = false;
     /// The built-in instrument.
     bool softwareInstrument = false;
@@ -41,7 +39,10 @@ public:
     static constexpr std::size_t kMostPorts = 64;
 
     /// `onTrouble` is called from any thread when a port has trouble to be told.
-    OutputPorts(const Stopwatch& stopwatch, std::function<void()> onTrouble);
+    OutputPorts(std::shared_ptr<const Stopwatch> stopwatch, std::function<void()> onTrouble);
+    OutputPorts(const OutputPorts&) = delete;
+    OutputPorts& operator=(const OutputPorts&) = delete;
+    ~OutputPorts();
 
     /// Makes a port for every device of the drivers, sorted by product name.
     void Enumerate(std::span<const OutputDriver> drivers);
@@ -53,25 +54,48 @@ public:
     /// The list of devices, sorted by product name.
     std::vector<OutputDevice> SortedDevices() const;
 
-    /// Opens a port, by its name. True when it is open.
-    bool Open(std::size_t port);
-    /// Closes a port and opens it again. True when it is open.
+    /// Opens a port, by its name. The code is kNoError when it is open, also when it is lost;
+    /// kNoDevice when its device is not there; kNotReady when it may be open a little later.
+    midi::ResultCode Open(std::size_t port);
+    /// Closes a port and opens it again. False when it is not open by now; Check tries again.
     bool Reopen(std::size_t port);
+    /// Closes all ports when they have sent what they were given; waits for a second at most.
     void CloseAll();
 
+    /// What Check has found.
+    struct Changes {
+        /// Ports that are open now and were not, or were lost.
+        std::vector<std::size_t> back;
+        /// Wanted ports that could not be opened, and why.
+        std::vector<std::pair<std::size_t, midi::ResultCode>> notOpened;
+    };
     /// Asks the drivers what is there: ports whose device has gone become lost, new devices get
-    /// ports, lost ones whose device is there are opened again. Returns those that are back.
-    std::vector<std::size_t> Check();
+    /// ports. Opens ports again: lost ones whose device is there, and those of `wanted` that could
+    /// not be opened before.
+    Changes Check(const std::set<std::size_t>& wanted);
 
-    /// Sending to a port number that does not exist does nothing.
+    /// Sending to a port number that does not exist does nothing. Without a pass the message is
+    /// left to the port's thread; false when the port does not take it.
     bool SendShort(std::size_t port, std::uint8_t status, std::uint8_t data1,
                    std::uint8_t data2) const noexcept;
     bool SendSysex(std::size_t port, std::uint8_t status,
                    std::span<const std::uint8_t> data) const noexcept;
+    /// The same for a pass. False when the pass was given up meanwhile.
+    [[nodiscard]] bool SendShortNow(std::size_t port, std::uint8_t status, std::uint8_t data1,
+                                    std::uint8_t data2, PassState& pass) const noexcept;
+    [[nodiscard]] bool SendSysexNow(std::size_t port, std::uint8_t status,
+                                    std::span<const std::uint8_t> data,
+                                    PassState& pass) const noexcept;
+    /// Waits until the ports have sent all that they were given. False when they have not within
+    /// `patience`.
+    bool WaitUntilSent(std::chrono::milliseconds patience) const noexcept;
+    /// The port in whose driver a pass is; none when it is in none.
+    std::optional<std::size_t> HoldingPort() const;
     /// All Sound Off and All Notes Off on all channels of a port.
     void Silence(std::size_t port) const noexcept;
 
 private:
+    using Deadline = std::chrono::steady_clock::time_point;
     struct Found {
         const OutputDriver* driver;
         std::uint32_t device;
@@ -81,9 +105,9 @@ private:
     std::vector<Found> FindDevices() const;
     std::vector<const Found*> MatchPorts(std::vector<Found>& found) const;
     void Add(const Found& found);
-    bool Reopen(OutputPort& port, std::uint32_t device);
+    midi::ResultCode CheckOne(OutputPort& port, const Found* match, bool wanted, Deadline closed);
 
-    const Stopwatch& stopwatch_;
+    std::shared_ptr<const Stopwatch> stopwatch_;
     std::function<void()> onTrouble_;
     std::vector<OutputDriver> drivers_;
     // Never moves, so that the playback thread may read while a port is added.

@@ -10,8 +10,8 @@
 namespace tracksmith::player {
 namespace {
 
-// How long a tempo change may wait for the pass that carries it out.
-constexpr std::chrono::milliseconds kTempoPatience{500};
+// How long a tempo change waits for the pass that carries it out.
+constexpr std::chrono::milliseconds kTempoPatience{50};
 
 std::shared_ptr<const song::TimeMap> MapOf(song::TimeMap map) {
     return std::make_shared<const song::TimeMap>(std::move(map));
@@ -25,81 +25,78 @@ TMidiPlayer::TMidiPlayer(song::Song& song, std::unique_ptr<Stopwatch> stopwatch)
       position_(*stopwatch_),
       poster_(std::make_unique<system::MessagePoster>(
           [this](std::uint32_t notice) { OnNotice(notice); })),
-      ports_(*stopwatch_, [this] { poster_->Post(PortTrouble); }),
+      ports_(stopwatch_, [this] { poster_->Post(PortTrouble); }),
       sender_(routing_, ports_, activity_, inEffect_),
       dispatcher_(song, position_, sender_, inEffect_),
-      thread_(*stopwatch_, [this] { return PlayMidiData(); }) {}
+      thread_(
+          stopwatch_, [this](PassState& pass) { return PlayMidiData(pass); },
+          [this] { poster_->Post(HangOver); }) {}
 
 TMidiPlayer::~TMidiPlayer() {
     FormDestroy();
 }
 
-std::int64_t TMidiPlayer::PlayMidiData() noexcept {
-    if (!thread_.BeginPass()) {
-        return Stopwatch::kForever;
-    }
+std::int64_t TMidiPlayer::PlayMidiData(PassState& pass) noexcept {
     std::int64_t next = kSongOver;
     try {
         TakeTempo();
-        next = dispatcher_.Pass(thread_);
+        next = dispatcher_.Pass(pass);
     } catch (...) {
         // Only memory can have run out: playing ends as at the song's end.
         next = kSongOver;
     }
-    if (next == kSongOver) {
-        EndOfSong();
+    if (next == kGivenUp || (next == kSongOver && !EndOfSong(pass))) {
+        // The player may be gone.
+        return Stopwatch::kForever;
     }
-    thread_.EndPass();
-    return thread_.State() == kStateStopped ? Stopwatch::kForever : next;
+    return pass.State() == kStateStopped ? Stopwatch::kForever : next;
 }
 
-void TMidiPlayer::EndOfSong() noexcept {
-    if (thread_.StopInPass()) {
+bool TMidiPlayer::EndOfSong(PassState& pass) noexcept {
+    if (pass.StopInPass()) {
         position_.Rest();
-        EndSound();
+        if (!EndSound(&pass)) {
+            return false;
+        }
         playing_ = false;
         poster_->Post(SongEnded);
     }
+    return true;
 }
 
-void TMidiPlayer::EndSound() noexcept {
-    sender_.SilenceAll();
-    if (restoreLocalControl_) {
-        SendLocalControl();
+// Within a pass false when that was given up meanwhile.
+bool TMidiPlayer::EndSound(PassState* pass) noexcept {
+    if (!sender_.SilenceAll(pass) ||
+        (restoreLocalControl_ && !sender_.SwitchLocalControlOn(pass))) {
+        return false;
     }
     activity_.ClearAll();
-}
-
-void TMidiPlayer::SendLocalControl() noexcept {
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        const std::size_t port = routing_.Port(channel);
-        if (port < ports_.Count() && !ports_.At(port).SoftwareInstrument()) {
-            sender_.SendChannel(channel, song::kControlChange, song::kLocalControl, 127);
-        }
-    }
+    return true;
 }
 
 void TMidiPlayer::SetLocalControlOptions(bool keyboardHasIt, bool restoreAtStop) {
     restoreLocalControl_ = keyboardHasIt && restoreAtStop;
 }
 
-void TMidiPlayer::SongLoaded() {
-    Stop();
-    const PassHold hold(thread_, *stopwatch_);
-    if (hold) {
-        tempoOffset_ = 0;
-        SeekCursors(song_, 0);
-        dispatcher_.SetLoop(false, 0, 0);
-        position_.MoveTo(0);
-        TakeSongOver(false);
-    }
+bool TMidiPlayer::SongLoaded() {
+    const bool stopped = Stop();
+    tempoOffset_ = 0;
+    SeekCursors(song_, 0);
+    dispatcher_.SetLoop(false, 0, 0);
+    position_.MoveTo(0);
+    TakeSongOver(false);
+    return stopped;
 }
 
-void TMidiPlayer::RebuildAfterEdit() {
-    const PassHold hold(thread_, *stopwatch_);
-    if (hold) {
+bool TMidiPlayer::RebuildAfterEdit() {
+    if (const Hold hold(*this); hold) {
         TakeSongOver(true);
+        return !thread_.Passes().Stuck();
     }
+    // A pass that hangs would go on in a song that has changed.
+    const bool stopped = Stop();
+    TakeSongOver(true);
+    return stopped;
 }
 
 void TMidiPlayer::TakeSongOver(bool edited) {
@@ -119,26 +116,25 @@ void TMidiPlayer::TakeSongOver(bool edited) {
     FindCursors(us);
 }
 
-bool TMidiPlayer::Play() {
-    if (Playing()) {
-        return true;
+PlayResult TMidiPlayer::Play() {
+    if (!Playing()) {
+        if (!PreparePlay()) {
+            return {};
+        }
+        StartPlay();
     }
-    if (!PreparePlay()) {
-        return false;
-    }
-    StartPlay();
-    return true;
+    return {true, SilentPorts()};
 }
 
 bool TMidiPlayer::PreparePlay() {
-    const PassHold hold(thread_, *stopwatch_);
-    if (!hold || Playing() || song_.tracks.empty()) {
+    const Hold hold(*this);
+    if (!hold || thread_.Passes().Stuck() || Playing() || song_.tracks.empty()) {
         return false;
     }
     if (position_.Ms() > SongEndTime()) {
         position_.MoveTo(0);
     }
-    OpenRoutedPorts();
+    OpenPorts(routing_.Ports());
     FindCursors(position_.Us());
     if (position_.Us() > 0) {
         InitializeRealtimeData();
@@ -153,19 +149,19 @@ void TMidiPlayer::StartPlay() {
     }
     position_.Run();
     thread_.AllowPasses();
-    stopwatch_->Wake();
     TraceMIDIProc("PLAY started !!!!!!!!!!!!!!!!!!!!!!!!!!!!!");
 }
 
 bool TMidiPlayer::Stop() {
-    const TMidiPlayerThread::Halt halt = thread_.ForbidPasses();
+    const bool ended = thread_.Passes().Forbid(PassHold::kPatience, true).ended;
     position_.Rest();
     EndSound();
+    WaitUntilSent(sendPatience_);
     if (playing_.exchange(false) && listener_.onPlaying) {
         listener_.onPlaying(false);
     }
-    TraceMIDIProc(halt.ended ? "STOP: Error Level 0" : "STOP: Error Level 1");
-    return halt.ended;
+    TraceMIDIProc(ended ? "STOP: Error Level 0" : "STOP: Error Level 1");
+    return ended;
 }
 
 // What was due at a fraction of a millisecond before `us` has been sent already.
@@ -178,17 +174,15 @@ void TMidiPlayer::FindCursors(std::int64_t us) {
     }
 }
 
-void TMidiPlayer::MoveToTimePosition(std::int64_t ms) {
+bool TMidiPlayer::MoveToTimePosition(std::int64_t ms) {
     const std::int64_t target = std::max<std::int64_t>(ms, 0);
-    if (target <= SongEndTime() && target != Position()) {
-        MoveTo(target);
-    }
+    return target > SongEndTime() || target == Position() || MoveTo(target);
 }
 
-void TMidiPlayer::MoveTo(std::int64_t ms) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::MoveTo(std::int64_t ms) {
+    const Hold hold(*this);
     if (!hold) {
-        return;
+        return false;
     }
     if (hold.WasPlaying()) {
         sender_.SilenceAll();
@@ -198,10 +192,11 @@ void TMidiPlayer::MoveTo(std::int64_t ms) {
         InitializeRealtimeData();
     }
     position_.MoveTo(ms * 1000);
+    return true;
 }
 
 void TMidiPlayer::InitializeRealtimeData() {
-    const PassHold hold(thread_, *stopwatch_);
+    const Hold hold(*this);
     if (!hold) {
         return;
     }
@@ -212,30 +207,33 @@ void TMidiPlayer::InitializeRealtimeData() {
     }
 }
 
-void TMidiPlayer::SetTempoOffset(std::int32_t bpm) {
+bool TMidiPlayer::SetTempoOffset(std::int32_t bpm) {
     if (bpm == tempoOffset_ || song_.tracks.empty()) {
-        return;
+        return true;
     }
-    tempoOffset_ = bpm;
     tempoRequest_.Put(MapOf(song::MovedTimeMap(*position_.Map(), bpm)), bpm);
     stopwatch_->Wake();
-    if (Playing() && tempoRequest_.WaitUntilDone(kTempoPatience)) {
-        return;
+    if (!Playing() || !tempoRequest_.WaitUntilDone(kTempoPatience)) {
+        // Stopped, the song has ended meanwhile, or a driver hangs.
+        const Hold hold(*this);
+        if (hold) {
+            TakeTempo();
+        } else if (tempoRequest_.Withdraw()) {
+            return false;
+        }
     }
-    // Stopped, or the song has ended meanwhile.
-    const PassHold hold(thread_, *stopwatch_);
-    if (hold) {
-        TakeTempo();
-    }
+    tempoOffset_ = bpm;
+    return true;
 }
 
-void TMidiPlayer::TakeTempoAsFile() {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::TakeTempoAsFile() {
+    const Hold hold(*this);
     if (hold && tempoOffset_ != 0) {
         tempoOffset_ = 0;
         song::UpdateTimeZoneData(song_);
         TakeSongOver(false);
     }
+    return static_cast<bool>(hold);
 }
 
 void TMidiPlayer::TakeTempo() {
@@ -253,18 +251,20 @@ void TMidiPlayer::ApplyTempo(std::shared_ptr<const song::TimeMap>& map, std::int
     position_.MoveTo(song::SamePlace(*before, *map, position_.Us()), map);
 }
 
-void TMidiPlayer::SetLoop(std::int32_t startTick, std::int32_t endTick) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::SetLoop(std::int32_t startTick, std::int32_t endTick) {
+    const Hold hold(*this);
     if (hold) {
         dispatcher_.SetLoop(Loop().on, startTick, endTick);
     }
+    return static_cast<bool>(hold);
 }
 
-void TMidiPlayer::SetLooping(bool on) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::SetLooping(bool on) {
+    const Hold hold(*this);
     if (hold) {
         dispatcher_.SetLoop(on, Loop().startTick, Loop().endTick);
     }
+    return static_cast<bool>(hold);
 }
 
 void TMidiPlayer::TraceMIDIProc(std::string_view text) const {

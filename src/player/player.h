@@ -1,11 +1,13 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,11 +16,11 @@
 #include "base/system/message_poster.h"
 
 #include "midi/midi_driver.h"
-#include "midi/midi_input.h"
 #include "player/channel_activity.h"
 #include "player/channels_in_effect.h"
 #include "player/dispatch.h"
 #include "player/event_sender.h"
+#include "player/input_port.h"
 #include "player/midi_thru.h"
 #include "player/output_ports.h"
 #include "player/play_position.h"
@@ -38,22 +40,32 @@ struct PlayerSetup {
     /// Product name of the input device that the user chose last.
     std::string storedInputName;
     MessageHost& host;
+    /// How long a command waits for the ports to take what it sends, before it lets them go on
+    /// alone.
+    std::chrono::milliseconds sendPatience = kSendPatience;
+    static constexpr std::chrono::milliseconds kSendPatience{50};
 };
 
 /// What the player tells the program; called on the owner's thread.
 struct PlayerListener {
     /// Playing has begun or ended, by the user or at the song's end.
     std::function<void(bool playing)> onPlaying;
-    /// An output port was lost, is back or is new.
+    /// The state of a port has changed, or one is new.
     std::function<void()> onPortsChanged;
     /// A diagnostic trace, with the stopwatch's milliseconds.
     std::function<void(std::int64_t time, std::string_view text)> onTrace;
+    /// The driver for which Stop or another command answered "not now" has returned.
+    std::function<void()> onHangOver = nullptr;
 };
 
-/// An input device in the list that the user chooses from.
-struct InputDevice {
-    std::uint32_t device = 0;
-    std::string productName;
+/// What Play has come to.
+struct PlayResult {
+    bool playing = false;
+    /// Product names of the ports that channels go to and that take nothing at present, because
+    /// they could not be opened or are lost.
+    std::vector<std::string> silentPorts;
+
+    explicit operator bool() const { return playing; }
 };
 
 /// Plays the song in real time to the output ports. One per program.
@@ -63,6 +75,11 @@ struct InputDevice {
 /// song may be changed in structure only while the player is stopped, and the player must be told
 /// by RebuildAfterEdit; while it plays, the owner's thread may write data bytes of events through
 /// song::WriteShared.
+///
+/// A driver that hangs in a call holds up nothing but its port, and the playback thread if that has
+/// made the call. No command waits for it longer than a fifth of a second. Commands that need the
+/// playback thread's place in the song then answer false, "not now", and change nothing; Stop gives
+/// the pass up, so that it touches nothing any more when the driver returns.
 class TMidiPlayer {
 public:
     /// A player for `song`, which must outlive it. `stopwatch` is the system's clock unless a test
@@ -75,27 +92,33 @@ public:
     /// Finds the input and output devices and starts the playback thread, stopped. Without an
     /// output device the user is told.
     void FormCreate(const PlayerSetup& setup);
-    /// Stops, ends the playback thread and closes the ports.
+    /// Stops, ends the playback thread and closes the ports. What hangs in a driver is left to it.
     void FormDestroy();
     void SetListener(PlayerListener listener) { listener_ = std::move(listener); }
 
-    /// Another song is in memory: position 0, loop and tempo offset off.
-    void SongLoaded();
-    /// The song was edited: finds every reference into it again, at the same position.
-    void RebuildAfterEdit();
+    /// Another song is in memory: stops; position 0, loop and tempo offset off. False when it
+    /// cannot be played yet, since a driver hangs.
+    [[nodiscard]] bool SongLoaded();
+    /// The song was edited: finds every reference into it again, at the same position. False when
+    /// it cannot be played yet, since a driver hangs; then the player has stopped.
+    [[nodiscard]] bool RebuildAfterEdit();
 
-    /// PreparePlay and StartPlay. False when there is nothing to play or a port hangs.
-    bool Play();
-    /// Opens the ports, finds the events at the start position and sends what the events before it
-    /// have set.
-    bool PreparePlay();
+    /// PreparePlay and StartPlay. Does not play when there is nothing to play or a driver hangs.
+    [[nodiscard]] PlayResult Play();
+    /// Opens the ports, each once and telling of those that cannot be opened, finds the events at
+    /// the start position and sends what the events before it have set. False when there is nothing
+    /// to play or a driver hangs.
+    [[nodiscard]] bool PreparePlay();
     void StartPlay();
     /// Ends playing and everything that sounds. False when a pass hangs in a driver: then the song
-    /// must not be changed yet.
-    bool Stop();
+    /// should not be changed yet, and cannot be played.
+    [[nodiscard]] bool Stop();
+    /// Product name of the port whose driver hangs and holds up the player; empty when none does.
+    /// A port that merely hangs by itself is told by OutputDevices.
+    std::string HangingPort() const;
     /// Moves to `ms` milliseconds, playing or not. Nothing happens behind the song's end or when
-    /// that is the position already.
-    void MoveToTimePosition(std::int64_t ms);
+    /// that is the position already. False: not now.
+    [[nodiscard]] bool MoveToTimePosition(std::int64_t ms);
     /// Ends everything that sounds on all channels of all open ports.
     void Panic();
 
@@ -113,15 +136,17 @@ public:
 
     /// Moves all tempos by so many quarter notes per minute against the file's; the result is held
     /// within 25 and 65,535. The song's tempo events, zones and event times follow; the music goes
-    /// on from the same place.
-    void SetTempoOffset(std::int32_t bpm);
+    /// on from the same place. False: not now.
+    [[nodiscard]] bool SetTempoOffset(std::int32_t bpm);
     std::int32_t TempoOffset() const { return tempoOffset_; }
     /// The tempos as the offset has made them count as the file's from now on; the offset is 0.
-    void TakeTempoAsFile();
+    /// False: not now.
+    [[nodiscard]] bool TakeTempoAsFile();
 
-    /// Sets both loop ends (ticks, in any order). A loop of 10 ms or less is not played.
-    void SetLoop(std::int32_t startTick, std::int32_t endTick);
-    void SetLooping(bool on);
+    /// Sets both loop ends (ticks, in any order). A loop of 10 ms or less is not played. False: not
+    /// now.
+    [[nodiscard]] bool SetLoop(std::int32_t startTick, std::int32_t endTick);
+    [[nodiscard]] bool SetLooping(bool on);
     const PlayLoop& Loop() const { return dispatcher_.Loop(); }
 
     /// Mute and solo of the source channels (0-15); what becomes silent ends at once.
@@ -129,15 +154,17 @@ public:
     void SetChannelSolo(std::size_t channel, bool on);
     bool ChannelMuted(std::size_t channel) const { return routing_.Muted(channel); }
     bool ChannelSolo(std::size_t channel) const { return routing_.Solo(channel); }
-    /// Mutes a track; its notes end, its place in the song moves on.
-    void SetTrackMuted(std::size_t track, bool on);
-    /// Lets a track play so many milliseconds earlier.
-    void SetTrackTimeShift(std::size_t track, std::int32_t ms);
-    /// The notes of an open drum editor; a default-made table when it closes.
-    void SetDrumNotes(const DrumNotes& notes);
+    /// Mutes a track; its notes end, its place in the song moves on. False: not now.
+    [[nodiscard]] bool SetTrackMuted(std::size_t track, bool on);
+    /// Lets a track play so many milliseconds earlier. False: not now.
+    [[nodiscard]] bool SetTrackTimeShift(std::size_t track, std::int32_t ms);
+    /// The notes of an open drum editor; a default-made table when it closes. False: not now.
+    [[nodiscard]] bool SetDrumNotes(const DrumNotes& notes);
 
-    /// Plays source channel `channel` to `target` (0-15) of a port.
-    void SetRoute(std::size_t channel, std::size_t port, std::uint8_t target);
+    /// Sets where all source channels go, in one step. While playing, a port that is new among them
+    /// is opened and set up before its channels. When no channel goes to a port any more whose
+    /// driver hangs, the player goes on without it. False, and nothing is changed, when one does.
+    [[nodiscard]] bool SetRoutes(const ChannelRoutes& routes);
     const Routing& Routes() const { return routing_; }
     const ChannelActivity& Activity() const { return activity_; }
     const ChannelsInEffect& InEffect() const { return inEffect_; }
@@ -148,10 +175,10 @@ public:
     /// When both are on, Stop switches the keyboards' local control on again.
     void SetLocalControlOptions(bool keyboardHasIt, bool restoreAtStop);
 
-    /// Sends to a port. False when the port does not take it.
+    /// Gives a message to a port. False when the port does not take it.
     bool SendMidiData(std::size_t port, std::uint8_t status, std::uint8_t data1,
                       std::uint8_t data2);
-    /// Sends `status` (0xF0 or 0xF7) and `data` to a port.
+    /// Gives `status` (0xF0 or 0xF7) and `data` to a port.
     bool SendSysex(std::size_t port, std::uint8_t status, std::span<const std::uint8_t> data);
     /// Sends a channel message for a source channel to where it is routed, for live controls.
     bool SendChannel(std::size_t channel, std::uint8_t command, std::uint8_t data1,
@@ -159,25 +186,32 @@ public:
     /// Sends what the events before the position have set: system-exclusive set-up, then voice,
     /// controllers, parameters, bend and pressure of every channel.
     void InitializeRealtimeData();
+    /// Waits until the ports have sent all that they were given. False when they have not within
+    /// `patience`.
+    bool WaitUntilSent(std::chrono::milliseconds patience) const;
 
     /// The output devices, sorted by product name.
     std::vector<OutputDevice> OutputDevices() const { return ports_.SortedDevices(); }
     std::size_t OutputPortCount() const { return ports_.Count(); }
-    /// Opens a port. True when it is open.
-    bool OpenPort(std::size_t port) { return ports_.Open(port); }
+    /// Opens a port. True when it is open; else the user is told why not.
+    bool OpenPort(std::size_t port);
     /// Closes a port and opens it again with what the events before the position have set, so that
-    /// new options of its driver hold. True when it is open.
+    /// new options of its driver hold. False when it is not open by now; CheckPorts tries again.
     bool ReopenPort(std::size_t port);
-    /// Notices devices that went, came or came back; these are opened again and set up. To be
-    /// called about twice a second.
+    /// Notices output and input devices that went, came or came back, and ports that hang; opens
+    /// those that are back or could not be opened before, and sets them up. To be called about
+    /// twice a second.
     void CheckPorts();
 
-    const std::vector<InputDevice>& InputDevices() const { return inputDevices_; }
-    /// The chosen one: at first the device that matches the stored name.
-    std::optional<std::size_t> SelectedInput() const { return selectedInput_; }
-    void SelectInput(std::size_t index);
-    /// Begins to receive from the chosen device and, while SetMidiThru is on, to pass on what
-    /// comes. False when it cannot be opened; the user is told.
+    /// The input devices that are there.
+    const std::vector<InputDevice>& InputDevices() const { return input_.Devices(); }
+    /// The chosen one when it is there: at first the device of the stored name.
+    std::optional<std::size_t> SelectedInput() const { return input_.Selected(); }
+    /// Chooses an input by its name, whether it is there or not.
+    void SelectInput(const std::string& productName);
+    /// Begins to receive from the chosen device as soon as it is there and, while SetMidiThru is
+    /// on, to pass on what comes. False when it does not receive yet; a device that is there and
+    /// cannot be opened is told of.
     bool ConnectMidiInPort();
     void DisconnectMidiInPort();
     /// Received messages go to where their channel is routed.
@@ -185,29 +219,47 @@ public:
 
 private:
     /// Messages to the owner's thread.
-    enum Notice : std::uint32_t { SongEnded = 1, PortTrouble = 2 };
+    enum Notice : std::uint32_t { SongEnded = 1, PortTrouble = 2, HangOver = 3 };
 
-    std::int64_t PlayMidiData() noexcept;
-    void EndOfSong() noexcept;
-    void EndSound() noexcept;
-    void SendLocalControl() noexcept;
+    /// Keeps passes from running while the owner's thread touches what they use. What was sent
+    /// meanwhile is on its way before they go on.
+    class Hold : public PassHold {
+    public:
+        explicit Hold(TMidiPlayer& player) : PassHold(player.thread_), player_(player) {}
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+        ~Hold() { player_.WaitUntilSent(player_.sendPatience_); }
+
+    private:
+        TMidiPlayer& player_;
+    };
+
+    std::int64_t PlayMidiData(PassState& pass) noexcept;
+    bool EndOfSong(PassState& pass) noexcept;
+    bool EndSound(PassState* pass = nullptr) noexcept;
     void TakeTempo();
     void ApplyTempo(std::shared_ptr<const song::TimeMap>& map, std::int32_t offset);
     void OnNotice(std::uint32_t notice);
     void TellTrouble();
+    void TellNotOpened(std::size_t port, midi::ResultCode result);
+    void Tell(const std::string& text) const;
+    void TellPortsChanged() const;
     void TraceMIDIProc(std::string_view text) const;
 
-    void FindInputs(const PlayerSetup& setup);
-    void MidiInputXMidiInput(midi::TMidiInput& sender);
+    void MidiInputXMidiInput(const midi::TMyMidiEvent& event);
     void TellMissingDevices();
-    void OpenRoutedPorts();
+    void OpenPorts(const std::set<std::size_t>& ports);
+    std::vector<std::string> SilentPorts() const;
     void SetUpPorts(const std::vector<std::size_t>& ports);
+    bool TryRoutes(const ChannelRoutes& routes);
+    std::vector<std::size_t> ChangeRoutes(const ChannelRoutes& routes);
+    bool LeaveHangingPort(const ChannelRoutes& routes);
     void FindCursors(std::int64_t us);
-    void MoveTo(std::int64_t ms);
+    bool MoveTo(std::int64_t ms);
     void TakeSongOver(bool edited);
 
     song::Song& song_;
-    std::unique_ptr<Stopwatch> stopwatch_;
+    std::shared_ptr<Stopwatch> stopwatch_;
     PlayPosition position_;
     Routing routing_;
     ChannelActivity activity_;
@@ -222,10 +274,12 @@ private:
     std::atomic<bool> playing_ = false;
     std::atomic<bool> restoreLocalControl_ = false;
     MessageHost* host_ = nullptr;
+    std::chrono::milliseconds sendPatience_{0};
+    bool created_ = false;
+    std::set<std::size_t> toSetUp_;
+    std::set<std::size_t> toldNotOpened_;
     PlayerListener listener_;
-    std::vector<InputDevice> inputDevices_;
-    std::optional<std::size_t> selectedInput_;
-    std::unique_ptr<midi::TMidiInput> input_;
+    InputPort input_{[this](const midi::TMyMidiEvent& event) { MidiInputXMidiInput(event); }};
     MidiThru thru_{sender_};
     bool thruOn_ = false;
     TMidiPlayerThread thread_; // last, so that it ends first

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "player/chase_messages.h"
@@ -10,7 +11,7 @@
 namespace tracksmith::player {
 
 void TMidiPlayer::SetChannelMuted(std::size_t channel, bool on) {
-    const PassHold hold(thread_, *stopwatch_);
+    const Hold hold(*this);
     routing_.SetMuted(channel, on);
     if (on) {
         sender_.Silence(channel);
@@ -18,7 +19,7 @@ void TMidiPlayer::SetChannelMuted(std::size_t channel, bool on) {
 }
 
 void TMidiPlayer::SetChannelSolo(std::size_t channel, bool on) {
-    const PassHold hold(thread_, *stopwatch_);
+    const Hold hold(*this);
     std::array<bool, kChannels> audibleBefore{};
     for (std::size_t index = 0; index < kChannels; ++index) {
         audibleBefore[index] = routing_.Audible(index);
@@ -31,10 +32,10 @@ void TMidiPlayer::SetChannelSolo(std::size_t channel, bool on) {
     }
 }
 
-void TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
+    const Hold hold(*this);
     if (!hold || track >= song_.tracks.size()) {
-        return;
+        return static_cast<bool>(hold);
     }
     song::WriteShared(song_.tracks[track].muted, on ? 1 : 0);
     dispatcher_.SetLoop(Loop().on, Loop().startTick, Loop().endTick);
@@ -43,38 +44,97 @@ void TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
             sender_.EndNote(note.channel, note.key);
         }
     }
+    return true;
 }
 
-void TMidiPlayer::SetTrackTimeShift(std::size_t track, std::int32_t ms) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::SetTrackTimeShift(std::size_t track, std::int32_t ms) {
+    const Hold hold(*this);
     if (hold && track < song_.tracks.size()) {
         song_.tracks[track].timeShiftMs = ms;
         dispatcher_.CursorsMoved();
     }
+    return static_cast<bool>(hold);
 }
 
-void TMidiPlayer::SetDrumNotes(const DrumNotes& notes) {
-    const PassHold hold(thread_, *stopwatch_);
+bool TMidiPlayer::SetDrumNotes(const DrumNotes& notes) {
+    const Hold hold(*this);
     if (!hold) {
-        return;
+        return false;
     }
     if (notes.channel < kChannels) {
         sender_.Silence(notes.channel);
     }
     sender_.SetDrumNotes(notes);
+    return true;
 }
 
-void TMidiPlayer::SetRoute(std::size_t channel, std::size_t port, std::uint8_t target) {
-    const PassHold hold(thread_, *stopwatch_);
-    if (!hold || (routing_.Port(channel) == port && routing_.Target(channel) == target)) {
-        return;
+bool TMidiPlayer::SetRoutes(const ChannelRoutes& routes) {
+    if (routes == routing_.Routes()) {
+        return true;
     }
-    sender_.Silence(channel);
-    routing_.SetRoute(channel, port, target);
-    if (hold.WasPlaying()) {
-        ports_.Open(port);
-        SendChannelChase(CollectChase(song_).channels[channel], channel, sender_);
+    const bool done = TryRoutes(routes);
+    return LeaveHangingPort(routes) || done;
+}
+
+bool TMidiPlayer::TryRoutes(const ChannelRoutes& routes) {
+    const Hold hold(*this);
+    if (!hold) {
+        return false;
     }
+    const std::set<std::size_t> before = routing_.Ports();
+    const std::size_t setUpBefore = routing_.Port(0);
+    const std::vector<std::size_t> changed = ChangeRoutes(routes);
+    if (!hold.WasPlaying()) {
+        return true;
+    }
+    std::set<std::size_t> added = routing_.Ports();
+    std::erase_if(added, [&](std::size_t port) { return before.contains(port); });
+    OpenPorts(added);
+    const ChaseMemory memory = CollectChase(song_);
+    if (routing_.Port(0) != setUpBefore) {
+        SendSetUp(memory, sender_);
+    }
+    for (const std::size_t channel : changed) {
+        SendChannelChase(memory.channels[channel], channel, sender_);
+    }
+    return true;
+}
+
+// Ends what sounds where it was. Returns the channels that have moved.
+std::vector<std::size_t> TMidiPlayer::ChangeRoutes(const ChannelRoutes& routes) {
+    const ChannelRoutes before = routing_.Routes();
+    std::vector<std::size_t> changed;
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        if (routes[channel] != before[channel]) {
+            sender_.Silence(channel);
+            routing_.SetRoute(channel, routes[channel]);
+            changed.push_back(channel);
+        }
+    }
+    return changed;
+}
+
+// A driver that hangs keeps the thread that called it, which is needed no more when no channel goes
+// there: playing goes on with another one, at the place where the music is by now.
+bool TMidiPlayer::LeaveHangingPort(const ChannelRoutes& routes) {
+    const std::optional<std::size_t> holding = ports_.HoldingPort();
+    const auto goesThere = [&](const ChannelRoute& route) { return route.port == holding; };
+    if (!holding || !thread_.Passes().Stuck() || std::ranges::any_of(routes, goesThere)) {
+        return false;
+    }
+    const bool playing = thread_.Replace();
+    sender_.SilenceAll();
+    ChangeRoutes(routes);
+    if (playing) {
+        OpenPorts(routing_.Ports());
+        FindCursors(position_.Us());
+        InitializeRealtimeData();
+        thread_.AllowPasses();
+    }
+    if (listener_.onHangOver) {
+        listener_.onHangOver();
+    }
+    return true;
 }
 
 bool TMidiPlayer::SendMidiData(std::size_t port, std::uint8_t status, std::uint8_t data1,
@@ -93,7 +153,7 @@ bool TMidiPlayer::SendChannel(std::size_t channel, std::uint8_t command, std::ui
 }
 
 void TMidiPlayer::Panic() {
-    const PassHold hold(thread_, *stopwatch_);
+    const Hold hold(*this);
     for (std::size_t port = 0; port < ports_.Count(); ++port) {
         for (unsigned channel = 0; channel < kChannels; ++channel) {
             const auto status = static_cast<std::uint8_t>(song::kControlChange | channel);

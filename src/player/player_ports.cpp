@@ -12,45 +12,111 @@ namespace tracksmith::player {
 
 void TMidiPlayer::FormCreate(const PlayerSetup& setup) {
     host_ = &setup.host;
-    FindInputs(setup);
+    sendPatience_ = setup.sendPatience;
+    if (setup.input != nullptr) {
+        input_.Create(*setup.input, setup.storedInputName, setup.host);
+    }
     ports_.Enumerate(setup.outputs);
     TellMissingDevices();
     thread_.Start();
+    created_ = true;
 }
 
 void TMidiPlayer::FormDestroy() {
-    if (thread_.WorkingFlag()) {
+    if (std::exchange(created_, false)) {
         DisconnectMidiInPort();
-        Stop();
+        static_cast<void>(Stop()); // what hangs is left to itself
         thread_.Terminate();
         ports_.CloseAll();
+    }
+}
+
+bool TMidiPlayer::WaitUntilSent(std::chrono::milliseconds patience) const {
+    return ports_.WaitUntilSent(patience);
+}
+
+std::string TMidiPlayer::HangingPort() const {
+    const std::optional<std::size_t> port = ports_.HoldingPort();
+    return port && thread_.Passes().Stuck() ? ports_.At(*port).ProductName() : std::string();
+}
+
+void TMidiPlayer::Tell(const std::string& text) const {
+    host_->ShowMessage(text);
+}
+
+void TMidiPlayer::TellPortsChanged() const {
+    if (listener_.onPortsChanged) {
+        listener_.onPortsChanged();
     }
 }
 
 void TMidiPlayer::TellMissingDevices() {
     if (ports_.Count() == 0) {
         const Text& text = ports_.DevicesPresent() == 0 ? texts::kNoDevice : texts::kNoUsableDevice;
-        host_->ShowMessage(text.In(host_->CurrentLanguage()));
+        Tell(std::string(text.In(host_->CurrentLanguage())));
     }
 }
 
-void TMidiPlayer::OpenRoutedPorts() {
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        const std::size_t port = routing_.Port(channel);
-        if (port < ports_.Count() && !ports_.At(port).IsOpen()) {
-            ports_.Open(port);
+void TMidiPlayer::TellNotOpened(std::size_t port, midi::ResultCode result) {
+    if (port >= ports_.Count()) {
+        return;
+    }
+    const OutputPort& told = ports_.At(port);
+    const Language language = host_->CurrentLanguage();
+    if (result == midi::kNotReady) {
+        Tell(texts::OfPort(texts::kPortNotReady, language, told.ProductName()));
+        return;
+    }
+    toldNotOpened_.insert(port);
+    if (result == midi::kNoDevice) {
+        Tell(texts::OfPort(texts::kPortAbsent, language, told.ProductName()));
+    } else if (told.SoftwareInstrument()) {
+        Tell(texts::OfPort(texts::kPortNotOpened, language, told.ProductName()));
+    } else {
+        Tell(texts::OfPort(texts::kPortNotOpened, language, told.ProductName(), texts::kInUse));
+    }
+}
+
+bool TMidiPlayer::OpenPort(std::size_t port) {
+    const midi::ResultCode result = ports_.Open(port);
+    if (result != midi::kNoError) {
+        TellNotOpened(port, result);
+        return false;
+    }
+    return !ports_.At(port).Lost();
+}
+
+void TMidiPlayer::OpenPorts(const std::set<std::size_t>& ports) {
+    for (const std::size_t port : ports) {
+        OpenPort(port);
+    }
+}
+
+std::vector<std::string> TMidiPlayer::SilentPorts() const {
+    std::vector<std::string> names;
+    for (const std::size_t port : routing_.Ports()) {
+        if (port < ports_.Count() && ports_.At(port).State() != PortState::Open) {
+            names.push_back(ports_.At(port).ProductName());
         }
     }
+    return names;
 }
 
 void TMidiPlayer::CheckPorts() {
     const std::size_t count = ports_.Count();
-    const std::vector<std::size_t> back = ports_.Check();
-    if (!back.empty()) {
-        SetUpPorts(back);
+    const OutputPorts::Changes changes = ports_.Check(routing_.Ports());
+    for (const std::size_t port : changes.back) {
+        toldNotOpened_.erase(port);
     }
-    if ((!back.empty() || ports_.Count() != count) && listener_.onPortsChanged) {
-        listener_.onPortsChanged();
+    for (const auto& [port, result] : changes.notOpened) {
+        if (!toldNotOpened_.contains(port)) {
+            TellNotOpened(port, result);
+        }
+    }
+    SetUpPorts(changes.back);
+    const bool inputsChanged = input_.Check();
+    if (!changes.back.empty() || ports_.Count() != count || inputsChanged) {
+        TellPortsChanged();
     }
 }
 
@@ -62,34 +128,41 @@ bool TMidiPlayer::ReopenPort(std::size_t port) {
     return open;
 }
 
-// A device that is back knows nothing of what was sent before.
+// A device that is back knows nothing of what was sent before. Where a pass hangs, it is done
+// later.
 void TMidiPlayer::SetUpPorts(const std::vector<std::size_t>& ports) {
-    const PassHold hold(thread_, *stopwatch_);
+    toSetUp_.insert(ports.begin(), ports.end());
+    if (toSetUp_.empty()) {
+        return;
+    }
+    const Hold hold(*this);
     if (!hold) {
         return;
     }
-    const auto isBack = [&](std::size_t channel) {
-        return std::find(ports.begin(), ports.end(), routing_.Port(channel)) != ports.end();
-    };
-    for (const std::size_t port : ports) {
+    for (const std::size_t port : toSetUp_) {
         // Whatever sounded when it went, also on channels that are routed elsewhere by now.
         ports_.Silence(port);
     }
     const ChaseMemory memory = CollectChase(song_);
-    if (isBack(0)) {
+    if (toSetUp_.contains(routing_.Port(0))) {
         SendSetUp(memory, sender_);
     }
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        if (isBack(channel)) {
+        if (toSetUp_.contains(routing_.Port(channel))) {
             activity_.Clear(channel);
             SendChannelChase(memory.channels[channel], channel, sender_);
         }
     }
+    toSetUp_.clear();
 }
 
 void TMidiPlayer::OnNotice(std::uint32_t notice) {
     if (notice == PortTrouble) {
         TellTrouble();
+    } else if (notice == HangOver) {
+        if (listener_.onHangOver) {
+            listener_.onHangOver();
+        }
     } else if (!Playing() && listener_.onPlaying) {
         listener_.onPlaying(false);
     }
@@ -101,15 +174,19 @@ void TMidiPlayer::TellTrouble() {
         const OutputPort::Trouble trouble = port.TakeTrouble();
         const Language language = host_->CurrentLanguage();
         if (trouble.lost) {
-            host_->ShowMessage(texts::PortLost(language, port.ProductName()));
+            Tell(texts::OfPort(texts::kPortLost, language, port.ProductName()));
+        }
+        if (trouble.hanging) {
+            Tell(texts::OfPort(texts::kPortHangs, language, port.ProductName(), texts::kSwitchOff));
+        }
+        if (trouble.refused) {
+            Tell(texts::OfPort(texts::kMessageRefused, language, port.ProductName()));
         }
         if (trouble.sysexTooLong) {
-            host_->ShowMessage(midi::texts::kPrepareAddress.In(language));
+            Tell(std::string(midi::texts::kPrepareAddress.In(language)));
         }
     }
-    if (listener_.onPortsChanged) {
-        listener_.onPortsChanged();
-    }
+    TellPortsChanged();
 }
 
 } // namespace tracksmith::player

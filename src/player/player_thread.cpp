@@ -1,86 +1,115 @@
 #include "player/player_thread.h"
 
+#include <atomic>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 namespace tracksmith::player {
+namespace {
 
-TMidiPlayerThread::TMidiPlayerThread(Stopwatch& stopwatch, Pass pass)
-    : stopwatch_(stopwatch), pass_(std::move(pass)) {}
+// Longest wait for the thread's end.
+constexpr std::chrono::milliseconds kLastPatience{200};
+
+} // namespace
+
+/// What the thread uses beside its passes. It may outlive the player.
+struct TMidiPlayerThread::Core {
+    std::shared_ptr<Stopwatch> stopwatch;
+    Pass pass;
+    std::function<void()> onFreed; // guarded by mutex, once the thread runs
+    PassState passes;
+    std::atomic<bool> working = false;
+    std::atomic<bool> terminated = false;
+    std::mutex mutex;
+    std::thread thread;
+
+    Core(std::shared_ptr<Stopwatch> clock, Pass onePass, std::function<void()> freed)
+        : stopwatch(std::move(clock)), pass(std::move(onePass)), onFreed(std::move(freed)) {}
+
+    void Run() {
+        stopwatch->PrepareThread();
+        while (!terminated) {
+            std::int64_t next = Stopwatch::kForever;
+            if (passes.Begin()) {
+                next = pass(passes);
+                if (passes.End()) {
+                    TellFreed();
+                }
+            }
+            if (!terminated) {
+                stopwatch->SleepUntil(next);
+            }
+        }
+        working = false;
+    }
+
+    void TellFreed() {
+        const std::lock_guard lock(mutex);
+        if (onFreed) {
+            onFreed();
+        }
+    }
+};
+
+TMidiPlayerThread::TMidiPlayerThread(std::shared_ptr<Stopwatch> stopwatch, Pass pass,
+                                     std::function<void()> onFreed)
+    : core_(std::make_shared<Core>(std::move(stopwatch), std::move(pass), std::move(onFreed))) {}
 
 TMidiPlayerThread::~TMidiPlayerThread() {
     Terminate();
 }
 
 void TMidiPlayerThread::Start() {
-    if (!thread_.joinable()) {
-        terminated_ = false;
-        workingFlag_ = true;
-        thread_ = std::thread([this] { Run(); });
+    if (!core_->thread.joinable()) {
+        core_->terminated = false;
+        core_->working = true;
+        core_->thread = std::thread([core = core_] { core->Run(); });
     }
 }
 
 void TMidiPlayerThread::Terminate() {
-    state_.store(kStateStopped);
-    terminated_ = true;
-    if (thread_.joinable()) {
-        stopwatch_.Wake();
-        thread_.join();
+    if (!core_->thread.joinable()) {
+        return;
+    }
+    const bool ended = core_->passes.Forbid(kLastPatience, true).ended;
+    core_->terminated = true;
+    core_->stopwatch->Wake();
+    if (ended) {
+        core_->thread.join();
+    } else {
+        LeaveToItself();
     }
 }
 
-void TMidiPlayerThread::Run() {
-    stopwatch_.PrepareThread();
-    while (!terminated_) {
-        stopwatch_.SleepUntil(pass_());
-    }
-    workingFlag_ = false;
+void TMidiPlayerThread::LeaveToItself() {
+    const std::lock_guard lock(core_->mutex);
+    core_->onFreed = nullptr;
+    core_->terminated = true;
+    core_->thread.detach();
+}
+
+bool TMidiPlayerThread::Replace() {
+    const bool wasPlaying = core_->passes.Forbid(PassHold::kPatience, true).wasPlaying;
+    auto next = std::make_shared<Core>(core_->stopwatch, core_->pass, core_->onFreed);
+    LeaveToItself();
+    core_ = std::move(next);
+    Start();
+    return wasPlaying;
+}
+
+PassState& TMidiPlayerThread::Passes() const {
+    return core_->passes;
 }
 
 bool TMidiPlayerThread::AllowPasses() {
-    std::int32_t expected = kStateStopped;
-    return state_.compare_exchange_strong(expected, kStateIdle);
+    const bool allowed = core_->passes.Allow();
+    core_->stopwatch->Wake();
+    return allowed;
 }
 
-TMidiPlayerThread::Halt TMidiPlayerThread::ForbidPasses(std::chrono::milliseconds patience) {
-    Halt halt;
-    halt.wasPlaying = state_.exchange(kStateStopped) != kStateStopped;
-    std::unique_lock lock(mutex_);
-    halt.ended = passEnded_.wait_for(lock, patience, [this] { return !inPass_; });
-    return halt;
-}
-
-bool TMidiPlayerThread::BeginPass() {
-    // Under the lock, so that whoever stops sees either the pass or that none can begin.
-    const std::lock_guard lock(mutex_);
-    std::int32_t expected = kStateIdle;
-    inPass_ = state_.compare_exchange_strong(expected, kStatePass);
-    return inPass_;
-}
-
-void TMidiPlayerThread::EndPass() {
-    std::int32_t expected = kStatePass;
-    state_.compare_exchange_strong(expected, kStateIdle);
-    const std::lock_guard lock(mutex_);
-    inPass_ = false;
-    passEnded_.notify_all();
-}
-
-bool TMidiPlayerThread::StopInPass() {
-    std::int32_t expected = kStatePass;
-    return state_.compare_exchange_strong(expected, kStateStopped);
-}
-
-PassHold::PassHold(TMidiPlayerThread& thread, Stopwatch& stopwatch)
-    : thread_(thread),
-      stopwatch_(stopwatch),
-      halt_(thread.ForbidPasses()),
-      resume_(halt_.wasPlaying) {}
-
-PassHold::~PassHold() {
-    if (resume_) {
-        thread_.AllowPasses();
-        stopwatch_.Wake();
-    }
+bool TMidiPlayerThread::WorkingFlag() const {
+    return core_->working;
 }
 
 } // namespace tracksmith::player

@@ -4,10 +4,20 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 
 namespace tracksmith::player {
 
 inline constexpr std::size_t kChannels = 16;
+
+/// Where a source channel goes: index of a port, and channel there (0-15).
+struct ChannelRoute {
+    std::size_t port = 0;
+    std::uint8_t target = 0;
+    friend bool operator==(const ChannelRoute&, const ChannelRoute&) = default;
+};
+/// The routes of all source channels.
+using ChannelRoutes = std::array<ChannelRoute, kChannels>;
 
 /// Where the events of each source channel (0-15) go, and which channels are heard. The owner's
 /// thread writes, both threads read.
@@ -19,7 +29,10 @@ public:
     std::uint8_t Target(std::size_t channel) const {
         return routes_[channel].target.load(kRelaxed);
     }
-    void SetRoute(std::size_t channel, std::size_t port, std::uint8_t target);
+    void SetRoute(std::size_t channel, const ChannelRoute& route);
+    ChannelRoutes Routes() const;
+    /// The ports that some channel goes to.
+    std::set<std::size_t> Ports() const;
 
     bool Muted(std::size_t channel) const { return (muted_.load(kRelaxed) & Bit(channel)) != 0; }
     bool Solo(std::size_t channel) const { return (solo_.load(kRelaxed) & Bit(channel)) != 0; }

@@ -16,12 +16,17 @@ set(SOURCES
   event_sender.h
   held_notes.cpp
   held_notes.h
+  input_port.cpp
+  input_port.h
   midi_thru.cpp
   midi_thru.h
   output_port.cpp
   output_port.h
+  output_port_send.cpp
   output_ports.cpp
   output_ports.h
+  pass_state.cpp
+  pass_state.h
   play_position.cpp
   play_position.h
   player.cpp
@@ -33,6 +38,8 @@ set(SOURCES
   player_thread.h
   routing.cpp
   routing.h
+  send_queue.cpp
+  send_queue.h
   stopwatch.cpp
   stopwatch.h
   tempo_request.cpp

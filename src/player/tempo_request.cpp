@@ -16,4 +16,9 @@ bool TempoRequest::WaitUntilDone(std::chrono::milliseconds patience) {
     return done_.wait_for(lock, patience, [this] { return !tempoChanged_.load(); });
 }
 
+bool TempoRequest::Withdraw() {
+    const std::lock_guard lock(mutex_);
+    return tempoChanged_.exchange(false);
+}
+
 } // namespace tracksmith::player

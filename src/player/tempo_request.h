@@ -20,6 +20,8 @@ public:
     /// Owner's thread: waits until the request has been carried out. False when it was not within
     /// `patience`.
     bool WaitUntilDone(std::chrono::milliseconds patience);
+    /// Owner's thread: takes the request back. False when it has been carried out already.
+    bool Withdraw();
 
     /// Carries a waiting request out: calls `apply(map, offset)`, which may exchange the map for
     /// another one; no memory is released here. At once when there is none.

@@ -14,7 +14,7 @@ MidiFileBuilder TwoChannels() {
 
 TEST_F(ChannelTest, MutingEndsNotesAndUnmutingSendsNoBurst) {
     Load(TwoChannels());
-    player->Play();
+    Play();
     Run(200);
     EXPECT_EQ(player->Activity().Sounding(1, 70), 1U);
     EXPECT_EQ(player->Activity().Level(1), 64U);
@@ -32,7 +32,7 @@ TEST_F(ChannelTest, SoloSilencesTheOthers) {
     Load(TwoChannels());
     player->SetChannelSolo(1, true);
     Log();
-    player->Play();
+    Play();
     Run(200);
     player->SetChannelSolo(0, true);
     player->SetChannelSolo(1, false);
@@ -45,9 +45,9 @@ TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
         MillisecondFile()
             .Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(500, 0, 60).Note(0, 0, 61, 64).End(99))
             .Track(TrackBuilder().Note(0, 0, 64, 64).NoteOff(500, 0, 64).End()));
-    player->Play();
+    Play();
     Run(100);
-    player->SetTrackMuted(0, true);
+    EXPECT_TRUE(player->SetTrackMuted(0, true));
     Run(500);
     EXPECT_EQ(Log(), "0 903C40; 0 904040; 100 803C40; 500 804040");
 }
@@ -55,7 +55,7 @@ TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
 // Set behind the player's back, the flag still lets notes end.
 TEST_F(ChannelTest, NotesOfATrackMutedMeanwhileEnd) {
     Load(TwoChannels());
-    player->Play();
+    Play();
     Run(200);
     decoded->song.tracks[0].muted = 1;
     Run(600);
@@ -65,12 +65,12 @@ TEST_F(ChannelTest, NotesOfATrackMutedMeanwhileEnd) {
 TEST_F(ChannelTest, RoutesToChannelsAndPorts) {
     driver.Add("Module");
     Load(TwoChannels());
-    player->SetRoute(0, 0, 9);
-    player->SetRoute(1, 1, 1);
+    Route(0, 0, 9);
+    Route(1, 1, 1);
     Log();
-    player->Play();
+    Play();
     Run(200);
-    player->SetRoute(1, 0, 5);
+    Route(1, 0, 5);
     Run(600);
     std::vector<std::string> module;
     for (const Received& message : log) {
@@ -96,9 +96,9 @@ TEST_F(ChannelTest, DrumEditorMovesAndSuppressesNotes) {
     notes.on[38] = false;
     notes.offset[36] = 4;
     notes.offset[120] = 10;
-    player->SetDrumNotes(notes);
+    EXPECT_TRUE(player->SetDrumNotes(notes));
     Log();
-    player->Play();
+    Play();
     Run(20);
     EXPECT_EQ(Log(), "10 992840; 10 997840; 10 902440");
 }
@@ -112,16 +112,16 @@ TEST_F(ChannelTest, WhatIsNotSent) {
                                      .Short(1, 0xB0, 8, 9)
                                      .End(99)));
     decoded->song.tracks[0].last->prev->length = 0;
-    player->Play();
+    Play();
     Run(50);
     EXPECT_EQ(Log(), "1 F043F7; 3 B0077F");
     EXPECT_EQ(host.messages.size(), 1U);
     EXPECT_NE(host.messages.at(0).find("64K"), std::string::npos);
-    player->Stop();
-    player->MoveToTimePosition(0);
+    Stop();
+    EXPECT_TRUE(player->MoveToTimePosition(0));
     player->SuppressSysex(true);
     Log();
-    player->Play();
+    Play();
     Run(50);
     EXPECT_EQ(Messages(), "B0077F");
     EXPECT_EQ(host.messages.size(), 1U);
@@ -129,12 +129,12 @@ TEST_F(ChannelTest, WhatIsNotSent) {
 
 TEST_F(ChannelTest, LocalControlComesBackOnlyWithBothOptions) {
     Load(TwoChannels());
-    player->Play();
+    Play();
     player->SetLocalControlOptions(true, false);
-    player->Stop();
+    Stop();
     EXPECT_EQ(Messages().find("7A7F"), std::string::npos);
     player->SetLocalControlOptions(true, true);
-    player->Stop();
+    Stop();
     EXPECT_NE(Messages().find("B07A7F B17A7F"), std::string::npos);
 }
 

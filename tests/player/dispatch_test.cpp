@@ -42,7 +42,7 @@ class WholeSongTest : public PlayerFixture {
 protected:
     // Every event comes at exactly its time and in the order of playing, whatever the tempo map.
     void ExpectEveryEventAtItsTime() {
-        ASSERT_TRUE(player->Play());
+        Play();
         Run(player->SongEndTime() + 4000);
         std::vector<std::string> played;
         for (const Received& message : log) {
@@ -74,7 +74,7 @@ TEST_F(WholeSongTest, PlaysTheDemoSong) {
 TEST_F(DispatchTest, LateWakeUpsKeepOrderAndAddNoDrift) {
     Load(RandomFile(7, 1));
     clock->latenessUs = 13'337;
-    ASSERT_TRUE(player->Play());
+    Play();
     Run(player->SongEndTime() + 4000);
     const std::vector<std::string> expected = Expected(decoded->song);
     ASSERT_EQ(log.size(), expected.size() + 32);
@@ -96,7 +96,7 @@ TEST_F(DispatchTest, KeepsTimeForADay) {
     Load(MillisecondFile().Track(track.End()));
     const std::int64_t start = 365LL * 86'400 * 1'000'000;
     clock->RunUntil(start);
-    ASSERT_TRUE(player->Play());
+    Play();
     Run(kHours * 3'600'000);
     ASSERT_EQ(log.size(), std::size_t{kHours} * 7200);
     for (std::size_t i = 0; i < log.size(); ++i) {
@@ -107,7 +107,7 @@ TEST_F(DispatchTest, KeepsTimeForADay) {
 
 TEST_F(DispatchTest, EndsLaterThanTheLastEventAndStaysStopped) {
     Load(MillisecondFile().Track(TrackBuilder().Note(0, 0, 60, 64).End(1000)));
-    ASSERT_TRUE(player->Play());
+    Play();
     const std::int64_t end = player->SongEndTime();
     Run(end + 3300);
     EXPECT_TRUE(player->Playing());
@@ -119,7 +119,7 @@ TEST_F(DispatchTest, EndsLaterThanTheLastEventAndStaysStopped) {
     EXPECT_EQ(told, (std::vector{true, false}));
     // The next Play begins at the start.
     Run(50);
-    ASSERT_TRUE(player->Play());
+    Play();
     Run(1);
     EXPECT_EQ(Messages(), "903C40");
 }
@@ -130,7 +130,7 @@ TEST_F(DispatchTest, SleepsWithoutWakingWhileStopped) {
     const std::int64_t sleeps = clock->Sleeps();
     Run(3'600'000);
     EXPECT_EQ(clock->Sleeps(), sleeps);
-    player->Play();
+    Play();
     Run(8000);
     // One pass for the first note, none until the next.
     EXPECT_LE(clock->Sleeps(), sleeps + 2);
@@ -139,14 +139,14 @@ TEST_F(DispatchTest, SleepsWithoutWakingWhileStopped) {
 TEST_F(DispatchTest, StopContinuesWithoutRepeating) {
     Load(MillisecondFile().Track(
         TrackBuilder().Note(10, 0, 60, 64).Note(10, 0, 61, 64).NoteOff(10, 0, 60).End()));
-    player->Play();
+    Play();
     clock->RunUntil(10'400);
     EXPECT_TRUE(player->Stop());
     EXPECT_EQ(Log(), "10 903C40; 10 silence");
     EXPECT_EQ(player->Activity().Sounding(0, 60), 0U);
     EXPECT_EQ(player->Activity().Level(0), 0U);
     Run(1000);
-    player->Play();
+    Play();
     Run(30);
     // The next event stood 9.6 ms ahead.
     EXPECT_EQ(Log(), "1020 903D40; 1030 803C40");
@@ -157,9 +157,9 @@ TEST_F(DispatchTest, ShiftedTracksPlayEarlierOrLater) {
              .Track(TrackBuilder().Note(100, 0, 60, 64).End())
              .Track(TrackBuilder().Note(100, 1, 61, 64).End())
              .Track(TrackBuilder().Note(100, 2, 62, 64).End()));
-    player->SetTrackTimeShift(1, 30);
-    player->SetTrackTimeShift(2, -30);
-    player->Play();
+    EXPECT_TRUE(player->SetTrackTimeShift(1, 30));
+    EXPECT_TRUE(player->SetTrackTimeShift(2, -30));
+    Play();
     Run(200);
     EXPECT_EQ(Log(), "70 913D40; 100 903C40; 130 923E40");
 }
@@ -180,12 +180,12 @@ TEST_P(LoopTest, JumpsBackBeforeItsEnd) {
                                      .NoteOff(50, 0, 60)
                                      .Note(45, 0, 62, 64)
                                      .End(105)));
-    player->SetLoop(GetParam().from, GetParam().to);
-    player->SetLooping(true);
-    player->Play();
+    EXPECT_TRUE(player->SetLoop(GetParam().from, GetParam().to));
+    EXPECT_TRUE(player->SetLooping(true));
+    Play();
     Run(320);
     EXPECT_EQ(Log(), GetParam().log);
-    player->Stop();
+    Stop();
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -203,15 +203,15 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(DispatchTest, ALatePassPlaysNothingFromBehindTheLoop) {
     Load(MillisecondFile().Track(
         TrackBuilder().Note(0, 0, 60, 64).Note(200, 0, 61, 64).NoteOff(5, 0, 60).End(500)));
-    player->SetLoop(0, 200);
-    player->SetLooping(true);
+    EXPECT_TRUE(player->SetLoop(0, 200));
+    EXPECT_TRUE(player->SetLooping(true));
     clock->latenessUs = 40'000;
-    player->Play();
+    Play();
     Run(200);
     // Due at 191, 40 ms late.
     EXPECT_EQ(Log(), "0 903C40; 231 silence; 231 903C40");
-    player->SetLooping(false);
-    player->Stop();
+    EXPECT_TRUE(player->SetLooping(false));
+    Stop();
 }
 
 } // namespace

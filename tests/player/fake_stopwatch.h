@@ -43,6 +43,12 @@ public:
             changed_.notify_all();
         }
     }
+    /// Moves the time on, waking the thread when it is due, and does not wait for it.
+    void JumpTo(std::int64_t us) {
+        const std::lock_guard lock(mutex_);
+        nowUs_ = us;
+        changed_.notify_all();
+    }
     /// Moves the time on without waking anybody, as when a driver is slow.
     void Pass(std::int64_t us) { nowUs_ += us; }
     /// How often the thread has slept.

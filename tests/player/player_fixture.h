@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <memory>
 #include <set>
@@ -71,14 +72,24 @@ protected:
         clock = stopwatch.get();
         driver.clock = [this] { return clock->ElapsedUs(); };
         player = std::make_unique<player::TMidiPlayer>(decoded->song, std::move(stopwatch));
-        player->SetListener({[this](bool playing) { told.push_back(playing); }, {}, {}});
-        player->FormCreate({{{&driver, false}}, nullptr, "", host});
-        player->SongLoaded();
+        player->SetListener({[this](bool playing) { told.push_back(playing); },
+                             [this] { ++portChanges; },
+                             {},
+                             [this] { ++hangsOver; }});
+        player->FormCreate({{{&driver, false}}, nullptr, "", host, sendPatience});
+        EXPECT_TRUE(player->SongLoaded());
         Collect();
         log.clear();
     }
     void Load(const MidiFileBuilder& file) { Load(file.Build()); }
 
+    void Play() { EXPECT_TRUE(player->Play()); }
+    void Stop() { EXPECT_TRUE(player->Stop()); }
+    void Route(std::size_t channel, std::size_t port, std::uint8_t target) {
+        player::ChannelRoutes routes = player->Routes().Routes();
+        routes[channel] = {port, target};
+        EXPECT_TRUE(player->SetRoutes(routes));
+    }
     /// Lets `ms` milliseconds pass.
     void Run(std::int64_t ms) {
         clock->RunUntil(clock->ElapsedUs() + ms * 1000);
@@ -86,6 +97,7 @@ protected:
         Collect();
     }
     void Collect() {
+        EXPECT_TRUE(player->WaitUntilSent(kPatient));
         for (Received& message : driver.Take()) {
             sounding.Take(message);
             log.push_back(std::move(message));
@@ -115,6 +127,10 @@ protected:
         return text;
     }
 
+    /// Longer than any machine takes.
+    static constexpr std::chrono::milliseconds kPatient{20'000};
+
+    std::chrono::milliseconds sendPatience = kPatient;
     std::unique_ptr<DecodedSong> decoded;
     RecordingDriver driver;
     RecordingMessageHost host;
@@ -122,6 +138,8 @@ protected:
     std::unique_ptr<player::TMidiPlayer> player;
     std::vector<Received> log;
     std::vector<bool> told;
+    int portChanges = 0;
+    int hangsOver = 0;
     SoundingNotes sounding;
 
 private:

@@ -20,15 +20,19 @@ Bytes LongNotes() {
         .Build();
 }
 
+std::string Told(const Text& text, const std::string& name = "Keyboard") {
+    return player::texts::OfPort(text, Language::English, name);
+}
+
 TEST_F(PortsTest, AFailingPortIsLostSaidOnceAndSkipped) {
     Load(LongNotes());
-    player->Play();
+    Play();
     Run(200);
     Log();
     driver.SetFailing("Keyboard", true);
     sounding.Forget("Keyboard");
     Run(2000);
-    EXPECT_EQ(host.messages, std::vector{player::texts::PortLost(Language::English, "Keyboard")});
+    EXPECT_EQ(host.messages, std::vector{Told(player::texts::kPortLost)});
     EXPECT_FALSE(player->OutputDevices().at(0).usable);
     EXPECT_TRUE(player->Playing());
     // It is there and can be opened, but keeps failing.
@@ -44,7 +48,7 @@ TEST_F(PortsTest, ASlowPortIsLost) {
     Load(LongNotes());
     std::int64_t delayUs = 50'000;
     driver.onMessage = [&] { clock->Pass(delayUs); };
-    player->Play();
+    Play();
     Run(650);
     EXPECT_TRUE(host.messages.empty());
     delayUs = 50'001;
@@ -56,7 +60,7 @@ TEST_F(PortsTest, ASlowPortIsLost) {
 
 TEST_F(PortsTest, AReturningPortIsSetUpAgain) {
     Load(LongNotes());
-    player->Play();
+    Play();
     Run(200);
     driver.SetPresent("Keyboard", false);
     sounding.Forget("Keyboard");
@@ -116,7 +120,7 @@ TEST_F(PortsTest, PlaysOnWithoutAnyDevice) {
               std::vector<std::string>{"There is no midi interface in your computer!\r\n"
                                        "Therefor no midi playback posible!"});
     EXPECT_EQ(player->OutputPortCount(), 0U);
-    EXPECT_TRUE(player->Play());
+    Play();
     Run(200);
     EXPECT_EQ(player->Position(), 200);
     EXPECT_EQ(player->Activity().Sounding(0, 60), 1U);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <mutex>
@@ -17,14 +19,17 @@ struct Received {
     std::vector<std::uint8_t> bytes;
 };
 
-/// Output devices that keep what they receive. They can vanish, come back, fail and be slow.
+/// Output devices that keep what they receive. They can vanish, come back, fail, be slow and hang.
 class RecordingDriver final : public midi::MidiOutputDriver {
 public:
     struct Device {
         std::string name;
         bool present = true;
-        bool failing = false;
         bool nameless = false;
+        bool hanging = false;
+        midi::ResultCode openResult = midi::kNoError;
+        midi::ResultCode sendResult = midi::kNoError;
+        int openings = 0;
     };
 
     explicit RecordingDriver(std::vector<std::string> names = {"Keyboard"}) {
@@ -37,6 +42,8 @@ public:
     std::function<std::int64_t()> clock = [] { return 0; };
     /// Called for every message before it is kept.
     std::function<void()> onMessage;
+    /// Long messages do not come back.
+    std::atomic<bool> keepsHeaders = false;
 
     template <typename Change>
     void ChangeDevice(const std::string& name, Change&& change) {
@@ -51,7 +58,30 @@ public:
         ChangeDevice(name, [on](Device& device) { device.present = on; });
     }
     void SetFailing(const std::string& name, bool on) {
-        ChangeDevice(name, [on](Device& device) { device.failing = on; });
+        SetSendResult(name, on ? midi::kNoDriver : midi::kNoError);
+    }
+    /// What every message from now on comes to, and every opening.
+    void SetSendResult(const std::string& name, midi::ResultCode result) {
+        ChangeDevice(name, [result](Device& device) { device.sendResult = result; });
+    }
+    void SetOpenResult(const std::string& name, midi::ResultCode result) {
+        ChangeDevice(name, [result](Device& device) { device.openResult = result; });
+    }
+    /// Sending does not return until this is off.
+    void SetHanging(const std::string& name, bool on) {
+        ChangeDevice(name, [on](Device& device) { device.hanging = on; });
+        released_.notify_all();
+    }
+    /// Waits until so many calls hang.
+    void AwaitHanging(int calls) {
+        std::unique_lock lock(mutex_);
+        released_.wait(lock, [&] { return hanging_ == calls; });
+    }
+    /// How often the device was opened or tried to.
+    int Openings(const std::string& name) {
+        int openings = 0;
+        ChangeDevice(name, [&](const Device& device) { openings = device.openings; });
+        return openings;
     }
     void SetNameless(const std::string& name, bool on) {
         ChangeDevice(name, [on](Device& device) { device.nameless = on; });
@@ -90,6 +120,11 @@ public:
         if (device >= present.size()) {
             return midi::kBadDeviceId;
         }
+        Device& opened = devices_[present[device]];
+        ++opened.openings;
+        if (opened.openResult != midi::kNoError) {
+            return opened.openResult;
+        }
         connections_.push_back({present[device], callback, instance});
         handle = connections_.size();
         return midi::kNoError;
@@ -115,7 +150,7 @@ public:
     midi::ResultCode LongMessage(midi::DeviceHandle handle, midi::MidiHeader& header) override {
         const midi::ResultCode result =
             Keep(handle, {header.data, header.data + header.bufferLength});
-        if (result == midi::kNoError) {
+        if (result == midi::kNoError && !keepsHeaders) {
             header.flags |= midi::MidiHeader::kDone;
             const Connection& connection = connections_[handle - 1];
             connection.callback(handle, midi::kOutputDone, connection.instance,
@@ -167,16 +202,29 @@ private:
         if (onMessage) {
             onMessage();
         }
-        const std::lock_guard lock(mutex_);
-        const Device& device = devices_[connections_[handle - 1].device];
-        if (!device.present || device.failing || connections_[handle - 1].callback == nullptr) {
+        std::unique_lock lock(mutex_);
+        const std::size_t index = connections_[handle - 1].device;
+        if (devices_[index].hanging) {
+            ++hanging_;
+            released_.notify_all();
+            released_.wait(lock, [&] { return !devices_[index].hanging; });
+            --hanging_;
+            released_.notify_all();
+        }
+        const Device& device = devices_[index];
+        if (!device.present || connections_[handle - 1].callback == nullptr) {
             return midi::kNoDriver;
+        }
+        if (device.sendResult != midi::kNoError) {
+            return device.sendResult;
         }
         received_.push_back({clock(), device.name, std::move(bytes)});
         return midi::kNoError;
     }
 
     std::mutex mutex_;
+    std::condition_variable released_;
+    int hanging_ = 0;
     std::vector<Device> devices_;
     std::vector<Connection> connections_;
     std::vector<Received> received_;

@@ -19,9 +19,9 @@ class ChaseTest : public PlayerFixture, public ::testing::WithParamInterface<Cha
 TEST_P(ChaseTest, SendsWhatTheEventsBeforeHaveSet) {
     TrackBuilder track = GetParam().events;
     Load(MillisecondFile().Track(track.Note(2000, 0, 60, 64).NoteOff(100, 0, 60).End()));
-    player->MoveToTimePosition(1000);
+    EXPECT_TRUE(player->MoveToTimePosition(1000));
     EXPECT_EQ(Messages(), "");
-    ASSERT_TRUE(player->Play());
+    Play();
     EXPECT_EQ(Messages(), GetParam().sent);
 }
 
@@ -94,8 +94,8 @@ TEST_F(SeekTest, ChasesInTheOrderOfPlaying) {
     Load(MillisecondFile()
              .Track(TrackBuilder().Short(20, 0xB0, 7, 90).End())
              .Track(TrackBuilder().Short(10, 0xB0, 7, 80).End(500)));
-    player->MoveToTimePosition(100);
-    player->Play();
+    EXPECT_TRUE(player->MoveToTimePosition(100));
+    Play();
     EXPECT_EQ(Messages(), "B0075A");
 }
 
@@ -103,29 +103,29 @@ TEST_F(SeekTest, MutedTracksAreNotChasedButFollow) {
     Load(MillisecondFile()
              .Track(TrackBuilder().Short(20, 0xB0, 7, 90).Note(200, 0, 60, 64).End())
              .Track(TrackBuilder().Program(10, 0, 8).NoteOff(300, 0, 60).End(500)));
-    player->SetTrackMuted(0, true);
-    player->MoveToTimePosition(100);
-    player->Play();
+    EXPECT_TRUE(player->SetTrackMuted(0, true));
+    EXPECT_TRUE(player->MoveToTimePosition(100));
+    Play();
     Run(50);
-    player->SetTrackMuted(0, false);
+    EXPECT_TRUE(player->SetTrackMuted(0, false));
     Run(250);
     EXPECT_EQ(Log(), "0 C008; 120 903C40; 210 803C40");
 }
 
 TEST_F(SeekTest, GuardsAgainstTheSamePlaceAndBehindTheEnd) {
     Load(MillisecondFile().Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(5000, 0, 60).End()));
-    player->Play();
+    Play();
     Run(1000);
     Log();
-    player->MoveToTimePosition(1000);
-    player->MoveToTimePosition(player->SongEndTime() + 1);
+    EXPECT_TRUE(player->MoveToTimePosition(1000));
+    EXPECT_TRUE(player->MoveToTimePosition(player->SongEndTime() + 1));
     EXPECT_EQ(Log(), "");
     EXPECT_EQ(player->Position(), 1000);
-    player->MoveToTimePosition(-5);
+    EXPECT_TRUE(player->MoveToTimePosition(-5));
     Run(0);
     EXPECT_EQ(player->Position(), 0);
     EXPECT_EQ(Log(), "1000 silence; 1000 903C40");
-    player->MoveToTimePosition(4990);
+    EXPECT_TRUE(player->MoveToTimePosition(4990));
     Run(10);
     EXPECT_EQ(Log(), "1000 silence; 1010 803C40");
 }
@@ -138,9 +138,9 @@ TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
         return event ? event->data2 : 0;
     };
     EXPECT_EQ(inEffect(), 0);
-    player->MoveToTimePosition(600);
+    EXPECT_TRUE(player->MoveToTimePosition(600));
     EXPECT_EQ(inEffect(), 2);
-    player->Play();
+    Play();
     Run(400);
     EXPECT_EQ(inEffect(), 3);
 }
@@ -149,10 +149,10 @@ TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
 TEST_F(SeekTest, RebuildAfterEditFindsEverythingAgain) {
     Load(MillisecondFile().Track(
         TrackBuilder().Note(10, 0, 60, 64).NoteOff(500, 0, 60).Note(500, 0, 61, 64).End(200)));
-    player->SetLoop(510, 1100);
-    player->Play();
+    EXPECT_TRUE(player->SetLoop(510, 1100));
+    Play();
     Run(100);
-    player->Stop();
+    Stop();
     song::Track& track = decoded->song.tracks[0];
     while (track.first->next != track.last) {
         song::RemoveEvent(decoded->song, track, track.first->next);
@@ -161,9 +161,9 @@ TEST_F(SeekTest, RebuildAfterEditFindsEverythingAgain) {
     song::InsertByTick(track, song::NewShortEvent(decoded->song.pool, 160, 0x80, 70, 64));
     song::UpdateTimeZoneData(decoded->song);
     Log();
-    player->RebuildAfterEdit();
+    EXPECT_TRUE(player->RebuildAfterEdit());
     EXPECT_EQ(player->Position(), 100);
-    player->Play();
+    Play();
     Run(100);
     EXPECT_EQ(Log(), "150 904640; 160 804640");
 }

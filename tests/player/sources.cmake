@@ -3,6 +3,7 @@ set(SOURCES
   dispatch_test.cpp
   fake_stopwatch.h
   player_fixture.h
+  hang_test.cpp
   ports_test.cpp
   recording_driver.h
   seek_test.cpp

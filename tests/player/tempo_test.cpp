@@ -33,23 +33,23 @@ TEST_P(RetimeTest, EqualsAFullRetiming) {
     Load(RandomFile(GetParam(), 1, true));
     const std::vector<std::int32_t> fileTimes = Times(decoded->song);
     Dice dice(GetParam());
-    player->Play();
+    Play();
     for (int i = 0; i < 6; ++i) {
         Run(dice.Roll(300));
-        player->SetTempoOffset(dice.Roll(200) - 80);
+        EXPECT_TRUE(player->SetTempoOffset(dice.Roll(200) - 80));
         Run(1);
         const std::vector<std::int32_t> times = Times(decoded->song);
-        player->Stop();
+        Stop();
         song::SetTimeZones(decoded->song);
         song::SetTimePositions(decoded->song);
         EXPECT_EQ(Times(decoded->song), times);
         song::UpdateTimeZoneData(decoded->song);
-        player->RebuildAfterEdit();
+        EXPECT_TRUE(player->RebuildAfterEdit());
         EXPECT_EQ(Times(decoded->song), times);
-        player->Play();
+        Play();
     }
-    player->Stop();
-    player->SetTempoOffset(0);
+    Stop();
+    EXPECT_TRUE(player->SetTempoOffset(0));
     EXPECT_EQ(Times(decoded->song), fileTimes);
 }
 
@@ -57,9 +57,9 @@ INSTANTIATE_TEST_SUITE_P(Seeds, RetimeTest, ::testing::Range(1U, 16U));
 
 TEST_F(TempoTest, GoesOnFromTheSamePlace) {
     Load(TwoTempos(500'000, 250'000));
-    player->Play();
+    Play();
     Run(500);
-    player->SetTempoOffset(120);
+    EXPECT_TRUE(player->SetTempoOffset(120));
     // Half of the way to the note is left, at double speed.
     EXPECT_EQ(player->Position(), 250);
     Run(1000);
@@ -67,7 +67,7 @@ TEST_F(TempoTest, GoesOnFromTheSamePlace) {
     // The second tempo, from tick 2000 at 1000 ms on, went from 240 to 360.
     const player::PlayPlace place = player->Place();
     EXPECT_NEAR(static_cast<double>(song::MsToTick(*place.map, place.ms)), 2750, 4);
-    player->SetTempoOffset(0);
+    EXPECT_TRUE(player->SetTempoOffset(0));
     const player::PlayPlace back = player->Place();
     EXPECT_NEAR(static_cast<double>(song::MsToTick(*back.map, back.ms)), 2750, 4);
     EXPECT_NEAR(static_cast<double>(back.ms), 2375, 1);
@@ -78,22 +78,22 @@ TEST_F(TempoTest, GoesOnFromTheSamePlace) {
 // Even where a tick lasts a second, the place between two ticks is kept.
 TEST_F(TempoTest, KeepsThePlaceWithinALongTick) {
     Load(MidiFileBuilder(1, 1).Track(TrackBuilder().Note(4, 0, 60, 64).NoteOff(4, 0, 60).End()));
-    player->Play();
+    Play();
     Run(1800);
-    player->SetTempoOffset(120);
+    EXPECT_TRUE(player->SetTempoOffset(120));
     Run(100);
     EXPECT_EQ(Log(), "1900 903C40");
 }
 
 TEST_F(TempoTest, LoopFollowsTheTempo) {
     Load(MillisecondFile().Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(1000, 0, 60).End(99)));
-    player->SetLoop(0, 400);
-    player->SetLooping(true);
-    player->Play();
-    player->SetTempoOffset(120);
+    EXPECT_TRUE(player->SetLoop(0, 400));
+    EXPECT_TRUE(player->SetLooping(true));
+    Play();
+    EXPECT_TRUE(player->SetTempoOffset(120));
     Run(200);
     EXPECT_EQ(Log(), "0 903C40; 191 silence; 191 903C40");
-    player->Stop();
+    Stop();
 }
 
 } // namespace

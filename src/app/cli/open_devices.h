@@ -14,7 +14,9 @@ using OpenDevices =
 /// The devices of this machine.
 inline std::unique_ptr<devices::MidiDevices> OpenSystemDevices(
     const devices::SynthOptions& options) {
-    return std::make_unique<devices::MidiDevices>(options);
+    // A machine that is busy may take longer than a window could wait.
+    constexpr std::chrono::milliseconds kPatience{400};
+    return std::make_unique<devices::MidiDevices>(options, kPatience);
 }
 
 } // namespace tracksmith::cli

@@ -97,9 +97,9 @@ public:
             return kUnreadable;
         }
         Wait();
-        Player().Stop();
+        const bool stopped = Player().Stop();
         system::DispatchMessages(); // what went wrong at the very end
-        return OutputLost() ? kPortOrAudioMissing : kOk;
+        return OutputLost() || !stopped ? kPortOrAudioMissing : kOk;
     }
 
 private:
@@ -119,19 +119,17 @@ private:
             return false;
         }
         port_ = found[0].port;
+        player::ChannelRoutes routes;
         for (std::size_t channel = 0; channel < player::kChannels; ++channel) {
-            Player().SetRoute(channel, port_, static_cast<std::uint8_t>(channel));
+            routes[channel] = {port_, static_cast<std::uint8_t>(channel)};
         }
-        return TellOpening(found[0], Player().OpenPort(port_));
+        return Player().SetRoutes(routes) && TellOpening(found[0], Player().OpenPort(port_));
     }
 
     bool TellOpening(const player::OutputDevice& output, bool open) {
         std::string trouble;
         if (output.softwareInstrument && devices_.Synth() != nullptr) {
             trouble = devices_.Synth()->Trouble(context_.language);
-        }
-        if (!open && trouble.empty()) {
-            trouble = texts::OutputNotOpened(context_.language, output.productName);
         }
         if (!trouble.empty()) {
             host_.ShowMessage(trouble);
@@ -151,20 +149,27 @@ private:
                 return true;
             });
         }
-        Player().SetTempoOffset(plan.tempoOffset);
-        const std::shared_ptr<const song::TimeMap> map = Player().Place().map;
-        if (plan.loop) {
-            Player().SetLoop(plan.fromTick, end);
-            Player().SetLooping(true);
-        } else if (plan.toTick) {
-            endMs_ = song::TickToMs(*map, end);
+        if (!Place(plan, end)) {
+            return false;
         }
-        Player().MoveToTimePosition(song::TickToMs(*map, plan.fromTick));
         if (plan.loop && !Player().Loop().Active()) {
             host_.ShowMessage(context_.Say(texts::kLoopTooShort));
             return false;
         }
         return true;
+    }
+
+    /// False when a driver hangs, which has been told.
+    bool Place(const PlayPlan& plan, std::int32_t end) {
+        if (!Player().SetTempoOffset(plan.tempoOffset)) {
+            return false;
+        }
+        const std::shared_ptr<const song::TimeMap> map = Player().Place().map;
+        if (plan.toTick && !plan.loop) {
+            endMs_ = song::TickToMs(*map, end);
+        }
+        return Player().MoveToTimePosition(song::TickToMs(*map, plan.fromTick)) &&
+               (!plan.loop || (Player().SetLoop(plan.fromTick, end) && Player().SetLooping(true)));
     }
 
     void Wait() {

@@ -28,8 +28,6 @@ constexpr Text kInstrumentsFit{De{"Mehrere Instrumente heißen so: "},
                                En{"Several instruments are called so: "}};
 constexpr Text kOutputsFit{De{"Mehrere MIDI-Ausgänge passen zu "}, En{"Several MIDI outputs fit "}};
 constexpr Text kThereAre{De{". Vorhanden: "}, En{". There are: "}};
-constexpr Text kNotOpened{De{"Der MIDI-Ausgang lässt sich nicht öffnen: "},
-                          En{"The MIDI output cannot be opened: "}};
 
 } // namespace
 
@@ -133,10 +131,6 @@ std::string VoicesImported(Language language, std::string_view model, std::size_
         text << ", " << leftOut << kLeftOut.In(language);
     }
     return text.str();
-}
-
-std::string OutputNotOpened(Language language, std::string_view name) {
-    return std::string(kNotOpened.In(language)).append(name);
 }
 
 } // namespace tracksmith::cli::texts

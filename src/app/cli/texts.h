@@ -250,7 +250,4 @@ std::string VoiceCounts(Language language, std::size_t own, std::size_t inherite
 std::string VoicesImported(Language language, std::string_view model, std::size_t voices,
                            std::size_t leftOut);
 
-/// An output that is there but cannot be opened.
-std::string OutputNotOpened(Language language, std::string_view name);
-
 } // namespace tracksmith::cli::texts

@@ -4,8 +4,8 @@
 
 namespace tracksmith::devices {
 
-MidiDevices::MidiDevices(const SynthOptions& options)
-    : MidiDevices(MakeSystemDrivers(), MakeSynthDevice(options)) {}
+MidiDevices::MidiDevices(const SynthOptions& options, std::chrono::milliseconds patience)
+    : MidiDevices(MakeSystemDrivers(patience), MakeSynthDevice(options)) {}
 
 MidiDevices::MidiDevices(SystemDrivers drivers, std::unique_ptr<SynthDevice> synth)
     : outputs_(std::move(drivers.outputs)),

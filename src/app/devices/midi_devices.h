@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -14,7 +15,11 @@ namespace tracksmith::devices {
 /// outlive the player. User-interface thread.
 class MidiDevices {
 public:
-    explicit MidiDevices(const SynthOptions& options);
+    /// How long a window waits for a MIDI system that does not answer.
+    static constexpr std::chrono::milliseconds kPatience{150};
+
+    explicit MidiDevices(const SynthOptions& options,
+                         std::chrono::milliseconds patience = kPatience);
     /// Only the given ones, for tests.
     MidiDevices(SystemDrivers drivers, std::unique_ptr<SynthDevice> synth);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -13,7 +14,8 @@ struct SystemDrivers {
     std::vector<std::unique_ptr<midi::MidiInputDriver>> inputs;
 };
 
-/// Makes them; a system that is not running has a driver without devices. User-interface thread.
-SystemDrivers MakeSystemDrivers();
+/// Makes them; a system that is not running has a driver without devices. One that does not answer
+/// is waited for at most about `patience` in each call. User-interface thread.
+SystemDrivers MakeSystemDrivers(std::chrono::milliseconds patience);
 
 } // namespace tracksmith::devices

@@ -8,10 +8,10 @@
 
 namespace tracksmith::devices {
 
-SystemDrivers MakeSystemDrivers() {
+SystemDrivers MakeSystemDrivers(std::chrono::milliseconds patience) {
     SystemDrivers drivers;
-    const std::array<std::shared_ptr<midi::PortBackend>, 2> systems{midi::alsa::MakePortBackend(),
-                                                                    midi::jack::MakePortBackend()};
+    const std::array<std::shared_ptr<midi::PortBackend>, 2> systems{
+        midi::alsa::MakePortBackend(), midi::jack::MakePortBackend(patience)};
     for (const std::shared_ptr<midi::PortBackend>& system : systems) {
         drivers.outputs.push_back(std::make_unique<midi::PortableOutputDriver>(system));
         drivers.inputs.push_back(std::make_unique<midi::PortableInputDriver>(system));

@@ -3,7 +3,7 @@
 
 namespace tracksmith::devices {
 
-SystemDrivers MakeSystemDrivers() {
+SystemDrivers MakeSystemDrivers(std::chrono::milliseconds /*patience*/) {
     SystemDrivers drivers;
     drivers.outputs.push_back(std::make_unique<midi::WinmmOutputDriver>());
     drivers.inputs.push_back(std::make_unique<midi::WinmmInputDriver>());

@@ -17,11 +17,14 @@ std::string ForChannel(const char* name, std::size_t channel) {
 void OutputChoice::Apply() {
     missing_.clear();
     const std::size_t common = FindOrDefault(store_.ReadStrFromUserRegistry(kOutput, ""));
+    player::ChannelRoutes routes;
     for (std::size_t channel = 0; channel < player::kChannels; ++channel) {
         const ChannelRoute route = Route(channel);
-        player_.SetRoute(channel, route.output.empty() ? common : FindOrDefault(route.output),
-                         route.target);
+        routes[channel] = {route.output.empty() ? common : FindOrDefault(route.output),
+                           route.target};
     }
+    // While a driver hangs this changes nothing; it is done again when that is over.
+    static_cast<void>(player_.SetRoutes(routes));
 }
 
 std::string OutputChoice::Output() const {

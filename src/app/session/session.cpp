@@ -39,13 +39,14 @@ bool Session::Change(const ChangeKind& kind, MessageHost& host, const Edit& edit
     const bool wasPlaying = transport_ && transport_->Playing();
     const std::int32_t tempoOffset = TempoOffset();
     StopForChange(host);
+    // The player has stopped, so nothing is in its way from here on.
     if (player_) {
-        player_->SetTempoOffset(0);
+        static_cast<void>(player_->SetTempoOffset(0));
     }
     const auto finish = [&] {
         BringInOrder(kind);
         if (player_ && !kind.replaces) {
-            player_->SetTempoOffset(tempoOffset);
+            static_cast<void>(player_->SetTempoOffset(tempoOffset));
         }
         if (wasPlaying && kind.playsOn) {
             transport_->Play(host);
@@ -111,7 +112,7 @@ void Session::BringInOrder(const ChangeKind& kind) {
     }
     song::UpdateTimeZoneData(work_.song);
     if (player_) {
-        player_->RebuildAfterEdit();
+        static_cast<void>(player_->RebuildAfterEdit());
     }
 }
 

@@ -14,11 +14,15 @@ Transport::Transport(const Workspace& workspace, player::TMidiPlayer& player,
     if (store != nullptr) {
         outputs_.emplace(player, *store);
     }
-    player_.SetListener({[this](bool playing) { OnPlaying(playing); }, [this] { OnPorts(); }, {}});
+    player_.SetListener({[this](bool playing) { OnPlaying(playing); },
+                         [this] { OnPorts(); },
+                         {},
+                         [this] { OnPorts(); }});
 }
 
 void Transport::TakeSong() {
-    player_.SongLoaded();
+    // A driver that hangs is told of when the song is to be played.
+    static_cast<void>(player_.SongLoaded());
     loop_.reset();
     movedMs_ = 0;
     movedTick_ = 0;
@@ -35,7 +39,7 @@ bool Transport::Play(MessageHost& host) {
     if (Ms() >= player_.SongEndTime()) {
         MoveToStart();
     }
-    const bool plays = player_.Play();
+    const auto plays = static_cast<bool>(player_.Play());
     if (!plays && !HangingPort().empty()) {
         host.ShowMessage(texts::PortHangs(host.CurrentLanguage(), HangingPort()));
     }
@@ -56,7 +60,7 @@ void Transport::Panic() {
 }
 
 std::string Transport::HangingPort() const {
-    return {};
+    return player_.HangingPort();
 }
 
 void Transport::MoveToStart() {
@@ -89,7 +93,9 @@ void Transport::MoveToMs(std::int64_t ms, std::int32_t tick) {
     if (!workspace_.hasSong || ms > player_.SongEndTime()) {
         return;
     }
-    player_.MoveToTimePosition(ms);
+    if (!player_.MoveToTimePosition(ms)) {
+        return;
+    }
     movedMs_ = ms;
     movedTick_ = tick;
     listeners_.Tell(&SessionListener::OnPlace);
@@ -119,8 +125,10 @@ void Transport::SetLoop(std::int32_t startTick, std::int32_t endTick) {
     if (!workspace_.hasSong || startTick == endTick) {
         return;
     }
+    if (!player_.SetLoop(startTick, endTick)) {
+        return;
+    }
     loop_ = LoopRange{std::min(startTick, endTick), std::max(startTick, endTick), true};
-    player_.SetLoop(loop_->startTick, loop_->endTick);
     SetLooping(true);
 }
 
@@ -129,10 +137,12 @@ void Transport::SetLooping(bool on) {
         SetLoop(0, workspace_.song.songLength);
         return;
     }
+    if (!player_.SetLooping(on)) {
+        return;
+    }
     if (loop_) {
         loop_->on = on;
     }
-    player_.SetLooping(on);
     listeners_.Tell(&SessionListener::OnLoop);
 }
 
@@ -140,7 +150,9 @@ void Transport::SetTempoOffset(std::int32_t offset) {
     if (!workspace_.hasSong || offset == player_.TempoOffset()) {
         return;
     }
-    player_.SetTempoOffset(offset);
+    if (!player_.SetTempoOffset(offset)) {
+        return;
+    }
     listeners_.Tell(&SessionListener::OnTempo);
     listeners_.Tell(&SessionListener::OnFileState);
 }
@@ -168,8 +180,7 @@ std::int32_t Transport::TempoPercent() const {
 }
 
 void Transport::TakeTempoAsFile() {
-    if (player_.TempoOffset() != 0) {
-        player_.TakeTempoAsFile();
+    if (player_.TempoOffset() != 0 && player_.TakeTempoAsFile()) {
         listeners_.Tell(&SessionListener::OnTempo);
     }
 }

@@ -80,16 +80,11 @@ void SoundSettings::ApplyOptions() {
 
 void SoundSettings::ApplyInput() {
     player::TMidiPlayer& player = transport_->Player();
-    player.DisconnectMidiInPort();
     player.SetMidiThru(ReadThru());
     const std::string name = ReadInput();
-    const auto& inputs = player.InputDevices();
-    for (std::size_t i = 0; i < inputs.size(); ++i) {
-        if (!name.empty() && inputs[i].productName == name) {
-            player.SelectInput(i);
-            player.ConnectMidiInPort();
-            return;
-        }
+    player.SelectInput(name);
+    if (!name.empty()) {
+        player.ConnectMidiInPort(); // now, or when it is there
     }
 }
 
