@@ -69,7 +69,7 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
                        : std::make_unique<devices::MidiDevices>(sound_.ReadSynthOptions());
     session_.StartPlayer(
         {devices_->Outputs(), &devices_->Input(), sound_.ReadInput(), *noticeHost_}, &store_);
-    signals_ = std::make_unique<SessionSignals>(session_, *noticeHost_);
+    signals_ = std::make_unique<SessionSignals>(session_);
     sound_.Attach(*devices_, session_.Controls());
 }
 

@@ -43,7 +43,7 @@ void TMainForm::ShowSettingsTrouble() {
 }
 
 void TMainForm::MMP_PlayStopClick() {
-    signals_->TogglePlay();
+    session_.Controls().TogglePlay();
     const std::string trouble = sound_.Trouble(host_.CurrentLanguage());
     if (session_.Controls().Playing() && session_.Controls().PlaysOnSynth() && !trouble.empty()) {
         notice_->ShowPlain(ToQString(trouble));

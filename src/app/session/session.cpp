@@ -17,7 +17,7 @@ Session::~Session() {
 void Session::StartPlayer(const player::PlayerSetup& setup, settings::SettingsStore* store,
                           std::unique_ptr<player::Stopwatch> stopwatch) {
     player_ = std::make_unique<player::TMidiPlayer>(work_.song, std::move(stopwatch));
-    transport_ = std::make_unique<Transport>(work_, *player_, store, listeners_);
+    transport_ = std::make_unique<Transport>(work_, *player_, store, listeners_, setup.host);
     player_->FormCreate(setup);
     if (store != nullptr) {
         transport_->Outputs().Apply();
@@ -49,7 +49,7 @@ bool Session::Change(const ChangeKind& kind, MessageHost& host, const Edit& edit
             static_cast<void>(player_->SetTempoOffset(tempoOffset));
         }
         if (wasPlaying && kind.playsOn) {
-            transport_->Play(host);
+            transport_->Play();
         }
         listeners_.Tell(&SessionListener::OnSongChanged, kind);
         listeners_.Tell(&SessionListener::OnFileState);

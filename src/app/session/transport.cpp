@@ -9,8 +9,9 @@
 namespace tracksmith::session {
 
 Transport::Transport(const Workspace& workspace, player::TMidiPlayer& player,
-                     settings::SettingsStore* store, const ListenerList& listeners)
-    : workspace_(workspace), player_(player), listeners_(listeners) {
+                     settings::SettingsStore* store, const ListenerList& listeners,
+                     MessageHost& host)
+    : workspace_(workspace), player_(player), listeners_(listeners), host_(host) {
     if (store != nullptr) {
         outputs_.emplace(player, *store);
     }
@@ -21,8 +22,7 @@ Transport::Transport(const Workspace& workspace, player::TMidiPlayer& player,
 }
 
 void Transport::TakeSong() {
-    // A driver that hangs is told of when the song is to be played.
-    static_cast<void>(player_.SongLoaded());
+    Told(player_.SongLoaded());
     loop_.reset();
     movedMs_ = 0;
     movedTick_ = 0;
@@ -31,7 +31,15 @@ void Transport::TakeSong() {
     listeners_.Tell(&SessionListener::OnPlace);
 }
 
-bool Transport::Play(MessageHost& host) {
+// What the player answers with "not now" is told with the port that is to blame.
+bool Transport::Told(bool done) const {
+    if (!done && !HangingPort().empty()) {
+        host_.ShowMessage(texts::PortHangs(host_.CurrentLanguage(), HangingPort()));
+    }
+    return done;
+}
+
+bool Transport::Play() {
     if (!workspace_.hasSong) {
         return false;
     }
@@ -39,10 +47,7 @@ bool Transport::Play(MessageHost& host) {
     if (Ms() >= player_.SongEndTime()) {
         MoveToStart();
     }
-    const auto plays = static_cast<bool>(player_.Play());
-    if (!plays && !HangingPort().empty()) {
-        host.ShowMessage(texts::PortHangs(host.CurrentLanguage(), HangingPort()));
-    }
+    const bool plays = Told(static_cast<bool>(player_.Play()));
     listeners_.Tell(&SessionListener::OnPorts);
     return plays;
 }
@@ -51,8 +56,12 @@ bool Transport::Stop() {
     return player_.Stop();
 }
 
-bool Transport::TogglePlay(MessageHost& host) {
-    return Playing() ? Stop() : Play(host);
+void Transport::TogglePlay() {
+    if (Playing()) {
+        Told(Stop());
+    } else {
+        Play();
+    }
 }
 
 void Transport::Panic() {
@@ -93,7 +102,7 @@ void Transport::MoveToMs(std::int64_t ms, std::int32_t tick) {
     if (!workspace_.hasSong || ms > player_.SongEndTime()) {
         return;
     }
-    if (!player_.MoveToTimePosition(ms)) {
+    if (!Told(player_.MoveToTimePosition(ms))) {
         return;
     }
     movedMs_ = ms;
@@ -125,7 +134,7 @@ void Transport::SetLoop(std::int32_t startTick, std::int32_t endTick) {
     if (!workspace_.hasSong || startTick == endTick) {
         return;
     }
-    if (!player_.SetLoop(startTick, endTick)) {
+    if (!Told(player_.SetLoop(startTick, endTick))) {
         return;
     }
     loop_ = LoopRange{std::min(startTick, endTick), std::max(startTick, endTick), true};
@@ -137,7 +146,7 @@ void Transport::SetLooping(bool on) {
         SetLoop(0, workspace_.song.songLength);
         return;
     }
-    if (!player_.SetLooping(on)) {
+    if (!Told(player_.SetLooping(on))) {
         return;
     }
     if (loop_) {
@@ -150,7 +159,7 @@ void Transport::SetTempoOffset(std::int32_t offset) {
     if (!workspace_.hasSong || offset == player_.TempoOffset()) {
         return;
     }
-    if (!player_.SetTempoOffset(offset)) {
+    if (!Told(player_.SetTempoOffset(offset))) {
         return;
     }
     listeners_.Tell(&SessionListener::OnTempo);
@@ -180,7 +189,7 @@ std::int32_t Transport::TempoPercent() const {
 }
 
 void Transport::TakeTempoAsFile() {
-    if (player_.TempoOffset() != 0 && player_.TakeTempoAsFile()) {
+    if (player_.TempoOffset() != 0 && Told(player_.TakeTempoAsFile())) {
         listeners_.Tell(&SessionListener::OnTempo);
     }
 }

@@ -19,9 +19,10 @@ namespace tracksmith::session {
 /// listeners what changes. Owner's thread of the player.
 class Transport {
 public:
-    /// All must outlive the object. Becomes the player's listener.
+    /// All must outlive the object. Becomes the player's listener. `host` shows why something
+    /// cannot be done just now.
     Transport(const Workspace& workspace, player::TMidiPlayer& player,
-              settings::SettingsStore* store, const ListenerList& listeners);
+              settings::SettingsStore* store, const ListenerList& listeners, MessageHost& host);
 
     player::TMidiPlayer& Player() { return player_; }
     /// The remembered choice of outputs; only where there is a store.
@@ -32,11 +33,11 @@ public:
 
     bool Playing() const { return player_.Playing(); }
     /// Begins at the current place, or from the start when that is the song's end. False when
-    /// nothing is played; why has been told through `host`.
-    bool Play(MessageHost& host);
+    /// nothing is played; why has been told.
+    bool Play();
     /// False while a driver hangs: then the song is still in use.
     bool Stop();
-    bool TogglePlay(MessageHost& host);
+    void TogglePlay();
     void Panic();
     /// Product name of an output whose driver does not return; empty when there is none.
     std::string HangingPort() const;
@@ -92,6 +93,7 @@ public:
     void CheckPorts() { player_.CheckPorts(); }
 
 private:
+    bool Told(bool done) const;
     void SetTempoOffset(std::int32_t offset);
     void MoveToMs(std::int64_t ms, std::int32_t tick);
     void OnPlaying(bool playing);
@@ -101,6 +103,7 @@ private:
     player::TMidiPlayer& player_;
     std::optional<OutputChoice> outputs_;
     const ListenerList& listeners_;
+    MessageHost& host_;
     std::optional<LoopRange> loop_;
     // The tick last moved to; milliseconds are too coarse to find it again.
     std::int64_t movedMs_ = 0;

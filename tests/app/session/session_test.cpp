@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
+#include <thread>
 
 #include "app/session/session_fixture.h"
 #include "song/song_position.h"
@@ -17,7 +18,7 @@ class SessionTest : public SessionFixture {};
 
 TEST_F(SessionTest, AnEditStopsEditsAndPlaysOnAtTheSamePlace) {
     Open(ThreeNotes());
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(1'050), (std::vector{60, 60}));
     told.clear();
     EXPECT_TRUE(ChangeWhole());
@@ -41,7 +42,7 @@ TEST_F(SessionTest, AnEditThatChangesNothingLeavesNoTrace) {
 TEST_F(SessionTest, AFailedEditLeavesTheSongAsItWas) {
     Open(ThreeNotes());
     const Bytes before = Saved();
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_THROW(session.Change(kWholeEdit, host,
                                 [](Workspace& work) -> bool {
                                     Raise(work);
@@ -71,7 +72,7 @@ TEST_F(SessionTest, TimesAndCursorsFollowAnEdit) {
     EXPECT_EQ(song::CheckSong(session.Song()), "");
     EXPECT_EQ(session.Controls().Tick(), 1'000);
     EXPECT_EQ(session.Controls().Bpm(), 60);
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(1'900), std::vector{60});
     EXPECT_EQ(Hear(200), std::vector{60});
 }
@@ -109,7 +110,7 @@ TEST_F(SessionTest, NothingIsChangedWhileADriverHangs) {
     Open(ThreeNotes());
     const Bytes before = Saved();
     HangingDriver hanging(driver);
-    session.Controls().Play(host);
+    session.Controls().Play();
     hanging.WaitUntilItHangs();
     for (const ChangeKind& kind : {kWholeEdit, kReplaceSong, kTakeBack}) {
         host.messages.clear();
@@ -127,15 +128,18 @@ TEST_F(SessionTest, NothingIsChangedWhileADriverHangs) {
     session.Controls().MoveToTick(500);
     session.Controls().SetLoop(0, 1'000);
     hanging.LetGo();
-    driver.onMessage = nullptr;
+    for (int i = 0; i < 200 && !session.Controls().Stop(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
     ASSERT_TRUE(session.Controls().Stop());
+    driver.onMessage = nullptr;
     EXPECT_TRUE(session.Change(kReplaceSong, host, [](Workspace& work) {
         Decode(work, ThreeNotes(70));
         return true;
     }));
     session.Controls().SetBpm(240);
     driver.Take();
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(1'200), (std::vector{70, 70, 70}));
 }
 

@@ -63,7 +63,7 @@ TEST_F(TakeBackTest, AStepOfLoadingIsDecodedAgain) {
                                         asked.push_back(withStep);
                                         Decode(work, ThreeNotes(withStep ? 60 : 50));
                                     });
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(500), std::vector{60});
     session.TakeBackLastChange(host);
     EXPECT_EQ(Hear(1'000), std::vector{50});

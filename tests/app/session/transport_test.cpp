@@ -11,7 +11,7 @@ class TransportTest : public SessionFixture {};
 
 TEST_F(TransportTest, WithoutASongEveryControlIsSafe) {
     Transport& controls = session.Controls();
-    EXPECT_FALSE(controls.TogglePlay(host));
+    controls.TogglePlay();
     controls.MoveByMeasures(3);
     controls.MoveToEnd();
     controls.LoopFromHere();
@@ -44,7 +44,7 @@ TEST_F(TransportTest, MovesByMeasuresAndStaysWhereItWasPut) {
 TEST_F(TransportTest, PlayAtTheEndBeginsAgain) {
     Open(ThreeNotes());
     session.Controls().MoveToEnd();
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(10), std::vector{60});
 }
 
@@ -53,14 +53,14 @@ TEST_F(TransportTest, AnotherSongHasNoLoopNoTempoAndBeginsAtTheStart) {
     session.Controls().SetLoop(0, 1'000);
     session.Controls().SetBpm(60);
     session.Controls().MoveToTick(500);
-    session.Controls().Play(host);
+    session.Controls().Play();
     Open(ThreeNotes(70));
     EXPECT_FALSE(session.Controls().Playing());
     EXPECT_FALSE(session.Controls().Loop());
     EXPECT_EQ(session.Controls().Bpm(), 120);
     EXPECT_EQ(session.Controls().Tick(), 0);
     driver.Take();
-    session.Controls().Play(host);
+    session.Controls().Play();
     EXPECT_EQ(Hear(2'500), (std::vector{70, 70, 70}));
 }
 

@@ -11,8 +11,8 @@ constexpr int kPortCheckMs = 500;
 
 } // namespace
 
-SessionSignals::SessionSignals(session::Session& session, MessageHost& host, QObject* parent)
-    : QObject(parent), session_(session), host_(host) {
+SessionSignals::SessionSignals(session::Session& session, QObject* parent)
+    : QObject(parent), session_(session) {
     system::SetMessageWakeUp([this] {
         QMetaObject::invokeMethod(this, &system::DispatchMessages, Qt::QueuedConnection);
     });
@@ -28,10 +28,6 @@ SessionSignals::SessionSignals(session::Session& session, MessageHost& host, QOb
 SessionSignals::~SessionSignals() {
     session_.RemoveListener(*this);
     system::SetMessageWakeUp({});
-}
-
-void SessionSignals::TogglePlay() {
-    Controls().TogglePlay(host_);
 }
 
 void SessionSignals::OnSongChanged(const session::ChangeKind& kind) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/message_host.h"
 #include <QObject>
 #include <QTimer>
 
@@ -14,16 +13,14 @@ class SessionSignals : public QObject, private session::SessionListener {
     Q_OBJECT
 
 public:
-    /// `session` and `host` must outlive the object and the session must have its player; `host`
-    /// shows why something does not play.
-    SessionSignals(session::Session& session, MessageHost& host, QObject* parent = nullptr);
+    /// `session` must outlive the object and have its player.
+    explicit SessionSignals(session::Session& session, QObject* parent = nullptr);
     ~SessionSignals() override;
 
     const session::Session& Session() const { return session_; }
     session::Transport& Controls() const { return session_.Controls(); }
 
-    /// The user's controls that can fail, with their messages.
-    void TogglePlay();
+    /// Controls to be connected to the signals of widgets.
     void MoveToTick(std::int32_t tick) { Controls().MoveToTick(tick); }
     void SetLoop(std::int32_t startTick, std::int32_t endTick) {
         Controls().SetLoop(startTick, endTick);
@@ -56,7 +53,6 @@ private:
     void OnPorts() override { emit PortsChanged(); }
 
     session::Session& session_;
-    MessageHost& host_;
     QTimer display_;
     QTimer portCheck_;
 };
