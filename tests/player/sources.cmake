@@ -2,8 +2,8 @@ set(SOURCES
   channel_test.cpp
   dispatch_test.cpp
   fake_stopwatch.h
-  player_fixture.h
   hang_test.cpp
+  player_fixture.h
   ports_test.cpp
   recording_driver.h
   seek_test.cpp
