@@ -12,9 +12,9 @@ trap 'rm -rf "$scratch"' EXIT
 # Instruments
 
 The catalogue in its order: the stable identifier, the name as it stands in the settings, how many
-voices and drum kits the program's own table has (GM: the names of General MIDI are shown), and the
-operations that prepare a song for the instrument, in their order, each with the option that decides
-it where there is one. Where the voices come from is told in [voice-tables.md](voice-tables.md).
+voices and drum kits the program's own table has (without one, the common set whose names are shown:
+XG, GM2 or GM), and the operations that prepare a song for the instrument, in their order, each with
+the option that decides it where there is one. Where the voices come from is told in [voice-tables.md](voice-tables.md).
 
 Written by `tools/make_instrument_table.sh`.
 

@@ -58,6 +58,8 @@ TEST_F(InstrumentsTest, ListsTheCatalogueAndFindsInstrumentsByWords) {
     EXPECT_EQ(line["id"], 74);
     EXPECT_GT(line["voices"], 1000);
     EXPECT_EQ(line["operations"].front(), "RemoveGMSysex");
+    ASSERT_EQ(Run({"instruments", "--json", "genos2"}), 0);
+    EXPECT_EQ(JsonLines(out_).at(0)["names"], "XG");
     EXPECT_EQ(Run({"instruments", "no", "such", "thing"}), 1);
 }
 
@@ -131,6 +133,11 @@ TEST_F(InstrumentsTest, ListsVoicesAndTakesOwnVoiceLists) {
     ASSERT_EQ(Run({"voices", "Yamaha Tyros 5", "concert", "grand", "--json"}), 0);
     EXPECT_EQ(JsonLines(out_).at(0)["instrument"], "Yamaha Tyros 5");
     EXPECT_EQ(Run({"voices", "Yamaha Tyros 5", "zyxw"}), 1);
+    EXPECT_TRUE(Says("0/112/1")) << log_;
+    ASSERT_EQ(Run({"voices", "Yamaha Genos", "64/0/1", "--json"}), 0);
+    EXPECT_EQ(JsonLines(out_).at(0)["own"], false);
+    ASSERT_EQ(Run({"voices", "Yamaha Genos"}), 0);
+    EXPECT_TRUE(Says("1711 own + 745 inherited")) << log_;
 
     Put("list.ins", test::BytesOf(".Patch Names\n[P]\n0=First\n5=Sixth\n"
                                   ".Instrument Definitions\n[Korg]\nPatch[*]=P\n"));
@@ -145,11 +152,40 @@ TEST_F(InstrumentsTest, ListsVoicesAndTakesOwnVoiceLists) {
     EXPECT_EQ(Run({"voices", "Korg Pa700", "sixth"}), 0);
 }
 
+TEST_F(InstrumentsTest, NothingIsReplacedUnasked) {
+    Put("list.ins", test::BytesOf(".Patch Names\n[P]\n0=First\n"
+                                  ".Instrument Definitions\n[Korg]\nPatch[0]=P\n"));
+    Put("other.ins", test::BytesOf(".Patch Names\n[P]\n0=Other\n"
+                                   ".Instrument Definitions\n[Korg]\nPatch[0]=P\n"));
+    const auto import = [this](const char* file) {
+        return std::vector<std::string>{"voices", "Korg Pa700", "--import", At(file)};
+    };
+    ASSERT_EQ(Run(import("list.ins")), 0) << log_;
+    EXPECT_EQ(Run(import("other.ins")), 4);
+    EXPECT_TRUE(Says("--yes")) << log_;
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "other"}), 1);
+    auto answered = import("other.ins");
+    answered.emplace_back("--yes");
+    EXPECT_EQ(Run(answered), 0) << log_;
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "other"}), 0);
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "--export", At("list.ins")}), 4);
+    EXPECT_EQ(Run({"voices", "Korg Pa700", "--export", At("list.ins"), "--yes"}), 0);
+}
+
 TEST_F(InstrumentsTest, InfoNamesVoicesOfAnInstrument) {
     Put("song.mid", Format0Song());
     ASSERT_EQ(Run({"info", "--json", "--instrument", "XG Soundset", At("song.mid")}), 0);
-    EXPECT_EQ(JsonLines(out_).at(0)["channels"][0]["voice"], "unknown 8·1·25");
+    const auto channel = [this] { return JsonLines(out_).at(0)["channels"][0]; };
+    EXPECT_EQ(channel()["voice"], "unknown 8·1·25");
+    EXPECT_EQ(channel()["voiceMatch"], "unknown");
+    ASSERT_EQ(Run({"info", "--json", "--instrument", "GM Soundset", At("song.mid")}), 0);
+    EXPECT_EQ(channel()["voice"], "Acoustic Guitar (nylon)");
+    EXPECT_EQ(channel()["voiceMatch"], "similar");
+    ASSERT_EQ(Run({"info", "--instrument", "GM Soundset", At("song.mid")}), 0);
+    EXPECT_NE(out_.find("≈ Acoustic Guitar (nylon)"), std::string::npos) << out_;
     EXPECT_EQ(Run({"info", "--instrument", "nothing", At("song.mid")}), 2);
+    EXPECT_EQ(Run({"info", "--instrument=-1", At("song.mid")}), 2); // no part of "DoX-1"
+    EXPECT_EQ(Run({"info", "--instrument", "109", At("song.mid")}), 2);
 }
 
 } // namespace

@@ -39,6 +39,8 @@ TEST_F(InstrumentTest, IsFoundByTypingAndRemembered) {
     auto* search = Find<QLineEdit>("E_SearchInstrument");
     auto* tree = Find<QTreeWidget>("Tree_Instruments");
     EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 5");
+    const int rowHeight = tree->visualItemRect(tree->currentItem()).height();
+    EXPECT_GT(tree->viewport()->height() / rowHeight, 20); // of 109
     QTest::keyClick(search, Qt::Key_Up);
     EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 4");
     QTest::keyClick(search, Qt::Key_Escape);
@@ -126,29 +128,65 @@ TEST_F(InstrumentTest, SettingsAreOpenOnlyWhereTheInstrumentHasThem) {
     Choose("yamaha genos2");
     Trigger("MMS_Instruments");
     auto* list = Find<QTreeWidget>("CB_Instrument");
-    auto* dsp = Find<QCheckBox>("CB_YamahaDSPsEnabled");
-    auto* korg = Find<QCheckBox>("CB_KorgPartEQ");
-    auto* maps = Find<QComboBox>("CB_RolandSCDefaultMap");
-    EXPECT_TRUE(dsp->isEnabled());
-    EXPECT_FALSE(korg->isEnabled());
-    EXPECT_NE(korg->toolTip().indexOf(QStringLiteral("Pa5X")), -1);
+    const auto take = [&](std::string_view name) {
+        const auto items = list->findItems(ToQString(name), Qt::MatchExactly | Qt::MatchRecursive);
+        list->setCurrentItem(items.at(0));
+    };
+    const auto check = [this](const std::string& control, instruments::Capability capability,
+                              bool available) {
+        const auto* widget = Find<QWidget>(control.c_str());
+        EXPECT_EQ(widget->isEnabled(), available) << control << ' ' << Instrument();
+        const QString why = InLanguage(instruments::WhyUnavailable(capability), Language::English);
+        EXPECT_EQ(widget->toolTip() == why, !available) << control << ' ' << Instrument();
+    };
+    for (const instruments::Instrument& instrument : instruments::Catalogue()) {
+        take(instrument.name);
+        EXPECT_EQ(Instrument(), instrument.name);
+        const auto has = [&](instruments::Capability capability) {
+            return instruments::HasCapability(instrument.name, capability);
+        };
+        for (const instruments::SysexSwitch& choice : instruments::SysexSwitches()) {
+            if (choice.capability) {
+                check(std::string("CB_") + choice.setting, *choice.capability,
+                      has(*choice.capability));
+            }
+        }
+        using instruments::Capability;
+        check("CB_LimexTE200", Capability::LimexTe200, has(Capability::LimexTe200));
+        check("CB_RolandSCDefaultMap", Capability::RolandScMap, has(Capability::RolandScMap));
+        EXPECT_EQ(Find<QPushButton>("Btn_AudioRouting")->isEnabled(),
+                  !instruments::AudioOutputs(instrument.name).empty())
+            << instrument.name;
+        EXPECT_EQ(static_cast<std::size_t>(Find<QComboBox>("CB_RolandSCDefaultMap")->count()),
+                  instruments::RolandScMaps(instrument.name).size());
+    }
+}
+
+TEST_F(InstrumentTest, SettingsAreKeptForEachInstrument) {
+    Choose("roland sc-88pro");
+    Trigger("MMS_Instruments");
+    auto* list = Find<QTreeWidget>("CB_Instrument");
     const auto take = [&](const char* name) {
         list->setCurrentItem(
             list->findItems(QLatin1String(name), Qt::MatchExactly | Qt::MatchRecursive).at(0));
     };
-    take("Roland SC-88Pro");
-    EXPECT_EQ(Instrument(), "Roland SC-88Pro");
-    EXPECT_FALSE(dsp->isEnabled());
-    ASSERT_TRUE(maps->isEnabled());
+    auto* maps = Find<QComboBox>("CB_RolandSCDefaultMap");
     EXPECT_EQ(maps->currentText(), QStringLiteral("SC-88Pro"));
     maps->setCurrentIndex(0);
     emit maps->activated(0);
     take("Korg Pa800");
-    korg->click();
+    Find<QCheckBox>("CB_KorgPartEQ")->click();
     take("Roland SC-88Pro");
     EXPECT_EQ(maps->currentText(), QStringLiteral("SC-55"));
-    EXPECT_FALSE(korg->isEnabled());
     EXPECT_TRUE(store_->ReadBoolFromUserRegistrySubdir("Korg Pa800", "KorgPartEQ", false));
+    take("Yamaha Motif-Rack XS");
+    Find<QPushButton>("Btn_AudioRouting")->click();
+    auto* part = Find<QComboBox>("CB_Part15");
+    ASSERT_GT(part->count(), 1);
+    part->setCurrentIndex(1);
+    emit part->activated(1);
+    EXPECT_EQ(instruments::InstrumentSettings(*store_).ReadAudioOutput("Yamaha Motif-Rack XS", 15),
+              instruments::AudioOutputs("Yamaha Motif-Rack XS")[1].value);
 }
 
 TEST_F(InstrumentTest, AnotherOutputHasAnInstrumentOfItsOwn) {
@@ -174,7 +212,8 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     auto* output = Find<QComboBox>("CB_RouteOutput02");
     output->setCurrentIndex(2);
     emit output->activated(2);
-    EXPECT_NE(voice().indexOf(QStringLiteral("Acoustic Guitar (nylon)")), -1); // GM
+    EXPECT_NE(voice().indexOf(QStringLiteral("Acoustic Guitar (nylon) (similar)")), -1); // GM
+    EXPECT_NE(Find<QWidget>("Card_Channel02")->toolTip().indexOf(QStringLiteral("8·3·25")), -1);
     Trigger("MMI_ChooseInstrument");
     auto* choice = Find<QComboBox>("CB_ChooserOutput");
     ASSERT_EQ(choice->count(), 2);
@@ -194,6 +233,15 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     family->setCurrentIndex(family->findData(QStringLiteral("SN-A")));
     EXPECT_EQ(Find<QTableView>("Table_Voices")->model()->rowCount(), 256);
     EXPECT_GT(all, 5000);
+    EXPECT_NE(LabelText("L_ChannelPlays").find("Channel 3 plays: "), std::string::npos);
+    EXPECT_TRUE(Find<QLabel>("L_NoVoice")->isHidden());
+    auto* search = Find<QLineEdit>("E_SelectSoundName");
+    search->setText(QStringLiteral("drum kits"));
+    EXPECT_NE(LabelText("L_NoVoice").find("all families"), std::string::npos);
+    search->setText(QStringLiteral("no such voice"));
+    EXPECT_NE(LabelText("L_NoVoice").find("fewer words"), std::string::npos);
+    search->clear();
+    EXPECT_TRUE(Find<QLabel>("L_NoVoice")->isHidden());
     auto* instrument = Find<QComboBox>("CB_PatchesInstrument");
     instrument->setCurrentIndex(instrument->findText(QStringLiteral("Roland SC-88")));
     emit instrument->activated(instrument->currentIndex());
@@ -213,6 +261,11 @@ TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {
     EXPECT_NE(
         Find<QWidget>("Card_Channel02")->accessibleName().indexOf(QStringLiteral("Our Guitar")),
         -1);
+    {
+        const BoxAnswer no("Btn_No"); // the table that is there is the user's own
+        Find<QPushButton>("Btn_ImportVoices")->click();
+        EXPECT_NE(no.text.find("Korg Pa700"), std::string::npos);
+    }
     chooser_->answer = Path("list.tsv");
     Find<QPushButton>("Btn_ExportVoices")->click();
     EXPECT_GT(std::filesystem::file_size(Path("list.tsv")), 40U);
