@@ -164,8 +164,8 @@ TEST_P(CodeTest, TellsRefusalsFromLoss) {
     Log();
     player->SendChannel(1, 0xB0, 7, 3);
     EXPECT_EQ(Messages(), GetParam().lost ? "" : "B10703");
-    const Text& told = GetParam().lost ? player::texts::kPortLost : player::texts::kMessageRefused;
-    EXPECT_EQ(host.messages, std::vector{Told(told)});
+    const Text& text = GetParam().lost ? player::texts::kPortLost : player::texts::kMessageRefused;
+    EXPECT_EQ(host.messages, std::vector{Told(text)});
     EXPECT_EQ(player->OutputDevices().at(0).timesLost, GetParam().lost ? 1U : 0U);
     player->CheckPorts();
     Stop();
@@ -185,7 +185,7 @@ TEST_F(PortsTest, ABusyDriverIsTriedAgain) {
     Play();
     Run(50);
     driver.SetSendResult("Keyboard", midi::kNotReady);
-    Run(100);
+    clock->RunUntil(clock->ElapsedUs() + 100'000); // nothing can be sent yet
     EXPECT_TRUE(player->SendChannel(1, 0xB0, 7, 1));
     EXPECT_FALSE(player->WaitUntilSent(std::chrono::milliseconds(5)));
     clock->Pass(50'000);
