@@ -68,8 +68,10 @@ std::string VoiceTableText(std::span<const Voice> voices) {
 VoiceTable MakeVoiceTable(std::vector<VoiceRow> rows) {
     std::vector<PlacedRow> placed = Placed(std::move(rows));
     std::ranges::stable_sort(placed, {}, &PlacedRow::place);
-    const auto repeated = std::ranges::unique(placed, IsSame, &PlacedRow::row);
-    placed.erase(repeated.begin(), repeated.end());
+    const auto same = [](const PlacedRow& left, const PlacedRow& right) {
+        return IsSame(left.row, right.row);
+    };
+    placed.erase(std::unique(placed.begin(), placed.end(), same), placed.end());
     std::string text = HeaderLine();
     for (const auto& [place, row] : placed) {
         AppendLine(text, row.family, row.category, row.numbers, row.name);
