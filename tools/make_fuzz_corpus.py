@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Write the seed corpus of the fuzz targets: small MIDI files, each with one option byte in front.
+"""Write the seed corpus of the fuzz targets: small MIDI files, each with one option byte in front,
+for the preparing of songs with three.
 
 Usage: make_fuzz_corpus.py [FOLDER]      (default: fuzz/corpus beside this folder)
 
@@ -116,6 +117,60 @@ def seeds():
     yield "fault_chunk_length", 0, midi_file(chunk(NOTE, length=0xFFFFFFFF))
 
 
+GM_ON = b"\x7e\x7f\x09\x01\xf7"
+GS_RESET = b"\x41\x10\x42\x12\x40\x00\x7f\x00\x41\xf7"
+XG_ON = b"\x43\x10\x4c\x00\x00\x7e\x00\xf7"
+XG_REVERB = b"\x43\x10\x4c\x02\x01\x00\x01\x10\xf7"
+GS_CHORUS = b"\x41\x10\x42\x12\x40\x01\x38\x02\x05\xf7"
+
+
+def voice(channel, msb, lsb, program, volume=100):
+    """What a song sets up on a channel before its first note."""
+    setting = ((0, msb), (32, lsb))
+    after = ((7, volume), (10, 64), (11, 127), (91, 40), (93, 10))
+    return (b"".join(event(0, 0xB0 | channel, number, value) for number, value in setting)
+            + event(0, 0xC0 | channel, program)
+            + b"".join(event(1, 0xB0 | channel, number, value) for number, value in after))
+
+
+def tune(channel, keys, length=240, first=0):
+    out = b""
+    for place, key in enumerate(keys):
+        out += event(first if place == 0 else 0, 0x90 | channel, key, 90)
+        out += event(length, 0x80 | channel, key, 64)
+    return out
+
+
+def bar_of_drums():
+    hits = b"".join(event(0, 0x99, key, 100) + event(60, 0x99, key, 0)
+                    for key in (36, 42, 38, 42, 36, 42, 38, 46))
+    return voice(9, 0, 0, 0) + hits
+
+
+def songs():
+    """Name and bytes of songs as programs and instruments write them."""
+    scale = (60, 62, 64, 65, 67, 69, 71, 72)
+    words = b"".join(meta(240, 5, word) for word in (b"\\La ", b"la ", b"la-", b"li", b"/lo ", b"lu."))
+    conductor = (meta(0, 3, b"Little Waltz"), meta(0, 2, b"(C) nobody"), tempo(0, 461_538),
+                 metre(0, 3, 2), meta(0, 0x59, b"\x01\x00"), meta(0, 6, b"Intro"))
+    yield "song_gm", midi_file(
+        chunk(*conductor, sysex(0, GM_ON), tempo(1440, 500_000), meta(0, 6, b"Verse"), END),
+        chunk(meta(0, 3, b"Piano"), voice(0, 0, 0, 0), tune(0, scale), END),
+        chunk(meta(0, 3, b"Bass"), voice(1, 0, 0, 33), tune(1, (36, 43, 36), 640), END),
+        chunk(meta(0, 3, b"Drums"), bar_of_drums(), END))
+    yield "song_karaoke", midi_file(
+        chunk(meta(0, 1, b"@KMIDI KARAOKE FILE"), meta(0, 1, b"@LENGL"), *conductor, words,
+              sysex(0, GS_RESET), sysex(24, GS_CHORUS), voice(3, 8, 0, 24), tune(3, scale),
+              bar_of_drums(), END), kind=0)
+    yield "song_xg", midi_file(
+        chunk(*conductor, sysex(0, XG_ON), sysex(120, XG_REVERB), END),
+        chunk(event(240, 0xB0, 0, 64), voice(0, 0, 112, 0), tune(0, scale),
+              *(event(10, 0xE0, bend, 64) for bend in (0, 32, 64)), END),
+        chunk(event(0, 0xB9, 0, 127), bar_of_drums(), event(9, 0xD9, 80), END))
+    yield "song_late_drums", midi_file(
+        chunk(*conductor, END), chunk(voice(9, 127, 0, 8), tune(9, (36, 38), first=700), END))
+
+
 def main():
     here = Path(__file__).resolve().parent.parent / "fuzz" / "corpus"
     root = Path(sys.argv[1]) if len(sys.argv) > 1 else here
@@ -126,6 +181,11 @@ def main():
             # A file that is refused teaches the second target nothing.
             if target == "reader" or not name.startswith("fault_"):
                 (folder / f"{name}.bin").write_bytes(bytes([options]) + data)
+        for name, data in songs():
+            (folder / f"{name}.bin").write_bytes(bytes([0]) + data)
+    for number, (name, data) in enumerate(songs()):
+        # Instruments of several makers.
+        (root / "sysex_check" / f"{name}.bin").write_bytes(bytes([0, 7 + 29 * number, 0]) + data)
 
 
 if __name__ == "__main__":
