@@ -3,42 +3,25 @@
 #include <algorithm>
 #include <utility>
 
+#include "song/track_walk.h"
+
 namespace tracksmith::instruments {
 namespace {
 
-/// An event that takes part in selecting a voice.
-struct Selecting {
-    std::int32_t tick;
-    std::uint32_t track;
-    song::EventLink event;
+using song::ConstEventLink;
+using song::MidiEvent;
+
+/// The events that take part in selecting voices, of tracks that are not ignored. Removed events
+/// stay in their chain without length.
+struct SelectingEvents : song::EveryEvent {
+    static bool Enters(const song::Track& track) { return track.ignored == 0; }
+    static bool Wants(const MidiEvent& event) {
+        const bool isBank = event.Command() == song::kControlChange &&
+                            (event.data1 == song::kBankMsb || event.data1 == song::kBankLsb);
+        return event.kind == song::kShortMessage && event.length != 0 &&
+               (isBank || event.Command() == song::kProgramChange);
+    }
 };
-
-using Found = std::array<std::vector<Selecting>, kChannels>;
-
-// Removed events stay in the chain without length.
-bool Selects(const song::MidiEvent& event) {
-    if (event.kind != song::kShortMessage || event.length == 0) {
-        return false;
-    }
-    return event.Command() == song::kProgramChange ||
-           (event.Command() == song::kControlChange &&
-            (event.data1 == kBankSelectMsb || event.data1 == kBankSelectLsb));
-}
-
-Found Collect(song::Song& song) {
-    Found found;
-    for (std::uint32_t track = 0; track < song.tracks.size(); ++track) {
-        if (song.tracks[track].ignored != 0) {
-            continue;
-        }
-        for (song::EventLink event = song.tracks[track].first; event; event = event->next) {
-            if (Selects(*event)) {
-                found[event->Channel()].push_back({event->tick, track, event});
-            }
-        }
-    }
-    return found;
-}
 
 // Walks the events of one channel in playing order and notes what each program change ends up with.
 class ChangeList {
@@ -48,21 +31,21 @@ public:
         next_.state.bankLsb = start.lsb;
     }
 
-    void Take(const Selecting& selecting) {
-        const song::MidiEvent& event = *selecting.event;
+    void Take(const MidiEvent& event, std::size_t track) {
+        const ConstEventLink link = song::LinkTo(event);
         if (event.Command() == song::kProgramChange) {
             next_.state.program = event.data1;
-            next_.state.programEvent = selecting.event;
-            next_.tick = selecting.tick;
-            next_.track = selecting.track;
+            next_.state.programEvent = link;
+            next_.tick = event.tick;
+            next_.track = track;
             changes_.push_back(next_);
-            next_.state.bankMsbEvent = next_.state.bankLsbEvent = song::EventLink();
-        } else if (event.data1 == kBankSelectMsb) {
+            next_.state.bankMsbEvent = next_.state.bankLsbEvent = ConstEventLink();
+        } else if (event.data1 == song::kBankMsb) {
             next_.state.bankMsb = event.data2;
-            next_.state.bankMsbEvent = selecting.event;
+            next_.state.bankMsbEvent = link;
         } else {
             next_.state.bankLsb = event.data2;
-            next_.state.bankLsbEvent = selecting.event;
+            next_.state.bankLsbEvent = link;
         }
     }
 
@@ -75,17 +58,15 @@ private:
 
 } // namespace
 
-SongPatches::SongPatches(song::Song& song, const StartBanks& start) : start_(start) {
-    Found found = Collect(song);
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        // Events of one tick play in the order of their tracks.
-        std::ranges::stable_sort(found[channel], {}, &Selecting::tick);
-        ChangeList list(start[channel]);
-        for (const Selecting& selecting : found[channel]) {
-            list.Take(selecting);
-        }
-        changes_[channel] = list.Result();
+SongPatches::SongPatches(const song::Song& song, const StartBanks& start) : start_(start) {
+    std::vector<ChangeList> lists(start.begin(), start.end());
+    song::TrackWalk<song::TickOrder, SelectingEvents> walk(song);
+    while (walk.Peek() != nullptr) {
+        const std::size_t track = walk.NextTrack();
+        const MidiEvent& event = *walk.Take();
+        lists[event.Channel()].Take(event, track);
     }
+    std::ranges::transform(lists, changes_.begin(), &ChangeList::Result);
 }
 
 std::size_t SongPatches::ChangeAt(std::size_t channel, std::int32_t tick) const {

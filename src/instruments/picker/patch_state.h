@@ -7,15 +7,10 @@
 #include <vector>
 
 #include "instruments/voices/voice.h"
+#include "song/midi_numbers.h"
 #include "song/song.h"
 
 namespace tracksmith::instruments {
-
-inline constexpr std::size_t kChannels = 16;
-
-/// Controllers of bank select (MIDI 1.0).
-inline constexpr std::uint8_t kBankSelectMsb = 0;
-inline constexpr std::uint8_t kBankSelectLsb = 32;
 
 /// What a channel plays at a place of the song, with the events that say so. A link is null where
 /// the song has no such event for the place. Valid until the song's structure changes.
@@ -23,9 +18,9 @@ struct PatchState {
     std::uint8_t bankMsb = 0;
     std::uint8_t bankLsb = 0;
     std::uint8_t program = 0;
-    song::EventLink bankMsbEvent;
-    song::EventLink bankLsbEvent;
-    song::EventLink programEvent;
+    song::ConstEventLink bankMsbEvent;
+    song::ConstEventLink bankLsbEvent;
+    song::ConstEventLink programEvent;
 
     VoiceNumbers Numbers() const { return {bankMsb, bankLsb, program}; }
 };
@@ -41,7 +36,7 @@ struct VoiceChange {
 };
 
 /// The bank that each channel is in before any bank select; the programs do not count.
-using StartBanks = std::array<VoiceNumbers, kChannels>;
+using StartBanks = std::array<VoiceNumbers, song::kMidiChannels>;
 
 /// Where and how a song selects the voices of its channels, collected in one walk over the tracks
 /// that are not ignored. Holds links: collect it anew after a change of the song's structure.
@@ -49,7 +44,7 @@ class SongPatches {
 public:
     /// An empty list for every channel.
     SongPatches() = default;
-    explicit SongPatches(song::Song& song, const StartBanks& start = {});
+    explicit SongPatches(const song::Song& song, const StartBanks& start = {});
 
     /// The program changes of `channel` (0-15) in playing order.
     std::span<const VoiceChange> Changes(std::size_t channel) const { return changes_[channel]; }
@@ -64,7 +59,7 @@ public:
 
 private:
     StartBanks start_{};
-    std::array<std::vector<VoiceChange>, kChannels> changes_;
+    std::array<std::vector<VoiceChange>, song::kMidiChannels> changes_;
 };
 
 } // namespace tracksmith::instruments

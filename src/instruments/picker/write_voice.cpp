@@ -12,6 +12,11 @@ namespace {
 
 using song::EventLink;
 
+// Whoever may change the song may change its events.
+EventLink Writable(song::Song& /*song*/, song::ConstEventLink link) {
+    return EventLink(link.Unit());
+}
+
 /// One channel's changes of voice and how to write them.
 class VoiceWriter {
 public:
@@ -45,7 +50,7 @@ private:
         if (!Rewrite(change.state.bankLsbEvent, numbers.lsb) && !same) {
             AddLsb(change, numbers.lsb);
         }
-        change.state.programEvent->data1 = numbers.program;
+        Writable(song_, change.state.programEvent)->data1 = numbers.program;
     }
 
     // The place behind one that is rewritten must not take over its bank.
@@ -58,29 +63,29 @@ private:
         }
     }
 
-    static bool Rewrite(EventLink event, std::uint8_t value) {
-        if (!event) {
-            return false;
+    bool Rewrite(song::ConstEventLink link, std::uint8_t value) {
+        const EventLink event = Writable(song_, link);
+        if (event) {
+            event->length = 3;
+            event->data2 = value;
         }
-        event->length = 3;
-        event->data2 = value;
-        return true;
+        return static_cast<bool>(event);
     }
 
     // Before a bank LSB that stands at the same place already, since the MSB comes first.
     void AddMsb(const VoiceChange& change, std::uint8_t value) {
-        EventLink place = change.state.programEvent;
+        EventLink place = Writable(song_, change.state.programEvent);
         for (EventLink event = place->prev; event && event->tick == change.tick;
              event = event->prev) {
             if (event == change.state.bankLsbEvent) {
                 place = event;
             }
         }
-        AddBefore(place, change, kBankSelectMsb, value);
+        AddBefore(place, change, song::kBankMsb, value);
     }
 
     void AddLsb(const VoiceChange& change, std::uint8_t value) {
-        AddBefore(change.state.programEvent, change, kBankSelectLsb, value);
+        AddBefore(Writable(song_, change.state.programEvent), change, song::kBankLsb, value);
     }
 
     void AddBefore(EventLink place, const VoiceChange& change, std::uint8_t controller,
@@ -111,8 +116,8 @@ void MakeVoice(song::Song& song, std::size_t channel, VoiceNumbers numbers) {
         song::InsertAfter(song.tracks[place.track], behind, event);
         behind = event;
     };
-    add(control, kBankSelectMsb, numbers.msb);
-    add(control, kBankSelectLsb, numbers.lsb);
+    add(control, song::kBankMsb, numbers.msb);
+    add(control, song::kBankLsb, numbers.lsb);
     add(program, numbers.program, 0);
 }
 
