@@ -12,6 +12,7 @@
 #include "instruments/picker/texts.h"
 #include "instruments/voices/shared_sets.h"
 #include "instruments/voices/voice_file_error.h"
+#include "song/midi_numbers.h"
 
 namespace tracksmith::instruments {
 namespace {
@@ -107,7 +108,7 @@ KitNotes DrumNotes::NotesOf(InstrumentId instrument, VoiceNumbers numbers) const
         return {kit->second, true};
     }
     const auto common = kits_.find({Set::Gm, 0, 0});
-    const bool isEffects = numbers.msb == kXgSfxKitsMsb;
+    const bool isEffects = numbers.msb == song::kXgEffectKitBank;
     return isEffects || common == kits_.end() ? KitNotes() : KitNotes{common->second, false};
 }
 

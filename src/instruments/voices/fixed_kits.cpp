@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "instruments/voices/shared_sets.h"
+#include "song/midi_numbers.h"
 
 namespace tracksmith::instruments {
 namespace {
@@ -20,12 +21,12 @@ constexpr Voice Kit(std::uint8_t msb, std::uint8_t program, std::string_view nam
 }
 
 constexpr auto kTyros5Kits =
-    std::to_array<Voice>({Kit(kXgSfxKitsMsb, 43, "PopLatin Kit 1 (Live!)", "SFX Kits"),
-                          Kit(kXgSfxKitsMsb, 75, "New Arabic Kit 1 (Live!)", "SFX Kits"),
-                          Kit(kXgSfxKitsMsb, 86, "AlpenFX (Live!)", "SFX Kits"),
-                          Kit(kXgSfxKitsMsb, 118, "Brazil Kit 2 (Live!)", "SFX Kits")});
+    std::to_array<Voice>({Kit(song::kXgEffectKitBank, 43, "PopLatin Kit 1 (Live!)", "SFX Kits"),
+                          Kit(song::kXgEffectKitBank, 75, "New Arabic Kit 1 (Live!)", "SFX Kits"),
+                          Kit(song::kXgEffectKitBank, 86, "AlpenFX (Live!)", "SFX Kits"),
+                          Kit(song::kXgEffectKitBank, 118, "Brazil Kit 2 (Live!)", "SFX Kits")});
 
-constexpr Voice kKorgSfxKit = Kit(kGm2KitsMsb, 56, "GM2 SFZ", "GM2 Drum Sets");
+constexpr Voice kKorgSfxKit = Kit(song::kGm2DrumBank, 56, "GM2 SFZ", "GM2 Drum Sets");
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "instruments/capabilities.h"
+#include "song/midi_numbers.h"
 
 namespace tracksmith::instruments {
 namespace {
@@ -40,17 +41,18 @@ bool HasTe200Option(InstrumentId instrument) {
 }
 
 bool IsKitBank(InstrumentId instrument, std::uint8_t msb) {
-    const bool isXgKit = msb == kXgKitsMsb || msb == kXgSfxKitsMsb;
-    return (isXgKit && HasXgSet(instrument)) || (msb == kGm2KitsMsb && HasGm2Set(instrument));
+    const bool isXgKit = msb == song::kXgDrumBank || msb == song::kXgEffectKitBank;
+    return (isXgKit && HasXgSet(instrument)) ||
+           (msb == song::kGm2DrumBank && HasGm2Set(instrument));
 }
 
 VoiceNumbers NumbersInForce(InstrumentId instrument, bool kits, std::optional<std::uint8_t> msb,
                             std::optional<std::uint8_t> lsb, std::uint8_t program) {
     std::uint8_t start = 0;
     if (IsIn(kGm2Mode, instrument)) {
-        start = kits ? kGm2KitsMsb : kGm2VoicesMsb;
+        start = kits ? song::kGm2DrumBank : song::kGm2MelodyBank;
     } else if (kits && HasXgSet(instrument)) {
-        start = kXgKitsMsb;
+        start = song::kXgDrumBank;
     }
     return {msb.value_or(start), lsb.value_or(std::uint8_t{0}), program};
 }

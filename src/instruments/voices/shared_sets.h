@@ -9,13 +9,6 @@
 /// Which of the common sound sets an instrument has beside its own voices.
 namespace tracksmith::instruments {
 
-/// Bank select MSB of the GM2 voices and of the GM2 drum kits (General MIDI 2, RP-024).
-inline constexpr std::uint8_t kGm2VoicesMsb = 121;
-inline constexpr std::uint8_t kGm2KitsMsb = 120;
-/// Bank select MSB of the XG drum kits and effect kits (XG 1.35).
-inline constexpr std::uint8_t kXgKitsMsb = 127;
-inline constexpr std::uint8_t kXgSfxKitsMsb = 126;
-
 /// Limex Tradition Exclusiv 200v3, whose voices an option adds to other Limex instruments.
 inline constexpr InstrumentId kLimexTe200 = 58;
 

@@ -4,6 +4,7 @@
 #include "instruments/voices/fixed_kits.h"
 #include "instruments/voices/shared_sets.h"
 #include "instruments/voices/texts.h"
+#include "song/midi_numbers.h"
 
 namespace tracksmith::instruments {
 namespace {
@@ -13,7 +14,7 @@ VoiceNumbers InDefaultMap(InstrumentId instrument, VoiceNumbers numbers,
                           const LookupOptions& options) {
     const Instrument* entry = FindInstrument(instrument);
     const bool hasMaps = entry != nullptr && !RolandScMaps(entry->name).empty();
-    const bool isGm2 = numbers.msb == kGm2VoicesMsb || numbers.msb == kGm2KitsMsb;
+    const bool isGm2 = numbers.msb == song::kGm2MelodyBank || numbers.msb == song::kGm2DrumBank;
     if (hasMaps && !isGm2 && numbers.lsb == 0) {
         numbers.lsb = static_cast<std::uint8_t>(RolandScMap(entry->name, options.rolandScMap));
     }
@@ -78,9 +79,10 @@ private:
     }
 
     const Voice* SimilarVoice(VoiceNumbers numbers) const {
-        if (numbers.msb == kGm2VoicesMsb) {
+        if (numbers.msb == song::kGm2MelodyBank) {
             const Voice* voice = In(kGm2Soundset, numbers);
-            return voice != nullptr ? voice : In(kGm2Soundset, {kGm2VoicesMsb, 0, numbers.program});
+            return voice != nullptr ? voice
+                                    : In(kGm2Soundset, {song::kGm2MelodyBank, 0, numbers.program});
         }
         if (hasXg_) {
             // What XG itself falls back to.
@@ -93,11 +95,11 @@ private:
 
     const Voice* SimilarKit(VoiceNumbers numbers) const {
         const std::uint8_t program = numbers.program;
-        if (hasXg_ && numbers.msb != kGm2KitsMsb) {
-            const bool isSfx = numbers.msb == kXgSfxKitsMsb;
-            return Exact({isSfx ? kXgSfxKitsMsb : kXgKitsMsb, 0, program});
+        if (hasXg_ && numbers.msb != song::kGm2DrumBank) {
+            const bool isSfx = numbers.msb == song::kXgEffectKitBank;
+            return Exact({isSfx ? song::kXgEffectKitBank : song::kXgDrumBank, 0, program});
         }
-        for (const std::uint8_t msb : {std::uint8_t{0}, kXgKitsMsb}) {
+        for (const std::uint8_t msb : {std::uint8_t{0}, song::kXgDrumBank}) {
             const Voice* kit = hasTable_ ? InOwn({msb, numbers.lsb, program}) : nullptr;
             if (kit != nullptr) {
                 return kit;
@@ -106,8 +108,8 @@ private:
         if (!hasGm2_ && program == 0) {
             return In(kGmSoundset, {0, 0, 0});
         }
-        const Voice* respelt = RespeltKit(instrument_, {kGm2KitsMsb, 0, program});
-        return respelt != nullptr ? respelt : In(kGm2Soundset, {kGm2KitsMsb, 0, program});
+        const Voice* respelt = RespeltKit(instrument_, {song::kGm2DrumBank, 0, program});
+        return respelt != nullptr ? respelt : In(kGm2Soundset, {song::kGm2DrumBank, 0, program});
     }
 
     const VoiceTables& tables_;

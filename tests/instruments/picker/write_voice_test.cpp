@@ -238,7 +238,7 @@ Bytes RandomVoices(Dice& dice) {
 // Whatever the song and the places: those are changed and no other.
 TEST(WriteVoice, ChangesTheChosenPlacesAlone) {
     Dice dice(7);
-    for (int round = 0; round < 2000; ++round) {
+    for (int round = 0; round < 400; ++round) {
         DecodedSong decoded(RandomVoices(dice));
         decoded.Timed();
         std::vector<VoiceNumbers> expected = Selected(decoded.song);
