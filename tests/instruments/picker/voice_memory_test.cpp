@@ -1,6 +1,7 @@
 #include "instruments/picker/voice_memory.h"
 
 #include <gtest/gtest.h>
+#include <string>
 
 #include "support/scratch_settings.h"
 
@@ -37,20 +38,21 @@ TEST(VoiceMemory, BrokenSettingsAndFullListsLoseNothingElse) {
     EXPECT_EQ(VoiceMemory(scratch.Store(), "X").Favourites(),
               (std::vector{kVoice, kKit, VoiceKey{false, {1, 2, 3}}}));
     scratch.Store().WriteIntToUserRegistrySubdir("X", "LastUsedVoices", 5);
-    VoiceMemory memory(scratch.Store(), "X");
-    EXPECT_TRUE(memory.LastUsed().empty());
-    for (std::uint8_t program = 0; program < 30; ++program) {
-        memory.AddLastUsed({false, {0, 0, program}});
+    EXPECT_TRUE(VoiceMemory(scratch.Store(), "X").LastUsed().empty());
+    std::string many;
+    for (int i = 0; i < 600; ++i) {
+        many += std::to_string(i / 128) + ".9." + std::to_string(i % 128) + ' ';
     }
-    EXPECT_EQ(memory.LastUsed().size(), VoiceMemory::kMostLastUsed);
-    EXPECT_EQ(memory.LastUsed().front().numbers.program, 29);
-    for (std::size_t i = memory.Favourites().size(); i < VoiceMemory::kMostFavourites; ++i) {
-        ASSERT_TRUE(memory.ToggleFavourite(
-            {false, {9, static_cast<std::uint8_t>(i / 128), static_cast<std::uint8_t>(i % 128)}}));
-    }
-    EXPECT_FALSE(memory.ToggleFavourite({true, {0, 0, 0}}));
-    EXPECT_TRUE(memory.ToggleFavourite(kVoice)); // taken back
-    EXPECT_TRUE(memory.ToggleFavourite({true, {0, 0, 0}}));
+    scratch.Store().WriteStrToUserRegistrySubdir("Y", "FavouriteVoices", many);
+    scratch.Store().WriteStrToUserRegistrySubdir("Y", "LastUsedVoices", many);
+    VoiceMemory full(scratch.Store(), "Y");
+    EXPECT_EQ(full.Favourites().size(), VoiceMemory::kMostFavourites);
+    EXPECT_FALSE(full.ToggleFavourite(kKit));
+    EXPECT_TRUE(full.ToggleFavourite({false, {0, 9, 0}})); // taken back
+    EXPECT_TRUE(full.ToggleFavourite(kKit));
+    EXPECT_TRUE(full.AddLastUsed(kKit));
+    EXPECT_EQ(full.LastUsed().size(), VoiceMemory::kMostLastUsed);
+    EXPECT_EQ(full.LastUsed().front(), kKit);
 }
 
 } // namespace
