@@ -34,7 +34,7 @@ std::string SaveFailed(Language language, std::string_view name);
 /// The question before a file is overwritten.
 std::string OverwriteQuestion(Language language, std::string_view name);
 
-inline constexpr Text kNewSong{De{"Neues Stück"}, En{"New Song"}};
+inline constexpr Text kNewSong{De{"Neuer Song"}, En{"New Song"}};
 
 /// Name of a channel's track in a new song; `number` counts from 1.
 std::string ChannelName(Language language, int number);

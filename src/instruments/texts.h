@@ -26,7 +26,7 @@ inline constexpr Text kOnlyYamahaVocalHarmony{
     En{"Only for Yamaha Tyros 4 and 5, Genos, PSR-S970 and PSR-SX"}};
 
 // Switches for how songs are prepared
-inline constexpr Text kAutoSysex{De{"Stücke beim Laden für das Instrument vorbereiten"},
+inline constexpr Text kAutoSysex{De{"Songs beim Laden für das Instrument vorbereiten"},
                                  En{"Prepare songs for the instrument when loading"}};
 inline constexpr Text kAutoSysexHint{
     De{"Setzt die Meldungen, die das Instrument am Anfang braucht, und entfernt die der anderen"},
@@ -39,33 +39,33 @@ inline constexpr Text kGmBeforeGsHint{
 inline constexpr Text kFixedTrack{De{"Meldungen immer auf die Spur darunter"},
                                   En{"Messages always on the track below"}};
 inline constexpr Text kFixedTrackHint{
-    De{"Sonst auf Spur 11, bei kurzen Stücken auf die erste"},
+    De{"Sonst auf Spur 11, bei kurzen Songs auf die erste"},
     En{"Otherwise on track 11, or on the first one of a song with fewer tracks"}};
 inline constexpr Text kKorgPartEq{Both{"Korg PaXXX Track equalizer"}};
-inline constexpr Text kKorgPartEqHint{De{"Zeigt die Equalizer-Meldungen im Stück"},
+inline constexpr Text kKorgPartEqHint{De{"Zeigt die Equalizer-Meldungen im Song"},
                                       En{"Shows the equaliser messages in the song"}};
 inline constexpr Text kYamahaDsps{Both{"DSP management"}};
-inline constexpr Text kYamahaDspsHint{De{"Zeigt Insert-Effekte und Orgelzugriegel im Stück"},
+inline constexpr Text kYamahaDspsHint{De{"Zeigt Insert-Effekte und Orgelzugriegel im Song"},
                                       En{"Shows insertion effects and organ flutes in the song"}};
-inline constexpr Text kYamahaMasterEq{De{"Das Stück darf den Master-EQ einstellen"},
+inline constexpr Text kYamahaMasterEq{De{"Der Song darf den Master-EQ einstellen"},
                                       En{"The song may set the master EQ"}};
 inline constexpr Text kYamahaMasterEqHint{
     De{"Sonst werden seine Meldungen für den Master-EQ entfernt"},
     En{"Otherwise its messages for the master EQ are removed"}};
-inline constexpr Text kYamahaVocalHarmony{De{"Das Stück darf Vocal Harmony einstellen"},
+inline constexpr Text kYamahaVocalHarmony{De{"Der Song darf Vocal Harmony einstellen"},
                                           En{"The song may set the vocal harmony"}};
 inline constexpr Text kYamahaVocalHarmonyHint{
     De{"Sonst werden seine Meldungen für Vocal Harmony entfernt"},
     En{"Otherwise its messages for the vocal harmony are removed"}};
-inline constexpr Text kYamahaAutoVocalHarmony{De{"… aber nur Stücke mit Liedtext"},
+inline constexpr Text kYamahaAutoVocalHarmony{De{"… aber nur Songs mit Liedtext"},
                                               En{"… but only songs with lyrics"}};
 inline constexpr Text kYamahaAutoVocalHarmonyHint{
     De{"Wo niemand singt, werden die Meldungen für Vocal Harmony entfernt"},
     En{"Where nobody sings, the messages for the vocal harmony are removed"}};
 inline constexpr Text kMotifDsps{De{"Motif DSP management"}, En{"Motif DSP management"}};
-inline constexpr Text kMotifDspsHint{De{"Zeigt die eigenen Meldungen des Instruments im Stück"},
+inline constexpr Text kMotifDspsHint{De{"Zeigt die eigenen Meldungen des Instruments im Song"},
                                      En{"Shows the instrument's own messages in the song"}};
-inline constexpr Text kMotifMasterEq{De{"Master EQ/FX des Stücks behalten"},
+inline constexpr Text kMotifMasterEq{De{"Master EQ/FX des Songs behalten"},
                                      En{"Keep the song's master EQ/FX"}};
 inline constexpr Text kMotifMasterEqHint{De{"Sonst werden sie mit den XG-Effekten entfernt"},
                                          En{"Otherwise removed together with the XG effects"}};

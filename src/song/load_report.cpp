@@ -33,7 +33,7 @@ constexpr std::array<ChangeRow, kLoadChangeCount> kRows{{
     {"dataByteTooLarge", Text{De{"Datenbytes über 127 werden beim Speichern begrenzt"},
                               En{"data bytes above 127 will be masked when saved"}}},
     {"endOfTrackMoved",
-     Text{De{"Spurenden ans Ende des Stücks gesetzt"}, En{"track ends moved to the song's end"}}},
+     Text{De{"Spurenden ans Ende des Songs gesetzt"}, En{"track ends moved to the song's end"}}},
     {"endOfTrackAdded", Text{De{"fehlende Spurenden ergänzt"}, En{"missing track ends added"}}},
     {"bytesAfterEndOfTrack",
      Text{De{"Bytes hinter dem Spurende übergangen"}, En{"bytes behind a track's end ignored"}}},

@@ -18,7 +18,7 @@ inline constexpr Text kVoiceCount{De{"%1 Klänge"}, En{"%1 voices"}};
 inline constexpr Text kOptionsTitle{De{"Instrumente"}, En{"Instruments"}};
 inline constexpr Text kForOutput{De{"Für den &Ausgang"}, En{"For the &output"}};
 inline constexpr Text kMainOutput{De{"%1 (alle Kanäle)"}, En{"%1 (all channels)"}};
-inline constexpr Text kPreparing{De{"Vorbereiten der Stücke"}, En{"Preparing songs"}};
+inline constexpr Text kPreparing{De{"Vorbereiten der Songs"}, En{"Preparing songs"}};
 inline constexpr Text kOnlyThisInstrument{De{"Nur dieses Instrument"}, En{"This instrument only"}};
 inline constexpr Text kSysexTrack{De{"S&pur für die Meldungen"}, En{"&Track for the messages"}};
 inline constexpr Text kRolandMap{De{"&Klangtabelle"}, En{"Sound &map"}};

@@ -11,7 +11,7 @@ inline constexpr Text kWithKorgEqualizer{De{"nur mit Korg-Equalizern"},
 inline constexpr Text kWithYamahaDsps{De{"nur mit Yamaha-DSPs"}, En{"only with Yamaha DSPs"}};
 inline constexpr Text kWithoutMasterEq{De{"nur ohne Master-EQ"}, En{"only without master EQ"}};
 inline constexpr Text kWithoutVocalHarmony{
-    De{"nur ohne Vocal Harmony, oder bei „nur mit Liedtext“ in Stücken ohne"},
+    De{"nur ohne Vocal Harmony, oder bei „nur mit Liedtext“ in Songs ohne"},
     En{"only without vocal harmony, or with \"only with lyrics\" in songs without"}};
 inline constexpr Text kWithMotifDsps{De{"nur mit Motif-DSPs"}, En{"only with Motif DSPs"}};
 inline constexpr Text kUnlessWithoutGmReset{De{"nicht mit „ohne GM-Reset“"},
