@@ -1,6 +1,7 @@
 #include "base/forms/labels.h"
 
 #include "base/forms/theme.h"
+#include <QApplication>
 #include <QPainter>
 #include <QStyle>
 
@@ -42,7 +43,8 @@ QLabel* NewLabel(const char* objectName, QWidget* parent) {
 
 QLabel* NewCaption(const char* objectName, QWidget* parent) {
     QLabel* label = NewLabel(objectName, parent);
-    label->setFont(ScaledFont(label->font(), 0.85));
+    // Not the label's own, which a parent that does not know of a new size of text may give it.
+    label->setFont(ScaledFont(QApplication::font(), 0.85));
     label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }

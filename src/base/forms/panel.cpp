@@ -3,6 +3,7 @@
 #include "base/forms/theme.h"
 #include <QApplication>
 #include <QPainter>
+#include <QScrollArea>
 
 namespace tracksmith::forms {
 
@@ -20,6 +21,16 @@ void Panel::paintEvent(QPaintEvent* event) {
     painter.setBrush(palette().brush(ground_));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius(),
                             CornerRadius());
+}
+
+QScrollArea* NewScrollArea(QWidget* content) {
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    // Moving the focus scrolls; the area itself is no place to stop at.
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(content);
+    return area;
 }
 
 } // namespace tracksmith::forms

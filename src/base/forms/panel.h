@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QPalette>
 
+class QScrollArea;
+
 namespace tracksmith::forms {
 
 /// A framed area with rounded corners and a thin border, in the colour of a palette role. The
@@ -20,5 +22,8 @@ protected:
 private:
     QPalette::ColorRole ground_;
 };
+
+/// An area without a frame that shows `content`, with scroll bars where it does not fit.
+QScrollArea* NewScrollArea(QWidget* content);
 
 } // namespace tracksmith::forms

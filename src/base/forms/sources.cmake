@@ -1,8 +1,12 @@
 set(SOURCES
+  choice_accessible.cpp
+  choice_accessible.h
   dialog_frame.cpp
   dialog_frame.h
   flat_header.cpp
   flat_header.h
+  flow_layout.cpp
+  flow_layout.h
   labels.cpp
   labels.h
   list_panel.cpp

@@ -25,6 +25,8 @@ constexpr Colours kLight{0xFFF0F1F3, 0xFFFFFFFF, 0xFFE6E8EC, 0xFFC6CBD3,
 constexpr std::array<int, 16> kHues{206, 264, 318, 0,   26,  42,  72,  112,
                                     146, 352, 174, 192, 226, 286, 336, 14};
 
+int textPercent = kSmallestText;
+
 void SetDisabled(QPalette& palette, const Colours& colours) {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, QColor(colours.dim).darker(130));
@@ -69,6 +71,16 @@ void ApplyTheme(Theme theme) {
         QApplication::setStyle(new ThemeStyle);
     }
     QApplication::setPalette(ThemePalette(theme));
+}
+
+void ApplyTextSize(int percent) {
+    static const QFont desktops = QApplication::font();
+    textPercent = std::clamp(percent, kSmallestText, kLargestText);
+    QApplication::setFont(ScaledFont(desktops, TextScale()));
+}
+
+double TextScale() {
+    return textPercent / 100.0;
 }
 
 bool IsDark(const QPalette& palette) {

@@ -15,6 +15,17 @@ QPalette ThemePalette(Theme theme);
 /// Gives the whole program the Fusion style and the theme's palette. Windows repaint at once.
 void ApplyTheme(Theme theme);
 
+/// The sizes of text that the user can choose, in per cent of the desktop's.
+inline constexpr int kSmallestText = 100;
+inline constexpr int kLargestText = 250;
+
+/// Gives the whole program text of `percent` of the desktop's size, clamped to the range above.
+/// Windows that exist already must be laid out anew.
+void ApplyTextSize(int percent);
+
+/// The factor that ApplyTextSize has set.
+double TextScale();
+
 /// True when the palette has light text on a dark ground.
 bool IsDark(const QPalette& palette);
 
