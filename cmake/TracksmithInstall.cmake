@@ -1,7 +1,7 @@
 # What `cmake --install` copies. The programs look for their data in ../share/tracksmith beside them.
 include(GNUInstallDirs)
 set(data ${CMAKE_INSTALL_DATADIR}/tracksmith)
-set(id io.github.tracksmith.Tracksmith)
+set(id ${TRACKSMITH_ID})
 
 install(TARGETS tracksmith-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY data/voices data/drums data/demo DESTINATION ${data})

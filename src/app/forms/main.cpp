@@ -1,9 +1,14 @@
 #include <chrono>
+#include <filesystem>
+#include <utility>
+#include <vector>
 
 #include "base/forms/qt_text.h"
 #include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
+#include <QSize>
 #include <QTimer>
 
 #include "app/forms/main_form.h"
@@ -25,23 +30,34 @@ void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
     });
 }
 
+QIcon ProgramIcon() {
+    QIcon icon;
+    for (const char* size : {"64", "256"}) {
+        icon.addFile(QStringLiteral(":/icons/" TRACKSMITH_ID "-%1.png").arg(QLatin1String(size)));
+    }
+    return icon;
+}
+
 // What the command line wishes.
 struct Wishes {
-    QStringList songs;
+    std::vector<std::filesystem::path> songs;
     /// The measure to play from; 0 for none.
     int playFrom = 0;
     /// Object name of a command to call at last.
     QString command;
     QString picture;
+    /// Empty for the size that the window had last.
+    QSize size;
 };
 
 Wishes ReadArguments(const QCoreApplication& application) {
     QCommandLineParser arguments;
     arguments.addHelpOption();
     arguments.addVersionOption();
-    arguments.addPositionalArgument(QStringLiteral("song.mid"),
-                                    QStringLiteral("Standard MIDI File to open."),
-                                    QStringLiteral("[song.mid]"));
+    arguments.addPositionalArgument(
+        QStringLiteral("song.mid"),
+        QStringLiteral("Standard MIDI File to open; more of them go to the recent files."),
+        QStringLiteral("[song.mid...]"));
     const QCommandLineOption screenshot(
         QStringLiteral("screenshot"),
         QStringLiteral("Paint the window into the picture <file> and quit."),
@@ -55,14 +71,26 @@ Wishes ReadArguments(const QCoreApplication& application) {
                                   QStringLiteral("Call the menu <command> by its object name."),
                                   QStringLiteral("command"));
     arguments.addOption(show);
+    const QCommandLineOption size(QStringLiteral("size"),
+                                  QStringLiteral("Make the window so large."),
+                                  QStringLiteral("widthxheight"));
+    arguments.addOption(size);
     arguments.process(application);
-    return {arguments.positionalArguments(), arguments.value(play).toInt(), arguments.value(show),
-            arguments.value(screenshot)};
+    const QStringList sides = arguments.value(size).split(u'x');
+    std::vector<std::filesystem::path> songs;
+    for (const QString& song : arguments.positionalArguments()) {
+        songs.push_back(forms::PathFromQString(song));
+    }
+    return {std::move(songs),
+            arguments.value(play).toInt(),
+            arguments.value(show),
+            arguments.value(screenshot),
+            {sides.value(0).toInt(), sides.value(1).toInt()}};
 }
 
 void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
-    if (!wishes.songs.isEmpty()) {
-        form.OpenMidiFile(forms::PathFromQString(wishes.songs.constFirst()));
+    if (!wishes.songs.empty()) {
+        form.OpenMidiFiles(wishes.songs);
     }
     // A file that was refused has been told of.
     if (wishes.playFrom > 0 && form.Session().HasSong()) {
@@ -83,12 +111,16 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tracksmith"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TRACKSMITH_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tracksmith"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(TRACKSMITH_ID));
+    QGuiApplication::setWindowIcon(ProgramIcon());
     const Wishes wishes = ReadArguments(application);
 
     settings::SettingsStore store;
     forms::TMainForm form(store);
     const forms::EndWatch watch(form);
+    if (!wishes.size.isEmpty()) {
+        form.resize(wishes.size);
+    }
     form.show();
     // The window is seen before a song is read.
     QTimer::singleShot(0, &form, [&form, &wishes] { Fulfil(form, wishes); });

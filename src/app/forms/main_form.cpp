@@ -1,20 +1,25 @@
 #include "app/forms/main_form.h"
 
+#include "base/forms/choice_accessible.h"
+#include "base/forms/panel.h"
 #include "base/forms/qt_text.h"
 #include <QCoreApplication>
 #include <QHBoxLayout>
-#include <QLibraryInfo>
+#include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
-#include <QTranslator>
 #include <QVBoxLayout>
 
 #include "app/forms/menu/command_ids.h"
+#include "app/forms/menu/menu_areas.h"
 #include "app/forms/menu/recent_files_menu.h"
 #include "app/forms/notices/dialogs.h"
+#include "app/forms/notices/drop_hint.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/notice_host.h"
 #include "app/forms/notices/status_line.h"
 #include "app/forms/settings/key_guard.h"
+#include "app/forms/settings/qt_german.h"
 #include "app/forms/settings/song_options.h"
 #include "app/forms/song/empty_page.h"
 #include "app/forms/song/song_view.h"
@@ -25,7 +30,10 @@
 namespace tracksmith::forms {
 namespace {
 
+// At the first start, where the screen has room; with frame and task bar a small screen has less.
 constexpr QSize kFirstSize{1280, 720};
+constexpr QSize kFrame{16, 48};
+constexpr QSize kSmallScreen{1024, 700};
 
 } // namespace
 
@@ -40,20 +48,16 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
       chooser_(std::make_unique<FileChooser>()) {
     setObjectName(QStringLiteral("MainForm"));
     setAcceptDrops(true);
+    dropHint_ = new DropHint(*this);
+    InstallChoiceAccessibility();
     ApplyTheme(settings_.ReadTheme());
+    ApplyTextSize(settings_.ReadTextSize());
     new KeyGuard(this);
     BuildPlayer(std::move(devices));
-    BuildAreas();
-    ConnectMenu();
+    ShowAreas();
     ConnectSession();
     ConnectAreas();
-    ConnectOptions();
-    TakeInstruments();
-    menu_->SetTheme(settings_.ReadTheme());
-    ApplyLanguage(settings_.ReadLanguage());
     RestoreGeometry();
-    ShowRecentFiles();
-    ShowSong();
 }
 
 // The devices and the bar for notices, which the player uses, end before the session does.
@@ -73,6 +77,20 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
     sound_.Attach(*devices_, session_.Controls());
 }
 
+// Also after a change of the size of text, which all areas are laid out by.
+void TMainForm::ShowAreas() {
+    BuildAreas();
+    ConnectMenu();
+    ConnectOptions();
+    TakeInstruments();
+    menu_->SetTheme(settings_.ReadTheme());
+    menu_->Choose(kTextSizeMenu, settings_.ReadTextSize());
+    ApplyLanguage(settings_.ReadLanguage());
+    ShowRecentFiles();
+    ShowSong();
+    ShowLooping();
+}
+
 void TMainForm::BuildAreas() {
     menu_ = new MainMenu(*this);
     setMenuBar(menu_);
@@ -81,7 +99,7 @@ void TMainForm::BuildAreas() {
     emptyPage_ = new EmptyPage;
     songView_ = new SongView(session_.Work(), voices_, *menu_, *signals_);
     pages_ = new QStackedWidget;
-    pages_->addWidget(emptyPage_);
+    pages_->addWidget(NewScrollArea(emptyPage_));
     pages_->addWidget(songView_);
     auto* center = new QWidget;
     auto* column = new QVBoxLayout(center);
@@ -93,6 +111,9 @@ void TMainForm::BuildAreas() {
     noticeRow->addWidget(notice_);
     column->addLayout(noticeRow);
     setCentralWidget(center);
+    connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
+    connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
+    connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
 }
 
 void TMainForm::ConnectMenu() {
@@ -121,9 +142,6 @@ void TMainForm::EndNow() {
 }
 
 void TMainForm::ConnectAreas() {
-    connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
-    connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
-    connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
     connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::MMF_WhatChangedClick);
     connect(notice_, &NoticeBar::TakeBackPressed, this, &TMainForm::MME_TakeBackClick);
     connect(notice_, &NoticeBar::ReloadPressed, this, &TMainForm::MMF_ReloadMidifileClick);
@@ -149,7 +167,8 @@ void TMainForm::ChangeOption(const SongOption& option, bool on) {
 
 void TMainForm::RestoreGeometry() {
     if (!restoreGeometry(settings_.ReadGeometry())) {
-        resize(kFirstSize);
+        const QSize room = screen()->availableSize().expandedTo(kSmallScreen) - kFrame;
+        resize(kFirstSize.boundedTo(room));
     }
 }
 
@@ -157,7 +176,7 @@ void TMainForm::ShowSong() {
     if (session_.HasSong()) {
         songView_->ShowSong(SongFileName());
     }
-    pages_->setCurrentWidget(session_.HasSong() ? static_cast<QWidget*>(songView_) : emptyPage_);
+    pages_->setCurrentIndex(session_.HasSong() ? 1 : 0);
     status_->ShowSong(session_.HasSong() ? &songView_->Description() : nullptr);
     ShowFileState();
 }
@@ -211,11 +230,10 @@ void TMainForm::ApplyLanguage(Language language) {
     ShowFileState();
 }
 
-// Qt's own dialogs and the names of keys ("Strg") come from Qt's translation, where installed.
 void TMainForm::ShowQtTexts(Language language) {
-    qtTexts_ = std::make_unique<QTranslator>();
-    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-    if (language == Language::German && qtTexts_->load(QStringLiteral("qtbase_de"), folder)) {
+    qtTexts_.reset();
+    if (language == Language::German) {
+        qtTexts_ = std::make_unique<QtGerman>();
         QCoreApplication::installTranslator(qtTexts_.get());
     }
 }
@@ -224,6 +242,13 @@ void TMainForm::ApplyChosenTheme(Theme theme) {
     ApplyTheme(theme);
     menu_->SetTheme(theme);
     settings_.WriteTheme(theme);
+}
+
+void TMainForm::MMV_TextSizeClick() {
+    settings_.WriteTextSize(menu_->Chosen(kTextSizeMenu));
+    ApplyTextSize(settings_.ReadTextSize());
+    // The menu that is laid out anew is still in use.
+    QMetaObject::invokeMethod(this, &TMainForm::ShowAreas, Qt::QueuedConnection);
 }
 
 std::string TMainForm::SongPositionToMTC(std::int32_t tick) const {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QMainWindow>
 
@@ -26,6 +27,7 @@ class QTranslator;
 
 namespace tracksmith::forms {
 
+class DropHint;
 class EmptyPage;
 struct InstrumentOutput;
 class NoticeBar;
@@ -53,6 +55,9 @@ public:
 
     /// Loads `file` and shows it; faults have been shown when this returns.
     void OpenMidiFile(const std::filesystem::path& file);
+
+    /// Loads the first of `files`; the others go to the recent files.
+    void OpenMidiFiles(const std::vector<std::filesystem::path>& files);
 
     /// Makes ready for the end of the program: notes off, settings stored. Where `mayAsk`, asks
     /// what becomes of changes that are not saved, unless that was answered already; false when the
@@ -117,6 +122,7 @@ public:
     void MMI_VoicesClick();
     // View, Settings, Help
     void MMV_NextPageClick();
+    void MMV_TextSizeClick();
     void MMS_MidiPortsClick();
     void MMS_InstrumentsClick();
     void MMF_ThemeDarkClick();
@@ -131,12 +137,15 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void ShowAreas();
     void BuildAreas();
     void BuildPlayer(std::unique_ptr<devices::MidiDevices> devices);
     void ConnectSession();
+    void ShowLooping();
     void ShowMissingOutput();
     void ShowSettingsTrouble();
     void TakeInstruments();
@@ -190,6 +199,7 @@ private:
     SongView* songView_ = nullptr;
     NoticeBar* notice_ = nullptr;
     StatusLine* status_ = nullptr;
+    DropHint* dropHint_ = nullptr;
 };
 
 } // namespace tracksmith::forms

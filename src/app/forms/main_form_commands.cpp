@@ -13,6 +13,7 @@
 
 #include "app/forms/main_form.h"
 #include "app/forms/notices/dialogs.h"
+#include "app/forms/notices/drop_hint.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/status_line.h"
 #include "app/forms/song/song_view.h"
@@ -111,12 +112,20 @@ void TMainForm::changeEvent(QEvent* event) {
 }
 
 void TMainForm::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DraggedFile(*event->mimeData()).isEmpty()) {
+    const QString file = DraggedFile(*event->mimeData());
+    if (!file.isEmpty()) {
         event->acceptProposedAction();
+        dropHint_->ShowFile(ShownFileName(PathFromQString(file)), host_.CurrentLanguage());
     }
 }
 
+void TMainForm::dragLeaveEvent(QDragLeaveEvent* event) {
+    dropHint_->hide();
+    QMainWindow::dragLeaveEvent(event);
+}
+
 void TMainForm::dropEvent(QDropEvent* event) {
+    dropHint_->hide();
     const QString file = DraggedFile(*event->mimeData());
     if (!file.isEmpty()) {
         event->acceptProposedAction();

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "base/forms/qt_text.h"
 
 #include "app/forms/main_form.h"
@@ -27,6 +29,13 @@ void TMainForm::OpenMidiFile(const std::filesystem::path& file) {
     if (ConfirmDiscard()) {
         LoadAndShow(file, false);
     }
+}
+
+void TMainForm::OpenMidiFiles(const std::vector<std::filesystem::path>& files) {
+    std::for_each(files.rbegin(), files.rend(),
+                  [this](const std::filesystem::path& file) { recentFiles_.Add(file); });
+    ShowRecentFiles();
+    OpenMidiFile(files.front());
 }
 
 void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {

@@ -15,13 +15,15 @@ namespace tracksmith::forms {
 void TMainForm::ConnectSession() {
     connect(signals_.get(), &SessionSignals::SongChanged, this, &TMainForm::ShowSong);
     connect(signals_.get(), &SessionSignals::FileStateChanged, this, &TMainForm::ShowFileState);
-    connect(signals_.get(), &SessionSignals::LoopChanged, this, [this] {
-        const auto& loop = session_.Controls().Loop();
-        menu_->ActionOf(commands::kLooping).setChecked(loop && loop->on);
-    });
+    connect(signals_.get(), &SessionSignals::LoopChanged, this, &TMainForm::ShowLooping);
     connect(signals_.get(), &SessionSignals::PortsChanged, this, &TMainForm::ShowMissingOutput);
     connect(signals_.get(), &SessionSignals::PortsChecked, this, &TMainForm::ShowSettingsTrouble);
     connect(signals_.get(), &SessionSignals::RoutesChanged, this, &TMainForm::TakeInstruments);
+}
+
+void TMainForm::ShowLooping() {
+    const auto& loop = session_.Controls().Loop();
+    menu_->ActionOf(commands::kLooping).setChecked(loop && loop->on);
 }
 
 // Said once for each output that is missing.

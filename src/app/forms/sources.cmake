@@ -27,6 +27,8 @@ set(SOURCES
   notices/captured_message.h
   notices/dialogs.cpp
   notices/dialogs.h
+  notices/drop_hint.cpp
+  notices/drop_hint.h
   notices/notice_bar.cpp
   notices/notice_bar.h
   notices/notice_host.h
@@ -60,6 +62,8 @@ set(SOURCES
   settings/form_settings.h
   settings/key_guard.cpp
   settings/key_guard.h
+  settings/qt_german.cpp
+  settings/qt_german.h
   settings/song_options.h
   song/channel_cards.cpp
   song/channel_cards.h
@@ -74,6 +78,8 @@ set(SOURCES
   song/song_rows.h
   song/song_view.cpp
   song/song_view.h
+  song/voice_lines.cpp
+  song/voice_lines.h
   song/voice_names.cpp
   song/voice_names.h
   transport/play_bar.cpp

@@ -44,6 +44,16 @@ QString ChannelCardName(int channel, const QString& voice, const QString& notes,
         .arg(QString::number(channel + 1), voice, notes, numbers);
 }
 
+QString UnusedChannelName(int channel, Language language) {
+    static constexpr Text kUnused{De{"Kanal %1: nicht benutzt"}, En{"Channel %1: not used"}};
+    return InLanguage(kUnused, language).arg(channel + 1);
+}
+
+QString DropOpens(const QString& fileName, Language language) {
+    static constexpr Text kDrop{De{"Loslassen öffnet „%1“"}, En{"Drop to open \"%1\""}};
+    return InLanguage(kDrop, language).arg(fileName);
+}
+
 QString MeasureName(std::int64_t first, std::int64_t last, Language language) {
     return first == last ? InLanguage(kMeasure, language).arg(first)
                          : InLanguage(kMeasures, language).arg(first).arg(last);

@@ -39,6 +39,7 @@ inline constexpr Text kMenuRecent{De{"&Zuletzt geöffnet"}, En{"Open &Recent"}};
 inline constexpr Text kMenuReading{De{"Beim &Laden"}, En{"When &Loading"}};
 inline constexpr Text kMenuWriting{De{"Beim S&peichern"}, En{"When &Saving"}};
 inline constexpr Text kMenuTheme{De{"&Farben"}, En{"&Theme"}};
+inline constexpr Text kMenuTextSize{De{"&Textgröße"}, En{"Text &Size"}};
 inline constexpr Text kMenuLanguage{De{"&Sprache"}, En{"&Language"}};
 inline constexpr Text kNew{De{"&Neu"}, En{"&New"}};
 inline constexpr Text kOpen{De{"Ö&ffnen…"}, En{"&Open…"}};
@@ -77,6 +78,12 @@ inline constexpr Text kOmitPorts{De{"&Port-Ereignisse weglassen"}, En{"Omit &por
 inline constexpr Text kDark{De{"&Dunkel"}, En{"&Dark"}};
 inline constexpr Text kLight{De{"&Hell"}, En{"&Light"}};
 inline constexpr Text kSystem{De{"Wie das &System"}, En{"&System"}};
+inline constexpr Text kTextSize100{Both{"&100 %"}};
+inline constexpr Text kTextSize120{Both{"1&20 %"}};
+inline constexpr Text kTextSize140{Both{"1&40 %"}};
+inline constexpr Text kTextSize170{Both{"1&70 %"}};
+inline constexpr Text kTextSize200{Both{"2&00 %"}};
+inline constexpr Text kTextSize250{Both{"2&50 %"}};
 inline constexpr Text kGerman{Both{"&Deutsch"}};
 inline constexpr Text kEnglish{Both{"&English"}};
 inline constexpr Text kOpenDemo{De{"De&mosong öffnen"}, En{"Open the &Demo Song"}};
@@ -225,6 +232,12 @@ QString ChannelName(int channel, Language language);
 /// Channel, voice, notes and numbers of a channel card in one sentence for a screen reader.
 QString ChannelCardName(int channel, const QString& voice, const QString& notes,
                         const QString& numbers, Language language);
+
+/// The name of a channel that the song does not use, for a screen reader.
+QString UnusedChannelName(int channel, Language language);
+
+/// What dropping the dragged file does.
+QString DropOpens(const QString& fileName, Language language);
 
 /// "Takt 12" or "Takte 12–15", measures from 1.
 QString MeasureName(std::int64_t first, std::int64_t last, Language language);

@@ -1,4 +1,5 @@
 #include "base/system/file_io.h"
+#include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QSpinBox>
@@ -18,6 +19,8 @@ void Drop(TMainForm& form, const QList<QUrl>& urls) {
     data.setUrls(urls);
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&form, &enter);
+    EXPECT_EQ(form.findChild<QWidget*>(QStringLiteral("DropHint"))->isVisible(),
+              enter.isAccepted());
     if (enter.isAccepted()) {
         QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&form, &drop);
@@ -185,6 +188,17 @@ TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
     EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
 }
 
+TEST_F(FileCommandsTest, TheDemoSongIsNotOverwritten) {
+    Find<QPushButton>("Btn_OpenDemo")->click();
+    EXPECT_EQ(LabelText("Lbl_FileName"), "Demo song");
+    EXPECT_GT(form_->Session().Song().trackCount, 1);
+    chooser_->answer = Path("mine.mid");
+    Trigger("MMF_SaveMidifile");
+    EXPECT_EQ(chooser_->asked, PathFromQString(QDir::homePath()) / "demo.mid");
+    EXPECT_EQ(LabelText("Lbl_FileName"), "mine.mid");
+    EXPECT_TRUE(std::filesystem::exists(Path("mine.mid")));
+}
+
 TEST_F(FileCommandsTest, OnlyOneLocalFileCanBeDropped) {
     const auto url = QUrl::fromLocalFile(PathToQString(Write("waltz.mid", Waltz())));
     Drop(*form_, {QUrl(QStringLiteral("https://example.org/waltz.mid"))});
@@ -192,6 +206,7 @@ TEST_F(FileCommandsTest, OnlyOneLocalFileCanBeDropped) {
     EXPECT_FALSE(form_->Session().Work().hasSong);
     Drop(*form_, {url});
     EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    EXPECT_FALSE(Find<QWidget>("DropHint")->isVisible());
 }
 
 TEST_F(FileCommandsTest, CommandsHaveTheUsualKeys) {

@@ -4,7 +4,9 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QDialog>
+#include <QFileDialog>
 #include <QMenu>
+#include <QTreeView>
 
 #include "app/forms/form_fixture.h"
 
@@ -45,15 +47,10 @@ TEST_F(LanguageTest, SwitchingChangesEveryMenuText) {
     EXPECT_EQ(LabelText("Lbl_Facts"), "Format 1 · 480 · 3 Spuren");
     OpenWindow(); // the language is remembered
     EXPECT_EQ(Find<QMenu>("Menu_File")->title().toStdString(), "&Datei");
-}
-
-/// What a screen reader calls the control. A choice's interface gives its current text as its name
-/// on this system; readers take the name from the label that belongs to it.
-QString SpokenName(QWidget& widget) {
-    if (qobject_cast<QComboBox*>(&widget) != nullptr) {
-        return widget.accessibleName();
-    }
-    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+    Trigger("MMF_English");
+    OpenWindow();
+    EXPECT_EQ(Find<QMenu>("Menu_File")->title().toStdString(), "&File");
+    EXPECT_TRUE(Find<QAction>("MMF_English")->isChecked());
 }
 
 void ExpectNames(const QWidget& window) {
@@ -63,7 +60,11 @@ void ExpectNames(const QWidget& window) {
             !widget->isVisible() || qobject_cast<QAbstractSpinBox*>(widget->parentWidget())) {
             continue;
         }
-        const QString name = SpokenName(*widget);
+        const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(widget);
+        const QString name = spoken->text(QAccessible::Name);
+        if (const auto* choice = qobject_cast<QComboBox*>(widget)) {
+            EXPECT_EQ(spoken->text(QAccessible::Value), choice->currentText());
+        }
         EXPECT_FALSE(name.isEmpty())
             << widget->metaObject()->className() << " " << widget->objectName().toStdString();
         EXPECT_TRUE(names.insert(name).second) << name.toStdString() << " is there twice";
@@ -94,6 +95,43 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
             delete window;
         }
     }
+}
+
+/// Every text of the file dialog as it is asked for in `language`.
+std::set<QString> FileDialogTexts(TMainForm& form, Language language) {
+    form.ApplyLanguage(language);
+    std::set<QString> shown;
+    QTimer::singleShot(0, &form, [&shown] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        shown.insert(dialog->windowTitle());
+        for (const auto* label : dialog->findChildren<QLabel*>()) {
+            shown.insert(label->text());
+        }
+        for (const auto* button : dialog->findChildren<QAbstractButton*>()) {
+            shown.insert({button->text(), button->toolTip()});
+        }
+        const auto* model = dialog->findChild<QTreeView*>()->model();
+        for (int column = 0; column < model->columnCount(); ++column) {
+            shown.insert(model->headerData(column, Qt::Horizontal).toString());
+        }
+        dialog->reject();
+    });
+    FileChooser().ChooseOpen(&form, language, FileKind::Song, {});
+    return shown;
+}
+
+TEST_F(LanguageTest, FileDialogsAndKeysSpeakTheChosenLanguage) {
+    const std::set<QString> english = FileDialogTexts(*form_, Language::English);
+    const std::set<QString> german = FileDialogTexts(*form_, Language::German);
+    EXPECT_TRUE(german.contains(QStringLiteral("Dateien vom Typ:")));
+    EXPECT_GT(german.size(), 12U);
+    for (const QString& text : german) {
+        EXPECT_TRUE(!english.contains(text) || text.isEmpty() || text == QStringLiteral("Name"))
+            << text.toStdString();
+    }
+    const QKeySequence keys = Find<QAction>("MMI_PrepareSong")->shortcut();
+    EXPECT_EQ(keys.toString(QKeySequence::NativeText), QStringLiteral("Strg+Umschalt+I"));
 }
 
 } // namespace

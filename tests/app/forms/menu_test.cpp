@@ -120,22 +120,22 @@ private:
 
 TEST_F(MenuTest, CommandsDoNoHarmWithoutASong) {
     const BoxCloser closer;
-    int tried = 0;
-    for (QAction* action : form_->menuBar()->findChildren<QAction*>()) {
-        const QString name = action->objectName();
-        form_->ClearMidiMemory();
-        if (!name.startsWith(QStringLiteral("MM")) || !action->isEnabled()) {
-            continue;
+    QStringList names; // some commands make the menu anew
+    for (const QAction* action : form_->menuBar()->findChildren<QAction*>()) {
+        if (action->objectName().startsWith(QStringLiteral("MM")) && action->isEnabled()) {
+            names << action->objectName();
         }
-        action->trigger();
+    }
+    EXPECT_GT(names.size(), 20);
+    for (const QString& name : names) {
+        form_->ClearMidiMemory();
+        form_->menuBar()->findChild<QAction*>(name)->trigger();
         QTest::qWait(1);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << name.toStdString();
         EXPECT_EQ(form_->Session().HasSong(), name == QStringLiteral("MMF_NewMidifile") ||
                                                   name == QStringLiteral("MMF_OpenDemoSong"))
             << name.toStdString();
-        ++tried;
     }
-    EXPECT_GT(tried, 15);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QSpinBox>
@@ -24,30 +26,36 @@ protected:
         ASSERT_NE(form_->focusWidget(), nullptr); // loading gives the keyboard to a widget
         QTest::keyClick(form_->focusWidget(), key, modifiers);
     }
-    /// True once the first loop has got a note on for `key`.
+    using Message = std::vector<std::uint8_t>;
+    /// What the first loop has got since the test began or forgot it.
+    const std::vector<Message>& Received() {
+        for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
+            received_.push_back(message.bytes);
+        }
+        return received_;
+    }
+    void Forget() {
+        Received();
+        received_.clear();
+    }
+    /// True once the first loop has got a note on for `key`, on any channel.
     bool Heard(std::uint8_t key) {
         return QTest::qWaitFor([&] {
-            for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
-                received_.push_back(message.bytes);
-            }
-            for (const std::vector<std::uint8_t>& bytes : received_) {
-                if (bytes.size() == 3 && (bytes[0] & 0xF0) == 0x90 && bytes[1] == key) {
-                    return true;
-                }
-            }
-            return false;
+            return std::ranges::any_of(Received(), [key](const Message& bytes) {
+                return bytes.size() == 3 && (bytes[0] & 0xF0) == 0x90 && bytes[1] == key;
+            });
         });
     }
-    bool ReceivedOn(std::uint8_t status) const {
-        for (const std::vector<std::uint8_t>& bytes : received_) {
-            if (bytes[0] == status) {
-                return true;
-            }
-        }
-        return false;
+    bool Silenced(int channel) {
+        const Message notesOff{static_cast<std::uint8_t>(0xB0 | channel), 123, 0};
+        return std::ranges::count(Received(), notesOff) > 0;
+    }
+    bool ReceivedOn(std::uint8_t status) {
+        return std::ranges::any_of(Received(),
+                                   [status](const Message& bytes) { return bytes[0] == status; });
     }
 
-    std::vector<std::vector<std::uint8_t>> received_;
+    std::vector<Message> received_;
 };
 
 TEST_F(PlayingTest, SpacePlaysAndStops) {
@@ -57,11 +65,41 @@ TEST_F(PlayingTest, SpacePlaysAndStops) {
     EXPECT_EQ(Find<QAction>("MMP_PlayStop")->text().remove(u'&').toStdString(), "Stop");
     Press(Qt::Key_Space);
     EXPECT_FALSE(Controls().Playing());
-    for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
-        received_.push_back(message.bytes);
+    EXPECT_TRUE(Silenced(2));
+    EXPECT_EQ(Find<QAction>("MMP_PlayStop")->text().remove(u'&').toStdString(), "Play");
+}
+
+TEST_F(PlayingTest, PanicSilencesEveryChannelAlsoWhileStopped) {
+    Controls().OpenOutput();
+    Press(Qt::Key_P, Qt::ControlModifier | Qt::AltModifier);
+    for (int channel = 0; channel < 16; ++channel) {
+        EXPECT_TRUE(Silenced(channel)) << channel;
     }
-    const std::vector<std::uint8_t> notesOff{0xB2, 123, 0};
-    EXPECT_NE(std::find(received_.begin(), received_.end(), notesOff), received_.end());
+}
+
+TEST_F(PlayingTest, AtTheEndItBeginsAgain) {
+    Press(Qt::Key_End);
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(Heard(60));
+}
+
+TEST_F(PlayingTest, AnotherSongEndsTheOneThatPlays) {
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(Heard(60));
+    Press(Qt::Key_Plus);
+    {
+        BoxAnswer stay("Btn_Cancel");
+        Press(Qt::Key_N, Qt::ControlModifier);
+        EXPECT_NE(stay.text, "");
+    }
+    EXPECT_TRUE(Controls().Playing()); // nothing has happened
+    Forget();
+    BoxAnswer leave("Btn_Discard");
+    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    EXPECT_FALSE(Controls().Playing());
+    EXPECT_TRUE(Silenced(2));
+    EXPECT_EQ(Controls().Tick(), 0);
+    EXPECT_EQ(Find<QSpinBox>("E_TempoPercent")->value(), 100);
 }
 
 TEST_F(PlayingTest, DisplayRunsWhilePlaying) {
@@ -87,6 +125,9 @@ TEST_F(PlayingTest, KeysMoveThroughTheSong) {
     }
     Press(Qt::Key_End);
     EXPECT_EQ(Controls().Ms(), Controls().Player().SongEndTime());
+    Controls().MoveToTick(1920); // inside a measure: to its start first
+    Press(Qt::Key_PageUp);
+    EXPECT_EQ(Controls().Tick(), 1440);
 }
 
 TEST_F(PlayingTest, BracketsSetTheLoop) {
@@ -161,6 +202,13 @@ TEST_F(PlayingTest, ChannelsAreRoutedOneByOne) {
     EXPECT_TRUE(Heard(60));
     EXPECT_TRUE(ReceivedOn(0x98));
     EXPECT_FALSE(ReceivedOn(0x92));
+    Trigger("MMP_PlayStop");
+    OpenWindow(); // the route is remembered
+    form_->OpenMidiFile(Path("waltz.mid"));
+    Forget();
+    Trigger("MMP_PlayStop");
+    EXPECT_TRUE(Heard(60));
+    EXPECT_TRUE(ReceivedOn(0x98));
     Trigger("MMP_PlayStop");
     Find<QPushButton>("Btn_ResetRoutes")->click();
     EXPECT_EQ(Find<QSpinBox>("E_RouteTarget02")->value(), 3);

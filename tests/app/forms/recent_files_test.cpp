@@ -40,11 +40,13 @@ TEST_F(RecentFilesTest, MenuOpensAFileGreysMissingOnesAndClearsTheList) {
 }
 
 TEST_F(RecentFilesTest, EmptyPageOffersTheFiles) {
-    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    // Several files at the start: the first is opened, all are offered.
+    form_->OpenMidiFiles({Write("waltz.mid", Waltz()), Write("other.mid", Waltz())});
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
     OpenWindow();
     auto* list = Find<QListWidget>("List_Recent");
     ASSERT_TRUE(list->isVisible());
-    ASSERT_EQ(list->count(), 1);
+    ASSERT_EQ(list->count(), 2);
     emit list->itemActivated(list->item(0));
     EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
 }

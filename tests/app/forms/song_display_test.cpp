@@ -1,6 +1,7 @@
 #include <QAbstractButton>
 
 #include "app/forms/form_fixture.h"
+#include "app/forms/song/voice_lines.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -34,6 +35,8 @@ TEST_F(SongDisplayTest, TablesAndCardsShowTracksChannelsTemposAndMetres) {
     EXPECT_EQ(Find<QAbstractButton>("Card_Channel02")->accessibleName().toStdString(),
               "Channel 3: Acoustic Guitar (nylon) (similar), 3 notes, bank and program 8·3·25");
     EXPECT_FALSE(Find<QAbstractButton>("Card_Channel00")->isEnabled());
+    EXPECT_EQ(Find<QAbstractButton>("Card_Channel00")->accessibleName().toStdString(),
+              "Channel 1: not used");
 }
 
 TEST_F(SongDisplayTest, ReadingOptionOffersAReloadAndTakesEffectWithIt) {
@@ -63,13 +66,57 @@ TEST_F(SongDisplayTest, NoticeTellsWhatLoadingChangedAndDetailsListIt) {
               static_cast<int>(report.Kinds()));
 }
 
-TEST_F(SongDisplayTest, FitsTheSmallestScreenInBothLanguages) {
-    for (const Language language : {Language::English, Language::German}) {
-        form_->ApplyLanguage(language);
-        QApplication::processEvents();
-        EXPECT_LE(form_->minimumSizeHint().width(), 1280);
-        EXPECT_LE(form_->minimumSizeHint().height(), 720);
+TEST_F(SongDisplayTest, FitsASmallScreenWithEverySizeOfTextInBothLanguages) {
+    for (const char* size : {"MMV_TextSize100", "MMV_TextSize200", "MMV_TextSize250"}) {
+        for (const char* language : {"MMF_English", "MMF_German"}) {
+            Trigger(size);
+            QApplication::processEvents();
+            Trigger(language);
+            form_->resize(1000, 650);
+            QApplication::processEvents();
+            EXPECT_EQ(form_->size(), QSize(1000, 650)) << size << " " << language;
+            const auto* panic = Find<QWidget>("Btn_Panic");
+            EXPECT_TRUE(
+                form_->rect().contains(QRect(panic->mapTo(form_.get(), QPoint()), panic->size())));
+        }
     }
+}
+
+TEST_F(SongDisplayTest, TextSizeTakesEffectAtOnceAndIsRemembered) {
+    const auto height = [this] {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return Find<QLabel>("Lbl_FileName")->fontMetrics().height();
+    };
+    const int before = height();
+    Trigger("MMP_Looping");
+    Trigger("MMV_TextSize200");
+    QApplication::processEvents();
+    EXPECT_NEAR(height(), 2 * before, 2);
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    EXPECT_TRUE(Find<QAction>("MMP_Looping")->isChecked());
+    OpenWindow();
+    EXPECT_NEAR(height(), 2 * before, 2);
+    EXPECT_TRUE(Find<QAction>("MMV_TextSize200")->isChecked());
+    Trigger("MMV_TextSize100");
+    QApplication::processEvents();
+    EXPECT_EQ(height(), before);
+}
+
+TEST(VoiceLinesTest, WordsAreNotBroken) {
+    const QFontMetricsF metrics(QApplication::font());
+    const double width = metrics.horizontalAdvance(QStringLiteral("OrchestraH"));
+    using Lines = std::pair<QString, QString>;
+    EXPECT_EQ(VoiceLines(QStringLiteral("OrchestraHarp"), metrics, width),
+              Lines(QStringLiteral("Orchestra"), QStringLiteral("Harp")));
+    EXPECT_EQ(VoiceLines(QStringLiteral("Grand Piano"), metrics, width),
+              Lines(QStringLiteral("Grand"), QStringLiteral("Piano")));
+    EXPECT_EQ(VoiceLines(QStringLiteral("Oboe 2"), metrics, width),
+              Lines(QStringLiteral("Oboe 2"), QString()));
+    const auto [first, second] =
+        VoiceLines(QStringLiteral("Contrabassoons of Bohemia"), metrics, width);
+    EXPECT_TRUE(first.startsWith(QStringLiteral("Contra")) && first.endsWith(u'…'));
+    EXPECT_TRUE(second.startsWith(QStringLiteral("of Boh")));
+    EXPECT_EQ(VoiceLines(QString(), metrics, width), Lines());
 }
 
 } // namespace

@@ -48,6 +48,8 @@ struct CommandRow {
     bool checkable = false;
     /// Set instead of `handler` for a switch that changes how songs are read or written.
     const SongOption* option = nullptr;
+    /// What the row chooses in an exclusive menu, for MainMenu::Chosen.
+    int value = 0;
     /// Set alone for a menu in the menu.
     const MenuArea* submenu = nullptr;
 };

@@ -132,6 +132,21 @@ void MainMenu::Retranslate(Language language) {
         .setChecked(true);
 }
 
+int MainMenu::Chosen(const MenuArea& area) const {
+    for (const CommandRow& row : area.rows) {
+        if (ActionOf(row.id).isChecked()) {
+            return row.value;
+        }
+    }
+    return 0;
+}
+
+void MainMenu::Choose(const MenuArea& area, int value) {
+    for (const CommandRow& row : area.rows) {
+        ActionOf(row.id).setChecked(row.value == value);
+    }
+}
+
 void MainMenu::SetTheme(Theme theme) {
     ActionOf(theme == Theme::Dark    ? commands::kThemeDark
              : theme == Theme::Light ? commands::kThemeLight

@@ -44,6 +44,11 @@ public:
     /// Shows every text in `language` and marks it as the chosen one.
     void Retranslate(Language language);
 
+    /// The value of the checked row of an exclusive menu; 0 while none is checked.
+    int Chosen(const MenuArea& area) const;
+    /// Checks the row with that value, if there is one.
+    void Choose(const MenuArea& area, int value);
+
     /// Marks the chosen theme.
     void SetTheme(Theme theme);
 

@@ -14,6 +14,9 @@ extern const MenuArea kViewMenu;
 extern const MenuArea kSettingsMenu;
 extern const MenuArea kHelpMenu;
 
+/// In the view menu; the values are per cent.
+extern const MenuArea kTextSizeMenu;
+
 /// In the file menu; filled at run time.
 extern const MenuArea kRecentMenu;
 

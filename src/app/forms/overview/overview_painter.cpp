@@ -170,7 +170,8 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
     parts.PaintLoop();
     parts.PaintMeasures();
     parts.PaintMarks();
-    painter.setFont(ScaledFont(painter.font(), 0.8));
+    const double fitting = geometry.RowHeight() / painter.fontMetrics().height();
+    painter.setFont(ScaledFont(painter.font(), std::min(0.8, fitting)));
     for (int channel = 0; channel < 16; ++channel) {
         parts.PaintGutter(channel);
         parts.PaintRow(channel);

@@ -1,5 +1,6 @@
 #include "app/forms/settings/form_settings.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "base/forms/qt_text.h"
@@ -31,6 +32,15 @@ void FormSettings::WriteTheme(Theme theme) {
     store_.WriteStrToUserRegistry("Theme", theme == Theme::Dark    ? "dark"
                                            : theme == Theme::Light ? "light"
                                                                    : "system");
+}
+
+int FormSettings::ReadTextSize() {
+    return std::clamp(store_.ReadIntFromUserRegistry("TextSize", kSmallestText), kSmallestText,
+                      kLargestText);
+}
+
+void FormSettings::WriteTextSize(int percent) {
+    store_.WriteIntToUserRegistry("TextSize", percent);
 }
 
 QByteArray FormSettings::ReadGeometry() {

@@ -24,6 +24,10 @@ public:
     Theme ReadTheme();
     void WriteTheme(Theme theme);
 
+    /// The size of text in per cent, 100 to 250, 100 at first.
+    int ReadTextSize();
+    void WriteTextSize(int percent);
+
     /// Place and size of the window as QWidget::saveGeometry gives it; empty at first.
     QByteArray ReadGeometry();
     void WriteGeometry(const QByteArray& geometry);

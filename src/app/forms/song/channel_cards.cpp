@@ -7,8 +7,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTextLayout>
 
+#include "app/forms/song/voice_lines.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {
@@ -16,6 +16,8 @@ namespace {
 
 constexpr int kDrumChannel = 9;
 constexpr double kCaptionSize = 0.8;
+/// Per cent of the usual width, for names that do not fit.
+constexpr int kNarrowLetters = 85;
 constexpr const char* kNothing = "–";
 
 // "0·112·5": bank select MSB and LSB, then the program counted from 1.
@@ -50,8 +52,9 @@ void ChannelCard::ShowLine(const app::SongDescription::ChannelLine* line, const 
                 {InLanguage(texts::kBankProgram, language),
                  line != nullptr ? NumbersText(*line) : nothing}}};
     setEnabled(line != nullptr);
-    setAccessibleName(
-        texts::ChannelCardName(channel_, spoken, fields_[0].value, fields_[1].value, language));
+    setAccessibleName(line != nullptr ? texts::ChannelCardName(channel_, spoken, fields_[0].value,
+                                                               fields_[1].value, language)
+                                      : texts::UnusedChannelName(channel_, language));
     setToolTip(voice_ + QStringLiteral("\n") +
                (voice.similar ? voice.why + QStringLiteral("\n") : QString()) +
                InLanguage(texts::kChannelHint, language));
@@ -100,33 +103,29 @@ void ChannelCard::PaintHead(QPainter& painter, const QRectF& inside) const {
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(palette().color(QPalette::ButtonText));
-    painter.drawText(inside, Qt::AlignLeft | Qt::AlignTop, QString::number(channel_ + 1));
-    if (channel_ == kDrumChannel) {
-        painter.setFont(ScaledFont(font(), kCaptionSize));
+    QRectF number;
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignTop, QString::number(channel_ + 1), &number);
+    const QFont small = ScaledFont(font(), kCaptionSize);
+    const QString drums = ToQString(texts::kDrums.english);
+    const double room = inside.right() - number.right() - Gap();
+    if (channel_ == kDrumChannel && QFontMetricsF(small).horizontalAdvance(drums) <= room) {
+        painter.setFont(small);
         painter.setPen(DimText(palette()));
-        painter.drawText(inside.adjusted(0, 1, -4, 0), Qt::AlignRight | Qt::AlignTop,
-                         ToQString(texts::kDrums.english));
+        painter.drawText(inside.adjusted(0, 1, -4, 0), Qt::AlignRight | Qt::AlignTop, drums);
     }
 }
 
-// Two lines, broken between words; what is left over ends with an ellipsis.
 void ChannelCard::PaintVoice(QPainter& painter, const QRectF& place) const {
-    const QFont small = ScaledFont(font(), kCaptionSize);
-    QTextLayout layout(voice_, small);
-    QTextOption wrapped(Qt::AlignLeft);
-    wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(wrapped);
-    painter.setPen(palette().color(QPalette::ButtonText));
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    line.setLineWidth(place.width());
-    const qsizetype second = line.textLength();
-    line.draw(&painter, place.topLeft());
-    layout.endLayout();
+    QFont small = ScaledFont(font(), kCaptionSize);
+    auto lines = VoiceLines(voice_, QFontMetricsF(small), place.width());
+    if (lines.first.endsWith(u'…') || lines.second.endsWith(u'…')) {
+        small.setStretch(kNarrowLetters);
+        lines = VoiceLines(voice_, QFontMetricsF(small), place.width());
+    }
     painter.setFont(small);
-    const QString rest = voice_.mid(second).trimmed();
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom,
-                     QFontMetricsF(small).elidedText(rest, Qt::ElideRight, place.width()));
+    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignTop, lines.first);
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, lines.second);
 }
 
 void ChannelCard::PaintField(QPainter& painter, const QRectF& place, const Field& field) const {

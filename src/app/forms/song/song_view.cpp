@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "base/forms/list_panel.h"
+#include "base/forms/panel.h"
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -60,14 +62,23 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
     column->setContentsMargins(Gap() * 3 / 2, Gap(), Gap() * 3 / 2, Gap());
     column->setSpacing(Gap());
     column->addWidget(playBar_);
+    column->addWidget(NewScrollArea(BuildSong()), 1);
+    Connect();
+}
+
+QWidget* SongView::BuildSong() {
+    auto* song = new QWidget;
+    auto* column = new QVBoxLayout(song);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Gap());
     column->addWidget(header_);
     column->addWidget(overview_, 5);
     pages_->setObjectName(QStringLiteral("Pages"));
     pages_->setDocumentMode(true);
     pages_->addTab(BuildSongPage(), QString());
-    pages_->addTab(routing_, QString());
+    pages_->addTab(NewScrollArea(routing_), QString());
     column->addWidget(pages_, 4);
-    Connect();
+    return song;
 }
 
 QWidget* SongView::BuildSongPage() {

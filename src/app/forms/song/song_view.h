@@ -54,6 +54,7 @@ public:
     void Retranslate(Language language);
 
 private:
+    QWidget* BuildSong();
     QWidget* BuildSongPage();
     void Connect();
     void ShowLists();

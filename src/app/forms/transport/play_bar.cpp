@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/forms/flow_layout.h"
 #include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
 #include <QEvent>
@@ -45,14 +46,15 @@ PlayBar::PlayBar(MainMenu& menu, SessionSignals& session, QWidget* parent)
       instrument_(new InstrumentBox(menu)),
       tempo_(new TempoBox(session)),
       output_(new OutputBox(session)) {
-    auto* row = new QHBoxLayout(this);
+    auto* row = new FlowLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());
     auto* buttons = new QWidget;
     AddButtons(*buttons);
     row->addWidget(buttons);
     row->addWidget(position_);
-    row->addWidget(instrument_, 1);
+    row->addWidget(instrument_);
+    row->SetStretching(instrument_);
     row->addWidget(tempo_);
     row->addWidget(output_);
     connect(&session, &SessionSignals::PlayingChanged, this, &PlayBar::ShowPlaying);

@@ -1,5 +1,7 @@
 #include "app/forms/transport/position_display.h"
 
+#include <algorithm>
+
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
 
@@ -12,11 +14,16 @@ namespace {
 constexpr double kBig = 2.2;
 constexpr double kSmall = 1.2;
 
+// The position is large enough to be read from afar; it need not grow with the text.
+double PositionSize() {
+    return std::max(kSmall, kBig / TextScale());
+}
+
 } // namespace
 
 PositionDisplay::PositionDisplay(QWidget* parent)
     : Panel(QPalette::Base, parent),
-      position_(new ValueBox("Lbl_Position", texts::kPosition, kBig, true)),
+      position_(new ValueBox("Lbl_Position", texts::kPosition, PositionSize(), true)),
       clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
       metre_(new ValueBox("Lbl_Metre", texts::kMetre, kSmall, true)),
       notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
