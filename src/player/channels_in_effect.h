@@ -41,7 +41,10 @@ public:
 
 private:
     // Places behind those of the controllers.
-    enum Place : std::size_t { kProgram = song::kControllers, kBend, kPressure, kPlaces };
+    static constexpr std::size_t kProgram = song::kControllers;
+    static constexpr std::size_t kBend = kProgram + 1;
+    static constexpr std::size_t kPressure = kProgram + 2;
+    static constexpr std::size_t kPlaces = kProgram + 3;
 
     Effect Read(std::size_t channel, std::size_t place) const;
     void Publish(std::size_t channel, std::size_t place, const song::Setting& setting) noexcept;
