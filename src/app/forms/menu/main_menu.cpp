@@ -104,10 +104,10 @@ std::vector<MainMenu::Switch> MainMenu::Switches() const {
     return switches;
 }
 
-void MainMenu::SetTextOf(std::string_view id, TextSource source) {
+void MainMenu::SetTextOf(std::string_view id, const TextSource& source) {
     for (Entry& entry : entries_) {
         if (entry.row->id == id) {
-            entry.text = std::move(source);
+            entry.text = source;
             ShowText(entry);
         }
     }

@@ -39,7 +39,7 @@ public:
     /// A text that depends on more than the language, with the ampersand of its key.
     using TextSource = std::function<QString(Language)>;
     /// Lets a row show another text than its own, from now on and in every language.
-    void SetTextOf(std::string_view id, TextSource source);
+    void SetTextOf(std::string_view id, const TextSource& source);
 
     /// Shows every text in `language` and marks it as the chosen one.
     void Retranslate(Language language);
