@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <iomanip>
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -170,6 +171,13 @@ Clock::time_point StartOf(const player::TMidiPlayer& player) {
     return start;
 }
 
+/// A figure measured although the player did not do it would say nothing.
+void Require(bool done, const char* what) {
+    if (!done) {
+        throw std::runtime_error(std::string("the player refuses to ") + what);
+    }
+}
+
 void MeasurePlaying(std::ostream& out) {
     constexpr int kSteps = 1980;
     constexpr int kStepMs = 10;
@@ -179,7 +187,7 @@ void MeasurePlaying(std::ostream& out) {
     RecordingMessageHost host;
     player::TMidiPlayer player(song);
     player.FormCreate({{{&driver, false}}, nullptr, "", host});
-    player.SongLoaded();
+    Require(player.SongLoaded(), "take the song");
     player.OpenPort(0);
     driver.Restart();
 
@@ -188,11 +196,11 @@ void MeasurePlaying(std::ostream& out) {
     const double stopped = ProcessorShare(idleBefore, 3s);
 
     const auto before = system::ProcessorTime();
-    player.Play();
+    Require(player.Play().playing, "play");
     const Clock::time_point start = StartOf(player);
     std::this_thread::sleep_until(start + kSteps * kStepMs * 1ms + 100ms);
     const double playing = ProcessorShare(before, Clock::now() - start);
-    player.Stop();
+    Require(player.Stop(), "stop");
 
     Lateness lateness;
     for (std::size_t i = 0; i < std::size_t{kSteps} * 3 && i < driver.Count(); ++i) {
@@ -223,16 +231,16 @@ void MeasureDemo(std::ostream& out) {
     TimingDriver driver(100'000);
     player::TMidiPlayer player(song);
     player.FormCreate({{{&driver, false}}, nullptr, "", host});
-    player.SongLoaded();
+    Require(player.SongLoaded(), "take the song");
     player.SuppressSysex(true); // the device takes none
-    player.MoveToTimePosition(player.SongEndTime() / 2);
-    player.Play();
+    Require(player.MoveToTimePosition(player.SongEndTime() / 2), "move");
+    Require(player.Play().playing, "play");
     driver.Restart();
     const auto before = system::ProcessorTime();
     const Clock::time_point start = Clock::now();
     std::this_thread::sleep_for(kPlayed);
     const double playing = ProcessorShare(before, Clock::now() - start);
-    player.Stop();
+    Require(player.Stop(), "stop");
     out << std::setprecision(3) << "  demo song, " << driver.Count() / kPlayed.count()
         << " messages a second: processor " << playing << " %\n";
 }
@@ -245,12 +253,12 @@ void MeasureStartAndTempo(std::ostream& out) {
     TimingDriver driver(4'000'000);
     player::TMidiPlayer player(song);
     player.FormCreate({{{&driver, false}}, nullptr, "", host});
-    player.SongLoaded();
+    Require(player.SongLoaded(), "take the song");
     player.SuppressSysex(true);
-    player.MoveToTimePosition(player.SongEndTime() / 2);
+    Require(player.MoveToTimePosition(player.SongEndTime() / 2), "move");
     driver.Restart();
     const Clock::time_point asked = Clock::now();
-    player.Play();
+    Require(player.Play().playing, "play");
     while (driver.Count() == 0) {
         std::this_thread::yield();
     }
@@ -258,10 +266,10 @@ void MeasureStartAndTempo(std::ostream& out) {
     std::this_thread::sleep_for(500ms);
     const std::size_t before = driver.Count();
     const Clock::time_point changed = Clock::now();
-    player.SetTempoOffset(7);
+    Require(player.SetTempoOffset(7), "change the tempo");
     const auto change = Clock::now() - changed;
     std::this_thread::sleep_for(500ms);
-    player.Stop();
+    Require(player.Stop(), "stop");
     const std::size_t count = driver.Count();
     const auto gap = [&](std::size_t from, std::size_t to) {
         Clock::duration most{};

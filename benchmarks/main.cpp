@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -239,8 +240,10 @@ int Run(const std::string& program, bool quick, bool huge) {
 } // namespace
 } // namespace tracksmith::benchmarks
 
-int main(int argc, char** argv) {
-    using namespace tracksmith::benchmarks;
+namespace tracksmith::benchmarks {
+namespace {
+
+int RunAsAsked(int argc, char** argv) {
     bool quick = false;
     bool huge = false;
     for (int i = 1; i < argc; ++i) {
@@ -260,4 +263,16 @@ int main(int argc, char** argv) {
         }
     }
     return Run(argv[0], quick, huge);
+}
+
+} // namespace
+} // namespace tracksmith::benchmarks
+
+int main(int argc, char** argv) {
+    try {
+        return tracksmith::benchmarks::RunAsAsked(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
 }
