@@ -3,6 +3,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 
 #include "player/stopwatch.h"
@@ -30,11 +31,12 @@ public:
         changed_.notify_all();
     }
 
-    /// Lets the thread do everything that is due until `us`.
+    /// Lets the thread do everything that is due until `us`. No time passes while ports still send.
     void RunUntil(std::int64_t us) {
         std::unique_lock lock(mutex_);
         for (;;) {
             changed_.wait(lock, [this] { return sleeping_ && !woken_ && nowUs_ < deadlineUs_; });
+            awaitSending();
             if (deadlineUs_ > us) {
                 nowUs_ = us > nowUs_ ? us : nowUs_.load();
                 return;
@@ -57,6 +59,8 @@ public:
         return sleeps_;
     }
 
+    /// Waits until the ports have sent what they were given.
+    std::function<void()> awaitSending = [] {};
     /// How late the thread wakes up.
     std::int64_t latenessUs = 0;
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <memory>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -72,6 +74,7 @@ protected:
         clock = stopwatch.get();
         driver.clock = [this] { return clock->ElapsedUs(); };
         player = std::make_unique<player::TMidiPlayer>(decoded->song, std::move(stopwatch));
+        clock->awaitSending = [this] { EXPECT_TRUE(player->WaitUntilSent(kPatient)); };
         player->SetListener({[this](bool playing) { told.push_back(playing); },
                              [this] { ++portChanges; },
                              {},
@@ -98,7 +101,12 @@ protected:
     }
     void Collect() {
         EXPECT_TRUE(player->WaitUntilSent(kPatient));
-        for (Received& message : driver.Take()) {
+        auto taken = driver.Take();
+        // Each port sends on its own thread, so nothing says which of two comes first.
+        std::ranges::stable_sort(taken, {}, [](const Received& message) {
+            return std::tie(message.us, message.device);
+        });
+        for (Received& message : taken) {
             sounding.Take(message);
             log.push_back(std::move(message));
         }

@@ -185,7 +185,8 @@ TEST_F(PortsTest, ABusyDriverIsTriedAgain) {
     Play();
     Run(50);
     driver.SetSendResult("Keyboard", midi::kNotReady);
-    clock->RunUntil(clock->ElapsedUs() + 100'000); // nothing can be sent yet
+    clock->awaitSending = [] {}; // nothing can be sent yet
+    clock->RunUntil(clock->ElapsedUs() + 100'000);
     EXPECT_TRUE(player->SendChannel(1, 0xB0, 7, 1));
     EXPECT_FALSE(player->WaitUntilSent(std::chrono::milliseconds(5)));
     clock->Pass(50'000);
