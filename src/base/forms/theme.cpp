@@ -5,9 +5,11 @@
 
 #include "base/forms/theme_style.h"
 #include <QApplication>
+#include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QStyle>
+#include <QWidget>
 
 namespace tracksmith::forms {
 namespace {
@@ -77,6 +79,11 @@ void ApplyTextSize(int percent) {
     static const QFont desktops = QApplication::font();
     textPercent = std::clamp(percent, kSmallestText, kLargestText);
     QApplication::setFont(ScaledFont(desktops, TextScale()));
+    // Qt tells the widgets only once the event loop runs.
+    for (QWidget* widget : QApplication::allWidgets()) {
+        QEvent change(QEvent::ApplicationFontChange);
+        QApplication::sendEvent(widget, &change);
+    }
 }
 
 double TextScale() {

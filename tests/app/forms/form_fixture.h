@@ -73,6 +73,26 @@ private:
     QTimer timer_;
 };
 
+/// Fails the test instead of waiting for ever when a message box is shown that nobody answers.
+class UnansweredBoxes {
+public:
+    UnansweredBoxes() {
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box != nullptr && box == last_) {
+                ADD_FAILURE() << "nobody answers: " << box->text().toStdString();
+                box->reject();
+            }
+            last_ = box;
+        });
+        timer_.start(1'000);
+    }
+
+private:
+    QTimer timer_;
+    const QMessageBox* last_ = nullptr;
+};
+
 /// A main window with settings and files of its own.
 class FormTest : public testing::Test {
 protected:
@@ -165,6 +185,7 @@ protected:
     std::unique_ptr<settings::SettingsStore> store_;
     std::unique_ptr<TMainForm> form_;
     ScriptedChooser* chooser_ = nullptr;
+    UnansweredBoxes unanswered_;
 };
 
 } // namespace tracksmith::forms

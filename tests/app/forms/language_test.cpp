@@ -42,7 +42,9 @@ TEST_F(LanguageTest, SwitchingChangesEveryMenuText) {
     const auto german = MenuTexts(*form_);
     for (const QString& name : english.keys()) {
         EXPECT_FALSE(german[name].isEmpty()) << name.toStdString();
-        EXPECT_EQ(german[name] == english[name], kAlike.contains(name)) << name.toStdString();
+        const bool number = name.startsWith(QStringLiteral("MMV_TextSize"));
+        EXPECT_EQ(german[name] == english[name], number || kAlike.contains(name))
+            << name.toStdString();
     }
     EXPECT_EQ(LabelText("Lbl_Facts"), "Format 1 · 480 · 3 Spuren");
     OpenWindow(); // the language is remembered
