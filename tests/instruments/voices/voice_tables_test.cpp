@@ -1,13 +1,12 @@
 #include "instruments/voices/voice_tables.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
 #include <set>
 #include <thread>
 
 #include "base/recording_message_host.h"
+#include "support/failing_allocation.h"
 #include "support/temporary_folder.h"
 
 #include "instruments/voices/user_table.h"
@@ -15,40 +14,12 @@
 #include "instruments/voices/voice_fixture.h"
 #include "instruments/voices/voice_table_writer.h"
 
-namespace {
-
-// Allocations of this thread until one fails; none fails while it is negative.
-thread_local int allocationsLeft = -1;
-
-/// Lets one allocation of this thread fail while it lives, the `index`-th from 0.
-class FailingAllocation {
-public:
-    explicit FailingAllocation(int index) { allocationsLeft = index; }
-    ~FailingAllocation() { allocationsLeft = -1; }
-};
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
-        throw std::bad_alloc();
-    }
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
-
 namespace tracksmith::instruments {
 namespace {
 
 using test::PutText;
 using test::TableOf;
+using tracksmith::test::FailingAllocation;
 
 std::string OneVoice(const std::string& name) {
     return TableOf("Panel\tPiano\t0\t0\t0\t" + name + '\n');
