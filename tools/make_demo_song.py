@@ -2,7 +2,7 @@
 """Write the demo song: "Auld Lang Syne" (traditional) in our own arrangement.
 
 The song starts as a sparse waltz and grows into a 4/4 ballad that moves up a tone for its last
-chorus, so one short file shows what real song files contain: metre, tempo and key changes,
+chorus, so one short file shows what real song files contain: time signature, tempo and key changes,
 karaoke lyrics, markers, controllers, pitch bend and a System Exclusive message.
 
 Usage: make_demo_song.py [OUTPUT]      (default: data/demo/demo.mid beside this folder)
@@ -206,11 +206,11 @@ class Slot:
 
 @dataclass(frozen=True)
 class Section:
-    """A part of the song: its place in ticks, its metre and its harmony."""
+    """A part of the song: its place in ticks, its time signature and its harmony."""
 
     name: str
     start: int
-    metre: int
+    beats_per_measure: int
     measures: int
     symbols: tuple
     shift: int
@@ -222,11 +222,11 @@ class Section:
 
     def measure(self, number):
         """Tick of the measure with that number, counted from 0."""
-        return self.start + ticks(number * self.metre)
+        return self.start + ticks(number * self.beats_per_measure)
 
     def slots(self, first=0, last=None):
         """Return the chord slots from measure `first` up to, not including, `last`."""
-        beats = 3 if self.metre == 3 else 2
+        beats = 3 if self.beats_per_measure == 3 else 2
         chords = [Chord.parse(symbol, self.shift) for symbol in self.symbols]
         stop = self.end if last is None else self.measure(last)
         pairs = zip(chords, chords[1:] + chords[-1:])
@@ -252,9 +252,9 @@ def build_form():
     """Lay the sections out in time; returns them by name, in playing order."""
     sections = {}
     position = 0
-    for name, metre, measures, symbols, shift in FORM:
-        section = Section(name, position, metre, measures, tuple(symbols.split()), shift)
-        if len(section.symbols) != measures * (1 if metre == 3 else 2):
+    for name, per_measure, measures, symbols, shift in FORM:
+        section = Section(name, position, per_measure, measures, tuple(symbols.split()), shift)
+        if len(section.symbols) != measures * (1 if per_measure == 3 else 2):
             raise ValueError(f"chords do not fill {name}")
         sections[name] = section
         position = section.end

@@ -38,7 +38,7 @@ def tempo(delta, microseconds):
     return meta(delta, 0x51, microseconds.to_bytes(3, "big"))
 
 
-def metre(delta, numerator, exponent):
+def time_signature(delta, numerator, exponent):
     return meta(delta, 0x58, bytes([numerator, exponent, 24, 8]))
 
 
@@ -70,22 +70,22 @@ def seeds():
     yield "running_status", RUNNING, midi_file(chunk(CHORD, event(0, 0xC1, 5), event(9, 6), END))
     yield "running_status_kept", KEEP_STATUS | RUNNING, midi_file(
         chunk(CHORD, meta(0, 1, b"x"), event(3, 62, 9), sysex(0, b"\xf7"), event(0, 62, 0), END))
-    yield "tempo_metre", 0, midi_file(
-        chunk(tempo(0, 500_000), metre(0, 6, 3), tempo(700, 333_333), metre(20, 2, 1),
-              metre(400, 3, 4), END), chunk(NOTE, event(5000, 0x90, 1, 1), END))
+    yield "tempo_time_signature", 0, midi_file(
+        chunk(tempo(0, 500_000), time_signature(0, 6, 3), tempo(700, 333_333), time_signature(20, 2, 1),
+              time_signature(400, 3, 4), END), chunk(NOTE, event(5000, 0x90, 1, 1), END))
     yield "tempo_in_other_track", 0, midi_file(
-        chunk(tempo(480, 400_000), END), chunk(tempo(0, 0), metre(960, 3, 2), NOTE, NOTE, END))
+        chunk(tempo(480, 400_000), END), chunk(tempo(0, 0), time_signature(960, 3, 2), NOTE, NOTE, END))
     yield "tempo_behind_the_end", FORMAT0, midi_file(
-        chunk(NOTE, tempo(90_000, 1), metre(0, 7, 3), END), EMPTY)
+        chunk(NOTE, tempo(90_000, 1), time_signature(0, 7, 3), END), EMPTY)
     yield "many_tempos", 0, midi_file(
         chunk(*(tempo(11, 200_000 + 7919 * i) for i in range(60)), END), chunk(NOTE, END))
     yield "flooded_tick", 0, midi_file(
-        chunk(*(tempo(0, 300_000 + i) + metre(0, 1 + i % 9, 2) for i in range(200)), END),
+        chunk(*(tempo(0, 300_000 + i) + time_signature(0, 1 + i % 9, 2) for i in range(200)), END),
         *(chunk(NOTE, NOTE, END) for _ in range(3)))
     yield "short_meta_payloads", 0, midi_file(
         chunk(meta(0, 0x51, b"\x07"), meta(0, 0x58, b"\x03"), meta(0, 0x59), NOTE, END))
-    yield "odd_metres", 0, midi_file(
-        chunk(metre(0, 0, 2), metre(100, 200, 1), metre(100, 1, 7), metre(100, 1, 255), NOTE, END))
+    yield "odd_time_signatures", 0, midi_file(
+        chunk(time_signature(0, 0, 2), time_signature(100, 200, 1), time_signature(100, 1, 7), time_signature(100, 1, 255), NOTE, END))
     yield "names", IGNORE, midi_file(
         chunk(meta(0, 3, b"Song"), meta(1, 3, b"later"), END),
         chunk(meta(0, 3, b"a zel_ignore b"), NOTE, END))
@@ -99,7 +99,7 @@ def seeds():
     yield "second_byte_over_127", 0, midi_file(chunk(event(0, 0xB0, 7, 200), END))
     yield "no_end_of_track", 0, midi_file(chunk(NOTE), chunk(CHORD))
     yield "bytes_behind_end", 0, midi_file(chunk(NOTE, END, b"\xfe\xfe"), chunk(CHORD, END), EMPTY)
-    yield "division0", 0, midi_file(chunk(metre(0, 6, 3), NOTE, END), EMPTY, division=0)
+    yield "division0", 0, midi_file(chunk(time_signature(0, 6, 3), NOTE, END), EMPTY, division=0)
     yield "smpte_division", 0, midi_file(chunk(NOTE, END), EMPTY, division=0xE728)
     yield "latest_tick", 0, midi_file(
         chunk(tempo(0, 0xFFFFFF), event(0x7FFEFFF0, 0x90, 60, 1), END), division=1)
@@ -152,7 +152,7 @@ def songs():
     scale = (60, 62, 64, 65, 67, 69, 71, 72)
     words = b"".join(meta(240, 5, word) for word in (b"\\La ", b"la ", b"la-", b"li", b"/lo ", b"lu."))
     conductor = (meta(0, 3, b"Little Waltz"), meta(0, 2, b"(C) nobody"), tempo(0, 461_538),
-                 metre(0, 3, 2), meta(0, 0x59, b"\x01\x00"), meta(0, 6, b"Intro"))
+                 time_signature(0, 3, 2), meta(0, 0x59, b"\x01\x00"), meta(0, 6, b"Intro"))
     yield "song_gm", midi_file(
         chunk(*conductor, sysex(0, GM_ON), tempo(1440, 500_000), meta(0, 6, b"Verse"), END),
         chunk(meta(0, 3, b"Piano"), voice(0, 0, 0, 0), tune(0, scale), END),

@@ -17,7 +17,8 @@ constexpr std::array<std::uint8_t, 10> kHeader{0,        0,         0, 6, 0, 1, 
                                                480 >> 8, 480 & 0xFF};
 // Delta time, meta event, type, length, bytes: 500,000 microseconds a quarter note; 4/4.
 constexpr std::array<std::uint8_t, 7> kTempo{0, 0xFF, song::kMetaTempo, 3, 0x07, 0xA1, 0x20};
-constexpr std::array<std::uint8_t, 8> kMetre{0, 0xFF, song::kMetaTimeSignature, 4, 4, 2, 24, 8};
+constexpr std::array<std::uint8_t, 8> kTimeSignature{0,  0xFF, song::kMetaTimeSignature, 4, 4, 2,
+                                                     24, 8};
 constexpr std::array<std::uint8_t, 4> kEnd{0, 0xFF, song::kMetaEndOfTrack, 0};
 // Half a beat behind the start, so that resets before it have been carried out.
 constexpr std::array<std::uint8_t, 2> kVoiceDelta{0x81, 0x70};
@@ -76,7 +77,7 @@ Bytes EmptySongBytes(Language language) {
     Bytes conductor;
     AppendName(conductor, texts::kNewSong.In(language));
     Append(conductor, kTempo);
-    Append(conductor, kMetre);
+    Append(conductor, kTimeSignature);
     AppendTrack(file, conductor);
     for (std::uint8_t channel = 0; channel < kChannels; ++channel) {
         AppendTrack(file, ChannelTrack(channel, language));

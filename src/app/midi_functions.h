@@ -33,7 +33,7 @@ public:
     /// those of other instruments, and keeps the report in the workspace.
     void CheckSysexs();
 
-    /// Removal of count-ins by metre: empty until that tool is built.
+    /// Removal of count-ins by time signature: empty until that tool is built.
     void RemoveCountIns() {}
 
     /// First program and controller values of every channel: empty until there is a mixer.
@@ -45,7 +45,7 @@ public:
     /// Minimum length of notes: empty until the clean-up checks are built.
     void CheckForZeroLength() {}
 
-    /// Tempo and metre: see song/time_map.h.
+    /// Tempo and time signature: see song/time_map.h.
     void ReloadTempoTimeSign() { song::ReloadTempoTimeSign(workspace_.song); }
     void SetTimeZones() { song::SetTimeZones(workspace_.song); }
     void UpdateTimeZones() { song::UpdateTimeZones(workspace_.song); }

@@ -124,9 +124,9 @@ void DescribeTimeMap(const song::Song& song, SongDescription& description) {
     }
     for (const song::TimeSignatureEntry& entry : song.timeSignatures) {
         if (InSong(song, entry.tick)) {
-            description.metres.push_back({song::SongPositionToMTC(song, entry.tick),
-                                          song::TickToMs(song, entry.tick), entry.tick,
-                                          entry.numerator, entry.denominator});
+            description.timeSignatures.push_back({song::SongPositionToMTC(song, entry.tick),
+                                                  song::TickToMs(song, entry.tick), entry.tick,
+                                                  entry.numerator, entry.denominator});
         }
     }
 }

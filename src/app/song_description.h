@@ -32,7 +32,7 @@ struct SongDescription {
         std::optional<std::uint8_t> bankLsb;
         std::optional<std::uint8_t> program;
     };
-    /// A tempo change or a change of metre with its place.
+    /// A tempo change or a change of time signature with its place.
     struct TempoLine {
         std::string position;
         std::int64_t timeMs = 0;
@@ -40,7 +40,7 @@ struct SongDescription {
         std::uint16_t bpm = 0;
         std::int32_t tempo = 0;
     };
-    struct MetreLine {
+    struct TimeSignatureLine {
         std::string position;
         std::int64_t timeMs = 0;
         std::int32_t tick = 0;
@@ -67,7 +67,7 @@ struct SongDescription {
     std::vector<TrackLine> tracks;
     std::vector<ChannelLine> channels;
     std::vector<TempoLine> tempos;
-    std::vector<MetreLine> metres;
+    std::vector<TimeSignatureLine> timeSignatures;
     song::LoadReport changes;
     /// Families of instruments that the song's system-exclusive messages speak to, each once.
     std::vector<instruments::SysexFamily> families;

@@ -29,7 +29,7 @@ struct DecodeOptions {
 /// What the decoder found out beside the song.
 struct DecodeResult {
     LoadReport report;
-    /// All tempo and metre events are in the track that the file has first.
+    /// All tempo and time signature events are in the track that the file has first.
     bool tempoMapInFirstTrack = true;
     /// `timeMs` of every event already fits the tempo map.
     bool timesAreSet = false;

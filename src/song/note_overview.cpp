@@ -17,12 +17,12 @@ std::vector<std::int32_t> ColumnTicks(const Song& song, std::int64_t measuresPer
         const std::int64_t zoneMeasure = std::int64_t{zone.numerator} * TicksPerBeat(song, zone);
         std::int64_t next = tick + zoneMeasure * measuresPerColumn;
         if (measuresPerColumn == 1) {
-            // A change of metre inside a measure begins a new one.
+            // A change of time signature inside a measure begins a new one.
             const std::size_t behind = ZoneOfTick(song, next - 1);
             const TimeZoneEntry& last = song.timeZones[behind];
-            const bool newMetre =
+            const bool newTimeSignature =
                 last.numerator != zone.numerator || last.denominator != zone.denominator;
-            next = newMetre && last.tick > tick ? last.tick : next;
+            next = newTimeSignature && last.tick > tick ? last.tick : next;
         }
         tick = next;
     }

@@ -16,7 +16,7 @@ struct MeasureBeatTick {
     friend bool operator==(const MeasureBeatTick&, const MeasureBeatTick&) = default;
 };
 
-/// Ticks of one beat of the metre's note value: division * 4 / denominator, at least 1.
+/// Ticks of one beat of the time signature's note value: division * 4 / denominator, at least 1.
 std::int32_t TicksPerBeat(const TimeMap& map, const TimeZoneEntry& zone);
 
 /// Index of the last zone that starts at or before `tick` (in ticks); 0 when there is none. The

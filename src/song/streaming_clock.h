@@ -9,9 +9,9 @@
 
 namespace tracksmith::song {
 
-/// Clock times while events are being decoded. The first track adds the changes of tempo and metre
-/// as they come; the tracks behind it follow the finished list. Counts exactly as the time zones of
-/// the finished song do.
+/// Clock times while events are being decoded. The first track adds the changes of tempo and time
+/// signature as they come; the tracks behind it follow the finished list. Counts exactly as the
+/// time zones of the finished song do.
 class StreamingClock {
 public:
     explicit StreamingClock(std::int32_t division);
@@ -20,7 +20,7 @@ public:
     void BeginTrack();
 
     /// A change at `tick`, not before the last one: tempo in microseconds per quarter note, 0 for a
-    /// change of metre only.
+    /// change of time signature only.
     void AddChange(std::int32_t tick, std::int32_t tempo);
 
     /// Clock time of `tick` in milliseconds; ticks never fall within a track.

@@ -11,7 +11,7 @@ namespace tracksmith::song {
 void ReloadTempoTimeSign(Song& song);
 
 /// The part of ReloadTempoTimeSign behind the collecting: fills the first entries where none was
-/// found and the spare ones. For lists that already hold every tempo and metre event.
+/// found and the spare ones. For lists that already hold every tempo and time signature event.
 void CompleteTempoTimeSign(Song& song);
 
 /// Puts default entries in front of the two lists where needed, turns halves into quarters

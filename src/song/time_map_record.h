@@ -27,7 +27,7 @@ struct TempoEntry {
     std::uint16_t bpm = 120;
 };
 
-/// A change of metre.
+/// A change of time signature.
 struct TimeSignatureEntry {
     /// Notated 32nd notes per MIDI quarter note.
     std::uint8_t thirtySecondsPerQuarter = 8;
@@ -41,7 +41,7 @@ struct TimeSignatureEntry {
     std::uint8_t clocksPerClick = 36;
 };
 
-/// A stretch of the song with one tempo and one metre.
+/// A stretch of the song with one tempo and one time signature.
 struct TimeZoneEntry {
     /// Measure, beat (both from 1) and tick within the beat at which the zone starts.
     std::int32_t measure = 1;
@@ -76,10 +76,11 @@ struct TimeMap {
     /// Tempo changes and one spare entry.
     std::vector<TempoEntry> tempos;
     std::int32_t tempoCount = 0;
-    /// Changes of metre and one spare entry.
+    /// Changes of time signature and one spare entry.
     std::vector<TimeSignatureEntry> timeSignatures;
     std::int32_t timeSignatureCount = 0;
-    /// Tempo and metre merged; the entry timeZoneCount - 1 is the closing one behind the song.
+    /// Tempo and time signature merged; the entry timeZoneCount - 1 is the closing one behind the
+    /// song.
     std::vector<TimeZoneEntry> timeZones;
     std::int32_t timeZoneCount = 0;
     std::int32_t lengthMs = 0;

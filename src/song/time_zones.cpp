@@ -8,7 +8,7 @@
 #include "song/song_position.h"
 #include "song/time_map.h"
 
-// Merging tempos and metres into the zones of the time map, and placing them.
+// Merging tempos and time signatures into the zones of the time map, and placing them.
 
 namespace tracksmith::song {
 namespace {
@@ -57,16 +57,16 @@ void SetTempo(TimeZoneEntry& zone, const TempoEntry& entry, std::int32_t divisio
     zone.msPerTick = MsPerTick(entry.tempo, division);
 }
 
-void SetMetre(TimeZoneEntry& zone, const TimeSignatureEntry& entry) {
+void SetTimeSignature(TimeZoneEntry& zone, const TimeSignatureEntry& entry) {
     zone.denominator = std::max<std::uint8_t>(entry.denominator, 1);
     zone.numerator = std::max<std::uint8_t>(entry.numerator, 1);
 }
 
-// Merges tempos and metres into zones; both lists start at tick 0. Goes on while either list has
-// an entry within the song.
+// Merges tempos and time signatures into zones; both lists start at tick 0. Goes on while either
+// list has an entry within the song.
 std::vector<TimeZoneEntry> MergeZones(const TimeMap& map) {
     const std::vector<TempoEntry> tempos = Sorted(map.tempos);
-    const std::vector<TimeSignatureEntry> metres = Sorted(map.timeSignatures);
+    const std::vector<TimeSignatureEntry> timeSignatures = Sorted(map.timeSignatures);
     const std::int32_t division = EffectiveDivision(map);
     std::vector<TimeZoneEntry> zones;
     std::size_t i = 0;
@@ -74,16 +74,16 @@ std::vector<TimeZoneEntry> MergeZones(const TimeMap& map) {
     do {
         TimeZoneEntry zone = zones.empty() ? TimeZoneEntry{} : zones.back();
         const std::int64_t tempoTick = TickAt(tempos, i);
-        const std::int64_t metreTick = TickAt(metres, j);
-        zone.tick = static_cast<std::int32_t>(std::min(tempoTick, metreTick));
-        if (tempoTick <= metreTick) {
+        const std::int64_t timeSignatureTick = TickAt(timeSignatures, j);
+        zone.tick = static_cast<std::int32_t>(std::min(tempoTick, timeSignatureTick));
+        if (tempoTick <= timeSignatureTick) {
             SetTempo(zone, tempos[i++], division);
         }
-        if (metreTick <= tempoTick) {
-            SetMetre(zone, metres[j++]);
+        if (timeSignatureTick <= tempoTick) {
+            SetTimeSignature(zone, timeSignatures[j++]);
         }
         zones.push_back(zone);
-    } while (TickAt(tempos, i) <= map.songLength || TickAt(metres, j) <= map.songLength);
+    } while (TickAt(tempos, i) <= map.songLength || TickAt(timeSignatures, j) <= map.songLength);
     return zones;
 }
 

@@ -25,7 +25,7 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
                                                          .Text(0, 3, "Gr\xF6\xDF\x65\n")
                                                          .Tempo(960, 400'000)
                                                          .Short(0, 0xB3, 0, 7) // too late
-                                                         .Metre(0, 6, 3)
+                                                         .TimeSignature(0, 6, 3)
                                                          .Meta(0, 0x59, {1, 0})
                                                          .Text(0, 5, "la")
                                                          .Sysex(0, {0x7E, 0xF7})
@@ -69,7 +69,7 @@ TEST(SongDescription, NamesWhatTheSongHolds) {
 TEST(SongDescription, ListsTheTimeMapWithoutItsSpareEntries) {
     const SongDescription song = Describe(
         MidiFileBuilder()
-            .Track(TrackBuilder().Tempo(960, 400'000).Metre(960, 3, 2).Tempo(5000, 1).End())
+            .Track(TrackBuilder().Tempo(960, 400'000).TimeSignature(960, 3, 2).Tempo(5000, 1).End())
             .Track(TrackBuilder().Note(3840, 0, 60, 1).End())
             .Build());
     ASSERT_EQ(song.tempos.size(), 2U);
@@ -78,10 +78,10 @@ TEST(SongDescription, ListsTheTimeMapWithoutItsSpareEntries) {
     EXPECT_EQ(song.tempos[1].position, "001.03.000");
     EXPECT_EQ(song.tempos[1].timeMs, 1000);
     EXPECT_EQ(song.tempos[1].bpm, 150);
-    ASSERT_EQ(song.metres.size(), 2U);
-    EXPECT_EQ(song.metres[1].position, "002.01.000");
-    EXPECT_EQ(song.metres[1].timeMs, 1800);
-    EXPECT_EQ(song.metres[1].numerator, 3);
+    ASSERT_EQ(song.timeSignatures.size(), 2U);
+    EXPECT_EQ(song.timeSignatures[1].position, "002.01.000");
+    EXPECT_EQ(song.timeSignatures[1].timeMs, 1800);
+    EXPECT_EQ(song.timeSignatures[1].numerator, 3);
 }
 
 TEST(SongDescription, ASongWithoutNamesIsCalledLikeItsFile) {

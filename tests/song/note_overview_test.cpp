@@ -11,17 +11,18 @@ namespace {
 using namespace test;
 
 TEST(NoteOverview, CountsNotesByChannelAndMeasure) {
-    DecodedSong decoded(MidiFileBuilder()
-                            .Track(TrackBuilder().Metre(0, 4, 2).Metre(1920, 3, 2).End())
-                            .Track(TrackBuilder()
-                                       .Note(0, 0, 60, 1)
-                                       .Note(1919, 0, 60, 1)
-                                       .Note(0, 0, 60, 0)
-                                       .Note(1, 0, 62, 1)
-                                       .Note(1440, 15, 62, 1)
-                                       .End())
-                            .Track(TrackBuilder().Note(0, 3, 60, 1).End())
-                            .Build());
+    DecodedSong decoded(
+        MidiFileBuilder()
+            .Track(TrackBuilder().TimeSignature(0, 4, 2).TimeSignature(1920, 3, 2).End())
+            .Track(TrackBuilder()
+                       .Note(0, 0, 60, 1)
+                       .Note(1919, 0, 60, 1)
+                       .Note(0, 0, 60, 0)
+                       .Note(1, 0, 62, 1)
+                       .Note(1440, 15, 62, 1)
+                       .End())
+            .Track(TrackBuilder().Note(0, 3, 60, 1).End())
+            .Build());
     decoded.Timed().song.tracks[2].ignored = 1;
     const NoteOverview overview = MakeNoteOverview(decoded.song);
     EXPECT_EQ(overview.measures, 3);
@@ -37,7 +38,7 @@ TEST(NoteOverview, LongSongsAreHeldToTheMostColumnsAndLoseNoNote) {
     for (unsigned seed = 0; seed < 40; ++seed) {
         DecodedSong decoded(seed == 0 ? MidiFileBuilder(1, 1)
                                             .Track(TrackBuilder()
-                                                       .Metre(0, 1, 3)
+                                                       .TimeSignature(0, 1, 3)
                                                        .Note(7, 4, 60, 1)
                                                        .Note(2'000'000'000, 4, 60, 1)
                                                        .End())

@@ -69,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
                     EventRule{"Meta4BEmpty", {0xFF, 0x4B, 0}, "", C::UnknownMetaDropped},
                     EventRule{"Tempo", {0xFF, 0x51, 3, 7, 0xA1, 0x20}, "5 FF51 07A120", {}},
                     EventRule{"Smpte", {0xFF, 0x54, 5, 1, 2, 3, 4, 5}, "5 FF54 0102030405", {}},
-                    EventRule{"Metre", {0xFF, 0x58, 4, 3, 2, 24, 8}, "5 FF58 03021808", {}},
+                    EventRule{"TimeSignature", {0xFF, 0x58, 4, 3, 2, 24, 8}, "5 FF58 03021808", {}},
                     EventRule{"Key", {0xFF, 0x59, 2, 0xFF, 1}, "5 FF59 FF01", {}},
                     EventRule{"SequencerSpecific", {0xFF, 0x7F, 1, 0x43}, "5 FF7F 43", {}},
                     EventRule{"Meta60", {0xFF, 0x60, 1, 1}, "", C::UnknownMetaDropped},
@@ -229,16 +229,16 @@ TEST(ReaderEvents, TracksAreIgnoredByNameOnlyByOption) {
     EXPECT_EQ(some.result.report[C::TrackIgnored], 1);
 }
 
-TEST(ReaderEvents, TemposAndMetresComeFromTheFirstTrackOnly) {
+TEST(ReaderEvents, TemposAndTimeSignaturesComeFromTheFirstTrackOnly) {
     const DecodedSong decoded(MidiFileBuilder()
                                   .Track(TrackBuilder()
                                              .Tempo(0, 0)
                                              .Tempo(10, 400'000)
                                              .Meta(10, 0x51, {0x07, 0xA1})
-                                             .Metre(0, 6, 3)
+                                             .TimeSignature(0, 6, 3)
                                              .Meta(5, 0x58, {3})
                                              .End())
-                                  .Track(TrackBuilder().Tempo(7, 1).Metre(0, 1, 1).End())
+                                  .Track(TrackBuilder().Tempo(7, 1).TimeSignature(0, 1, 1).End())
                                   .Build());
     const auto& tempos = decoded.song.tempos;
     ASSERT_EQ(decoded.song.tempoCount, 4); // with the spare one
@@ -252,15 +252,15 @@ TEST(ReaderEvents, TemposAndMetresComeFromTheFirstTrackOnly) {
     EXPECT_EQ(decoded.List(0).substr(0, 13), "0 FF51 000000");
     EXPECT_EQ(decoded.result.report[C::TempoZeroReplaced], 1);
     EXPECT_FALSE(decoded.result.tempoMapInFirstTrack);
-    const auto& metres = decoded.song.timeSignatures;
+    const auto& timeSignatures = decoded.song.timeSignatures;
     ASSERT_EQ(decoded.song.timeSignatureCount, 3);
-    EXPECT_EQ(metres[0].numerator, 6);
-    EXPECT_EQ(metres[0].denominator, 8);
-    EXPECT_EQ(metres[0].clocksPerClick, 24);
-    EXPECT_EQ(metres[0].thirtySecondsPerQuarter, 8);
-    EXPECT_EQ(metres[0].tick, 20);
-    EXPECT_EQ(metres[1].denominator, 1); // missing bytes count as 0
-    EXPECT_EQ(metres[1].tick, 25);
+    EXPECT_EQ(timeSignatures[0].numerator, 6);
+    EXPECT_EQ(timeSignatures[0].denominator, 8);
+    EXPECT_EQ(timeSignatures[0].clocksPerClick, 24);
+    EXPECT_EQ(timeSignatures[0].thirtySecondsPerQuarter, 8);
+    EXPECT_EQ(timeSignatures[0].tick, 20);
+    EXPECT_EQ(timeSignatures[1].denominator, 1); // missing bytes count as 0
+    EXPECT_EQ(timeSignatures[1].tick, 25);
 }
 
 TEST(ReaderEvents, ASongWithoutTempoHasOneUsableTempo) {

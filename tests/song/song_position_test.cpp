@@ -22,18 +22,18 @@ TEST(SongPosition, TextHasTheSongsWidth) {
     EXPECT_EQ(SongPositionToMTC(song, (11 * 4 + 2) * 480 + 5), "012.03.005");
     EXPECT_EQ(SongPositionToMTC(song, 0), "001.01.000");
     EXPECT_EQ(SongPositionToMTC(song, -5), "001.01.000");
-    DecodedSong coarse(Song4(50'000, TrackBuilder().Metre(0, 12, 2), 24));
+    DecodedSong coarse(Song4(50'000, TrackBuilder().TimeSignature(0, 12, 2), 24));
     EXPECT_EQ(SongPositionToMTC(coarse.Timed().song, 12 * 24 - 1), "001.12.23");
 }
 
 TEST(SongPosition, BeatsFollowTheDenominator) {
-    DecodedSong six(Song4(9000, TrackBuilder().Metre(0, 6, 3)));
+    DecodedSong six(Song4(9000, TrackBuilder().TimeSignature(0, 6, 3)));
     EXPECT_EQ(GetMeasureBeatFromSongPos(six.Timed().song, 1440 + 250), (MeasureBeatTick{2, 2, 10}));
     EXPECT_EQ(TicksInMeasureAtPos(six.song, 100), 1440);
-    DecodedSong three(Song4(9000, TrackBuilder().Metre(0, 3, 4)));
+    DecodedSong three(Song4(9000, TrackBuilder().TimeSignature(0, 3, 4)));
     EXPECT_EQ(GetMeasureBeatFromSongPos(three.Timed().song, 130), (MeasureBeatTick{1, 2, 10}));
     EXPECT_EQ(TicksInMeasureAtPos(three.song, 0), 360);
-    DecodedSong change(Song4(9000, TrackBuilder().Metre(1920, 3, 2)));
+    DecodedSong change(Song4(9000, TrackBuilder().TimeSignature(1920, 3, 2)));
     EXPECT_EQ(TicksInMeasureAtPos(change.Timed().song, 1919), 1920);
     EXPECT_EQ(TicksInMeasureAtPos(change.song, 1920), 1440);
     EXPECT_EQ(GetMeasureBeatFromTime(change.song, 2000 + 1500), (MeasureBeatTick{3, 1, 0}));
@@ -51,7 +51,8 @@ class TickOfPositionTest : public testing::TestWithParam<PositionRow> {};
 
 // 4/4 for two measures, then 3/4; 5,010 ticks.
 TEST_P(TickOfPositionTest, IsFoundOrInvalid) {
-    DecodedSong decoded(Song4(5000, TrackBuilder().Metre(0, 4, 2).Metre(3840, 3, 2)));
+    DecodedSong decoded(
+        Song4(5000, TrackBuilder().TimeSignature(0, 4, 2).TimeSignature(3840, 3, 2)));
     const PositionRow& row = GetParam();
     EXPECT_EQ(MTCToSongPosition(decoded.Timed().song, row.measure, row.beat, row.tick), row.result);
 }
@@ -67,8 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
                     PositionRow{1, 1, -1, -1}, PositionRow{1, 1, 481, -1},
                     PositionRow{-1, 1, 0, -1}, PositionRow{2'147'483'647, 99, 480, -1}));
 
-// With beats of quarters and eighths, and with metres that change on an eighth, every tick has a
-// place of its own.
+// With beats of quarters and eighths, and with time signatures that change on an eighth, every tick
+// has a place of its own.
 Bytes RandomMap(unsigned seed) {
     Dice dice(seed);
     const int divisions[] = {480, 96, 120, 384, 960, 24};
@@ -80,8 +81,8 @@ Bytes RandomMap(unsigned seed) {
         if (dice.Roll(2) == 0) {
             const int eighth = division / 2;
             next = (next + eighth - 1) / eighth * eighth;
-            conductor.Metre(static_cast<std::uint64_t>(next - tick), 1 + dice.Roll(9),
-                            1 + dice.Roll(3));
+            conductor.TimeSignature(static_cast<std::uint64_t>(next - tick), 1 + dice.Roll(9),
+                                    1 + dice.Roll(3));
         } else {
             conductor.Tempo(static_cast<std::uint64_t>(next - tick),
                             static_cast<std::uint32_t>(100'000 + dice.Roll(900'000)));

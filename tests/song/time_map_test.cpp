@@ -56,38 +56,45 @@ using Rows = std::vector<std::string>;
 
 INSTANTIATE_TEST_SUITE_P(
     Maps, ZonesTest,
-    testing::Values(
-        MapRow{"Empty", TrackBuilder(), Rows{"0:1.1.0 500000 4/4 0"}},
-        MapRow{"SameTick", TrackBuilder().Tempo(0, 400'000).Metre(0, 3, 2),
-               Rows{"0:1.1.0 400000 3/4 0"}},
-        MapRow{"SameTickLater", TrackBuilder().Metre(1920, 3, 2).Tempo(0, 250'000),
-               Rows{"0:1.1.0 500000 4/4 0", "1920:2.1.0 250000 3/4 2000"}},
-        MapRow{"InTurns",
-               TrackBuilder().Metre(0, 3, 2).Tempo(720, 1'000'000).Metre(720, 2, 2).Tempo(100, 96),
-               Rows{"0:1.1.0 500000 3/4 0", "720:1.2.240 1000000 3/4 750",
-                    "1440:2.1.0 1000000 2/4 2250", "1540:2.1.100 96 2/4 2458"}},
-        MapRow{"SixEight", TrackBuilder().Metre(0, 6, 3).Tempo(1450, 250'000),
-               Rows{"0:1.1.0 500000 6/8 0", "1450:2.1.10 250000 6/8 1510"}},
-        MapRow{"ThreeSixteenInsideABeat", TrackBuilder().Metre(400, 3, 4).Tempo(100, 500'000),
-               Rows{"0:1.1.0 500000 4/4 0", "400:1.1.400 500000 3/16 417",
-                    "500:1.2.20 500000 3/16 521"}},
-        MapRow{"HalvesBecomeQuarters", TrackBuilder().Metre(0, 2, 1).Metre(1920, 3, 1),
-               Rows{"0:1.1.0 500000 4/4 0", "1920:2.1.0 500000 6/4 2000"}},
-        MapRow{"HugeHalves", TrackBuilder().Metre(0, 200, 1), Rows{"0:1.1.0 500000 255/4 0"}},
-        MapRow{"NoNumeratorAndHugeExponent", TrackBuilder().Metre(0, 0, 200),
-               Rows{"0:1.1.0 500000 4/4 0"}},
-        MapRow{"TempoZero", TrackBuilder().Tempo(0, 1'000'000).Tempo(480, 0),
-               Rows{"0:1.1.0 1000000 4/4 0", "480:1.2.0 500000 4/4 1000"}},
-        MapRow{"BehindTheEnd", TrackBuilder().Tempo(0, 400'000).Tempo(9011, 96),
-               Rows{"0:1.1.0 400000 4/4 0"}},
-        MapRow{"AtTheEnd", TrackBuilder().Tempo(0, 400'000).Tempo(9010, 480),
-               Rows{"0:1.1.0 400000 4/4 0", "9010:5.3.370 480 4/4 7508"}}),
+    testing::Values(MapRow{"Empty", TrackBuilder(), Rows{"0:1.1.0 500000 4/4 0"}},
+                    MapRow{"SameTick", TrackBuilder().Tempo(0, 400'000).TimeSignature(0, 3, 2),
+                           Rows{"0:1.1.0 400000 3/4 0"}},
+                    MapRow{"SameTickLater",
+                           TrackBuilder().TimeSignature(1920, 3, 2).Tempo(0, 250'000),
+                           Rows{"0:1.1.0 500000 4/4 0", "1920:2.1.0 250000 3/4 2000"}},
+                    MapRow{"InTurns",
+                           TrackBuilder()
+                               .TimeSignature(0, 3, 2)
+                               .Tempo(720, 1'000'000)
+                               .TimeSignature(720, 2, 2)
+                               .Tempo(100, 96),
+                           Rows{"0:1.1.0 500000 3/4 0", "720:1.2.240 1000000 3/4 750",
+                                "1440:2.1.0 1000000 2/4 2250", "1540:2.1.100 96 2/4 2458"}},
+                    MapRow{"SixEight", TrackBuilder().TimeSignature(0, 6, 3).Tempo(1450, 250'000),
+                           Rows{"0:1.1.0 500000 6/8 0", "1450:2.1.10 250000 6/8 1510"}},
+                    MapRow{"ThreeSixteenInsideABeat",
+                           TrackBuilder().TimeSignature(400, 3, 4).Tempo(100, 500'000),
+                           Rows{"0:1.1.0 500000 4/4 0", "400:1.1.400 500000 3/16 417",
+                                "500:1.2.20 500000 3/16 521"}},
+                    MapRow{"HalvesBecomeQuarters",
+                           TrackBuilder().TimeSignature(0, 2, 1).TimeSignature(1920, 3, 1),
+                           Rows{"0:1.1.0 500000 4/4 0", "1920:2.1.0 500000 6/4 2000"}},
+                    MapRow{"HugeHalves", TrackBuilder().TimeSignature(0, 200, 1),
+                           Rows{"0:1.1.0 500000 255/4 0"}},
+                    MapRow{"NoNumeratorAndHugeExponent", TrackBuilder().TimeSignature(0, 0, 200),
+                           Rows{"0:1.1.0 500000 4/4 0"}},
+                    MapRow{"TempoZero", TrackBuilder().Tempo(0, 1'000'000).Tempo(480, 0),
+                           Rows{"0:1.1.0 1000000 4/4 0", "480:1.2.0 500000 4/4 1000"}},
+                    MapRow{"BehindTheEnd", TrackBuilder().Tempo(0, 400'000).Tempo(9011, 96),
+                           Rows{"0:1.1.0 400000 4/4 0"}},
+                    MapRow{"AtTheEnd", TrackBuilder().Tempo(0, 400'000).Tempo(9010, 480),
+                           Rows{"0:1.1.0 400000 4/4 0", "9010:5.3.370 480 4/4 7508"}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(TimeMap, DefaultsInFrontHave36Clocks) {
     DecodedSong none(Conducted(TrackBuilder(), 100));
     EXPECT_EQ(none.Timed().song.timeSignatures[0].clocksPerClick, 36);
-    DecodedSong later(Conducted(TrackBuilder().Metre(960, 3, 2).Tempo(0, 400'000), 2000));
+    DecodedSong later(Conducted(TrackBuilder().TimeSignature(960, 3, 2).Tempo(0, 400'000), 2000));
     const Song& song = later.Timed().song;
     EXPECT_EQ(song.timeSignatures[0].clocksPerClick, 36);
     EXPECT_EQ(song.timeSignatures[0].tick, 0);
@@ -100,7 +107,7 @@ TEST(TimeMap, DefaultsInFrontHave36Clocks) {
 }
 
 TEST(TimeMap, ZoneFieldsFollowTheTempo) {
-    DecodedSong decoded(Conducted(TrackBuilder().Tempo(0, 333'333).Metre(0, 6, 3), 100));
+    DecodedSong decoded(Conducted(TrackBuilder().Tempo(0, 333'333).TimeSignature(0, 6, 3), 100));
     const TimeZoneEntry& zone = decoded.Timed().song.timeZones[0];
     EXPECT_EQ(zone.bpm, 180);
     EXPECT_EQ(zone.usPerBeat, 166'666);
@@ -113,7 +120,7 @@ TEST(TimeMap, ZoneFieldsFollowTheTempo) {
 TEST(TimeMap, EventsOfOtherTracksCountAfterReloadingInTrackOrder) {
     DecodedSong decoded(MidiFileBuilder()
                             .Track(TrackBuilder().Tempo(960, 400'000).End())
-                            .Track(TrackBuilder().Tempo(0, 300'000).Metre(480, 3, 2).End())
+                            .Track(TrackBuilder().Tempo(0, 300'000).TimeSignature(480, 3, 2).End())
                             .Track(TrackBuilder().Note(4000, 0, 60, 1).End())
                             .Build());
     Song& song = decoded.song;
@@ -182,7 +189,7 @@ TEST(TimeMap, HalfMillisecondsAreRoundedToEven) {
 }
 
 TEST(TimeMap, DivisionZeroIsCalculatedAsOne) {
-    DecodedSong decoded(Conducted(TrackBuilder().Metre(0, 6, 3), 100, 0));
+    DecodedSong decoded(Conducted(TrackBuilder().TimeSignature(0, 6, 3), 100, 0));
     const Song& song = decoded.Timed().song;
     EXPECT_EQ(song.division, 0);
     EXPECT_FLOAT_EQ(song.timeZones[0].msPerTick, 500);
@@ -193,9 +200,9 @@ TEST(TimeMap, DivisionZeroIsCalculatedAsOne) {
 
 TEST(TimeMap, HugeTimesAreHeldAtTheLargestValue) {
     constexpr std::uint64_t kMostTick = (1ULL << 31) - 65'536;
-    DecodedSong decoded(
-        Conducted(TrackBuilder().Tempo(0, 0xFFFFFF).Metre(7, 1, 7).Tempo(kMostTick / 2, 0xFFFFFF),
-                  kMostTick, 1));
+    DecodedSong decoded(Conducted(
+        TrackBuilder().Tempo(0, 0xFFFFFF).TimeSignature(7, 1, 7).Tempo(kMostTick / 2, 0xFFFFFF),
+        kMostTick, 1));
     const Song& song = decoded.Timed().song;
     EXPECT_EQ(song.lengthMs, std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(song.tracks[1].last->timeMs, std::numeric_limits<std::int32_t>::max());
@@ -221,7 +228,8 @@ TEST(TimeMap, ZoneStartsAreOneRunningSum) {
 }
 
 TEST(TimeMap, UpdateTimeZonesFollowsALongerSong) {
-    DecodedSong decoded(Conducted(TrackBuilder().Tempo(0, 400'000).Metre(1920, 3, 2), 5000));
+    DecodedSong decoded(
+        Conducted(TrackBuilder().Tempo(0, 400'000).TimeSignature(1920, 3, 2), 5000));
     Song& song = decoded.Timed().song;
     const Rows zones = Zones(song);
     song.songLength = 200'000;
@@ -236,7 +244,8 @@ TEST(TimeMap, UpdateTimeZonesFollowsALongerSong) {
     EXPECT_EQ(song.lengthMs, 166'667);
     EXPECT_EQ(song.tracks[0].last->timeMs, 166'667);
     EXPECT_EQ(MTCToSongPosition(song, 101, 1, 0), 1920 + 99 * 1440);
-    DecodedSong fresh(Conducted(TrackBuilder().Tempo(0, 400'000).Metre(1920, 3, 2), 199'990));
+    DecodedSong fresh(
+        Conducted(TrackBuilder().Tempo(0, 400'000).TimeSignature(1920, 3, 2), 199'990));
     EXPECT_EQ(fresh.Timed().song.lengthText, song.lengthText);
 }
 
@@ -255,7 +264,8 @@ std::vector<std::int32_t> Times(const Song& song) {
 TEST(TimeMap, FloodsOfChangesAreLoadedAndTimed) {
     TrackBuilder conductor;
     for (std::uint32_t i = 0; i < 100'000; ++i) {
-        conductor.Tempo(i == 0 ? 5 : 0, 300'000 + i).Metre(0, 1 + static_cast<int>(i % 9), 2);
+        conductor.Tempo(i == 0 ? 5 : 0, 300'000 + i)
+            .TimeSignature(0, 1 + static_cast<int>(i % 9), 2);
     }
     for (std::uint32_t i = 0; i < 100'000; ++i) {
         conductor.Tempo(1, 300'000 + i);

@@ -77,7 +77,7 @@ public:
         return Meta(delta, 0x51, BigEndian(microseconds, 3));
     }
     /// Time signature `numerator` / 2^`exponent`.
-    TrackBuilder& Metre(std::uint64_t delta, int numerator, int exponent) {
+    TrackBuilder& TimeSignature(std::uint64_t delta, int numerator, int exponent) {
         return Meta(delta, 0x58, {Byte(numerator), Byte(exponent), 24, 8});
     }
     /// System exclusive; `payload` follows the F0 and should end with F7.

@@ -94,8 +94,8 @@ private:
     std::minstd_rand engine_;
 };
 
-/// A valid file of one conductor track and `tracks` others, full of everything. Tempo and metre
-/// events stand in the first track, and also in the others when `scattered`.
+/// A valid file of one conductor track and `tracks` others, full of everything. Tempo and time
+/// signature events stand in the first track, and also in the others when `scattered`.
 inline Bytes RandomFile(unsigned seed, int format, bool scattered = false) {
     Dice dice(seed);
     const int divisions[] = {480, 96, 120, 384, 1000, 1};
@@ -112,7 +112,7 @@ inline Bytes RandomFile(unsigned seed, int format, bool scattered = false) {
                               : track.Program(delta, dice.Roll(16), dice.Roll(128));
                     break;
                 case 1:
-                    conductor ? track.Metre(delta, 1 + dice.Roll(12), dice.Roll(5))
+                    conductor ? track.TimeSignature(delta, 1 + dice.Roll(12), dice.Roll(5))
                               : track.Text(delta, 0x05, "la");
                     break;
                 case 2:

@@ -43,7 +43,7 @@ public:
         WriteList(texts::kTempo, song_.tempos, [this](const auto& line) {
             return Place(line) + std::to_string(line.bpm) + " BPM";
         });
-        WriteList(texts::kMetre, song_.metres, [this](const auto& line) {
+        WriteList(texts::kTimeSignature, song_.timeSignatures, [this](const auto& line) {
             return Place(line) + std::to_string(line.numerator) + "/" +
                    std::to_string(line.denominator);
         });

@@ -31,7 +31,7 @@ inline constexpr Text kHelpInfo{De{"Beschreibt Songs"}, En{"Describes songs"}};
 inline constexpr Text kHelpJson{De{"Ein JSON-Objekt je Datei und Zeile"},
                                 En{"One JSON object per file and line"}};
 inline constexpr Text kHelpAll{De{"Alle Tempo- und Taktwechsel zeigen"},
-                               En{"Show all changes of tempo and metre"}};
+                               En{"Show all changes of tempo and time signature"}};
 inline constexpr Text kHelpConvert{De{"Speichert Songs in anderer Form"},
                                    En{"Saves songs in another form"}};
 inline constexpr Text kHelpFormat{De{"Format der Dateien; sonst wie im Song"},
@@ -200,7 +200,7 @@ inline constexpr Text kSysex{De{"SysEx"}, En{"SysEx"}};
 inline constexpr Text kLyrics{De{"Liedtext"}, En{"Lyrics"}};
 inline constexpr Text kKeySignatures{De{"Tonarten"}, En{"Key signatures"}};
 inline constexpr Text kTempo{Both{"Tempo"}};
-inline constexpr Text kMetre{De{"Taktart"}, En{"Metre"}};
+inline constexpr Text kTimeSignature{De{"Taktart"}, En{"Time signature"}};
 inline constexpr Text kTracks{De{"Spuren"}, En{"Tracks"}};
 inline constexpr Text kChannel{De{"Kanal"}, En{"Channel"}};
 inline constexpr Text kChannels{De{"Kanäle"}, En{"Channels"}};

@@ -135,7 +135,7 @@ inline constexpr Text kMissing{De{"nicht gefunden"}, En{"not found"}};
 // Song
 inline constexpr Text kPosition{De{"Takt . Schlag . Tick"}, En{"measure . beat . tick"}};
 inline constexpr Text kTime{De{"Zeit"}, En{"time"}};
-inline constexpr Text kMetre{De{"Taktart"}, En{"metre"}};
+inline constexpr Text kTimeSignature{De{"Taktart"}, En{"time signature"}};
 inline constexpr Text kTempo{De{"Tempo"}, En{"tempo"}};
 inline constexpr Text kNotesHere{De{"Noten hier"}, En{"notes here"}};
 inline constexpr Text kFormat{Both{"Format"}};
@@ -145,7 +145,7 @@ inline constexpr Text kEvents{De{"Ereignisse"}, En{"Events"}};
 inline constexpr Text kNotes{De{"Noten"}, En{"Notes"}};
 inline constexpr Text kTracks{De{"Spuren"}, En{"Tracks"}};
 inline constexpr Text kTempos{Both{"Tempo"}};
-inline constexpr Text kMetres{De{"Taktart"}, En{"Metre"}};
+inline constexpr Text kTimeSignatures{De{"Taktart"}, En{"Time signature"}};
 inline constexpr Text kNumber{De{"Nr."}, En{"No."}};
 inline constexpr Text kName{Both{"Name"}};
 inline constexpr Text kChannel{De{"Kanal"}, En{"Channel"}};
@@ -176,7 +176,10 @@ inline constexpr Text kTempoHint{
 inline constexpr Text kOutput{De{"Ausgang"}, En{"Output"}};
 inline constexpr Text kOutputHint{De{"Das Gerät, auf dem der Song gespielt wird."},
                                   En{"The device that the song is played on."}};
-inline constexpr Text kOutputLost{De{"antwortet nicht"}, En{"not responding"}};
+inline constexpr Text kPortReady{De{"bereit"}, En{"ready"}};
+inline constexpr Text kPortNotOpened{De{"nicht geöffnet"}, En{"not opened"}};
+inline constexpr Text kPortLost{De{"antwortet nicht"}, En{"not responding"}};
+inline constexpr Text kPortHanging{De{"hängt fest"}, En{"stuck"}};
 inline constexpr Text kOutputMissing{
     De{"Der MIDI-Ausgang „%1“ ist nicht angeschlossen. Es spielt: %2."},
     En{"The MIDI output \"%1\" is not connected. Playing on: %2."}};

@@ -57,7 +57,7 @@ inline test::Bytes Format0Song() {
         .Track(test::TrackBuilder()
                    .Text(0, 0x03, "Little Song")
                    .Tempo(0, 500'000)
-                   .Metre(0, 3, 2)
+                   .TimeSignature(0, 3, 2)
                    .Short(0, 0xB0, 0, 8)
                    .Short(0, 0xB0, 32, 1)
                    .Program(0, 0, 24)

@@ -77,7 +77,7 @@ TEST_F(FileCommandsTest, SavingInAFormatWritesAFileThatLoadsAndAsksBeforeOverwri
     EXPECT_EQ(LabelText("Lbl_FileName"), "zero.mid");
     form_->OpenMidiFile(Path("zero.mid"));
     EXPECT_EQ(LabelText("Lbl_Facts"), "Format 0 · 480 · 1 track");
-    EXPECT_EQ(RowText("Table_Metres", 0), form_->SongPositionToMTC(0) + "|0:00|3/4");
+    EXPECT_EQ(RowText("Table_TimeSignatures", 0), form_->SongPositionToMTC(0) + "|0:00|3/4");
 
     form_->OpenMidiFile(Path("waltz.mid"));
     const auto before = system::ReadRegularFile(Path("zero.mid"));

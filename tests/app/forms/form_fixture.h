@@ -137,7 +137,7 @@ protected:
         const auto conductor = test::TrackBuilder()
                                    .Text(0, 0x03, "Evening & <b>Waltz</b>")
                                    .Tempo(0, 500'000)
-                                   .Metre(0, 3, 2)
+                                   .TimeSignature(0, 3, 2)
                                    .Tempo(1440, 600'000)
                                    .End();
         const auto piano = test::TrackBuilder()

@@ -69,7 +69,7 @@ TEST_F(OverviewTest, KeysMoveTheCursorAndTheDisplayFollows) {
     }
     QTest::mouseClick(overview_, Qt::LeftButton, {}, Cell(0, 1));
     EXPECT_EQ(LabelText("Lbl_Time"), "0:01 / 0:03");
-    EXPECT_EQ(LabelText("Lbl_Metre"), "3/4");
+    EXPECT_EQ(LabelText("Lbl_TimeSignature"), "3/4");
     EXPECT_EQ(Find<QSpinBox>("E_Tempo")->value(), 100);
     EXPECT_EQ(LabelText("Lbl_NotesHere"), "2");
 }

@@ -312,7 +312,8 @@ TEST(CheckSysexs, EachRunBeginsAtTheUsualTick) {
 }
 
 TEST(CheckSysexs, EventsThatArePutCarryTheirClockTime) {
-    // Tempo 400,000 up to tick 40 and 700,000 behind it; the metre of tick 47 rounds times anew.
+    // Tempo 400,000 up to tick 40 and 700,000 behind it; the time signature of tick 47 rounds times
+    // anew.
     for (const bool timed : {false, true}) {
         Prepared song(Sixteen({}), With([](SysexOptions& o) { o.gmBeforeGs = true; }));
         ASSERT_TRUE(song.result.timesAreSet);

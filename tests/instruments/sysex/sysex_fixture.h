@@ -48,8 +48,12 @@ inline TrackBuilder TrackOf(int channel, const std::vector<Message>& messages) {
 /// into track `track`.
 inline Bytes Sixteen(const std::vector<Message>& messages, int track = 3) {
     MidiFileBuilder file;
-    file.Track(
-        TrackBuilder().Tempo(0, 400'000).Metre(0, 4, 2).Tempo(40, 700'000).Metre(7, 3, 2).End());
+    file.Track(TrackBuilder()
+                   .Tempo(0, 400'000)
+                   .TimeSignature(0, 4, 2)
+                   .Tempo(40, 700'000)
+                   .TimeSignature(7, 3, 2)
+                   .End());
     for (int i = 1; i < 16; ++i) {
         file.Track(TrackOf(i - 1, i == track ? messages : std::vector<Message>()));
     }

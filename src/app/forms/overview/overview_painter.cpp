@@ -15,7 +15,7 @@ constexpr double kBackground = 0.3;
 /// Width in pixels of the loop's bracket and of the playhead.
 constexpr double kBracket = 2;
 
-/// Height in pixels of the tick at a change of tempo or metre.
+/// Height in pixels of the tick at a change of tempo or time signature.
 constexpr double kMarkHeight = 3;
 
 class OverviewPainter {

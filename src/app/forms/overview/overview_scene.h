@@ -11,7 +11,7 @@
 
 namespace tracksmith::forms {
 
-/// A change of tempo or metre in the overview's ruler.
+/// A change of tempo or time signature in the overview's ruler.
 struct OverviewMark {
     /// Place in ticks.
     std::int32_t tick = 0;
@@ -20,7 +20,7 @@ struct OverviewMark {
 
 /// Where things stand in the overview, in logical pixels.
 struct OverviewGeometry {
-    /// Upper line: measure numbers; lower line: tempo and metre.
+    /// Upper line: measure numbers; lower line: tempo and time signature.
     QRectF measureRuler;
     QRectF markRuler;
     /// Channel numbers.

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint8_t kNoChannel = 0xFF;
 
-QString MetreText(const app::SongDescription::MetreLine& line) {
+QString TimeSignatureText(const app::SongDescription::TimeSignatureLine& line) {
     return QStringLiteral("%1/%2").arg(line.numerator).arg(line.denominator);
 }
 
@@ -70,14 +70,14 @@ std::vector<Row> TempoRows(const app::SongDescription& song) {
     return rows;
 }
 
-std::vector<RowsColumn> MetreColumns() {
-    return {{texts::kPlace}, {texts::kClock, true}, {texts::kMetres, true}};
+std::vector<RowsColumn> TimeSignatureColumns() {
+    return {{texts::kPlace}, {texts::kClock, true}, {texts::kTimeSignatures, true}};
 }
 
-std::vector<Row> MetreRows(const app::SongDescription& song) {
+std::vector<Row> TimeSignatureRows(const app::SongDescription& song) {
     std::vector<Row> rows;
-    for (const auto& line : song.metres) {
-        rows.push_back(PlaceRow(line.position, line.timeMs, line.tick, MetreText(line)));
+    for (const auto& line : song.timeSignatures) {
+        rows.push_back(PlaceRow(line.position, line.timeMs, line.tick, TimeSignatureText(line)));
     }
     return rows;
 }
@@ -87,8 +87,8 @@ std::vector<OverviewMark> OverviewMarks(const app::SongDescription& song) {
     for (const auto& line : song.tempos) {
         byTick[line.tick] << QStringLiteral("♩=%1").arg(line.bpm);
     }
-    for (const auto& line : song.metres) {
-        byTick[line.tick] << MetreText(line);
+    for (const auto& line : song.timeSignatures) {
+        byTick[line.tick] << TimeSignatureText(line);
     }
     std::vector<OverviewMark> marks;
     marks.reserve(byTick.size());

@@ -18,11 +18,11 @@ std::vector<Row> TrackRows(const app::SongDescription& song, Language language);
 std::vector<RowsColumn> TempoColumns();
 std::vector<Row> TempoRows(const app::SongDescription& song);
 
-/// The columns and rows of the metre list: position, time, metre.
-std::vector<RowsColumn> MetreColumns();
-std::vector<Row> MetreRows(const app::SongDescription& song);
+/// The columns and rows of the list of time signatures: position, time, time signature.
+std::vector<RowsColumn> TimeSignatureColumns();
+std::vector<Row> TimeSignatureRows(const app::SongDescription& song);
 
-/// Tempo and metre changes for the overview's ruler, one mark a place.
+/// Tempo and time signature changes for the overview's ruler, one mark a place.
 std::vector<OverviewMark> OverviewMarks(const app::SongDescription& song);
 
 } // namespace tracksmith::forms

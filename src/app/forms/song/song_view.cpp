@@ -55,7 +55,8 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
       cards_(new ChannelCards),
       tracks_(new ListPanel("Table_Tracks", texts::kTracks, TrackColumns(), 1)),
       tempos_(new ListPanel("Table_Tempos", texts::kTempos, TempoColumns(), 0)),
-      metres_(new ListPanel("Table_Metres", texts::kMetres, MetreColumns(), 0)),
+      timeSignatures_(
+          new ListPanel("Table_TimeSignatures", texts::kTimeSignatures, TimeSignatureColumns(), 0)),
       routing_(new RoutingPage(session)),
       pages_(new QTabWidget) {
     auto* column = new QVBoxLayout(this);
@@ -91,7 +92,7 @@ QWidget* SongView::BuildSongPage() {
     lists->setSpacing(Gap());
     lists->addWidget(tracks_, 5);
     lists->addWidget(tempos_, 3);
-    lists->addWidget(metres_, 3);
+    lists->addWidget(timeSignatures_, 3);
     column->addLayout(lists, 1);
     return page;
 }
@@ -100,7 +101,7 @@ void SongView::Connect() {
     connect(overview_, &OverviewWidget::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     connect(overview_, &OverviewWidget::LoopChosen, &session_, &SessionSignals::SetLoop);
     connect(cards_, &ChannelCards::ChannelChosen, overview_, &OverviewWidget::SetChannel);
-    for (const ListPanel* list : {tempos_, metres_}) {
+    for (const ListPanel* list : {tempos_, timeSignatures_}) {
         connect(list, &ListPanel::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     }
     connect(&session_, &SessionSignals::PlaceChanged, this, &SongView::ShowPlace);
@@ -142,7 +143,7 @@ void SongView::ShowLists() {
     ShowCards();
     tracks_->SetRows(TrackRows(description_, language_));
     tempos_->SetRows(TempoRows(description_));
-    metres_->SetRows(MetreRows(description_));
+    timeSignatures_->SetRows(TimeSignatureRows(description_));
 }
 
 void SongView::ShowCards() {
@@ -182,7 +183,7 @@ void SongView::Retranslate(Language language) {
     pages_->setTabText(0, InLanguage(texts::kPageSong, language));
     pages_->setTabText(1, InLanguage(texts::kPageRouting, language));
     overview_->Retranslate(language);
-    for (ListPanel* list : {tracks_, tempos_, metres_}) {
+    for (ListPanel* list : {tracks_, tempos_, timeSignatures_}) {
         list->Retranslate(language);
     }
     ShowLists();

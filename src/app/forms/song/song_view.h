@@ -74,7 +74,7 @@ private:
     ChannelCards* cards_;
     ListPanel* tracks_;
     ListPanel* tempos_;
-    ListPanel* metres_;
+    ListPanel* timeSignatures_;
     RoutingPage* routing_;
     QTabWidget* pages_;
 };

@@ -25,12 +25,12 @@ PositionDisplay::PositionDisplay(QWidget* parent)
     : Panel(QPalette::Base, parent),
       position_(new ValueBox("Lbl_Position", texts::kPosition, PositionSize(), true)),
       clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
-      metre_(new ValueBox("Lbl_Metre", texts::kMetre, kSmall, true)),
+      timeSignature_(new ValueBox("Lbl_TimeSignature", texts::kTimeSignature, kSmall, true)),
       notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 2, Gap() / 2, Gap() * 2, Gap() / 2);
     row->setSpacing(Gap() * 2);
-    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
+    for (ValueBox* box : {position_, clock_, timeSignature_, notes_}) {
         row->addWidget(box);
     }
 }
@@ -38,19 +38,19 @@ PositionDisplay::PositionDisplay(QWidget* parent)
 void PositionDisplay::ShowPlace(const Place& place) {
     position_->SetValue(place.position);
     clock_->SetValue(place.clock);
-    metre_->SetValue(place.metre);
+    timeSignature_->SetValue(place.timeSignature);
     notes_->SetValue(place.notes);
 }
 
 void PositionDisplay::Reserve(const Place& end) {
     position_->Reserve(end.position);
     clock_->Reserve(end.clock);
-    metre_->Reserve(QStringLiteral("00/00"));
+    timeSignature_->Reserve(QStringLiteral("00/00"));
     notes_->Reserve(QStringLiteral("00.000"));
 }
 
 void PositionDisplay::Retranslate(Language language) {
-    for (ValueBox* box : {position_, clock_, metre_, notes_}) {
+    for (ValueBox* box : {position_, clock_, timeSignature_, notes_}) {
         box->Retranslate(language);
     }
 }

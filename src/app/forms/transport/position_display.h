@@ -16,7 +16,7 @@ public:
     struct Place {
         QString position;
         QString clock;
-        QString metre;
+        QString timeSignature;
         QString notes;
     };
 
@@ -33,7 +33,7 @@ public:
 private:
     ValueBox* position_;
     ValueBox* clock_;
-    ValueBox* metre_;
+    ValueBox* timeSignature_;
     ValueBox* notes_;
 };
 
