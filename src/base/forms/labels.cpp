@@ -42,7 +42,8 @@ QLabel* NewLabel(const char* objectName, QWidget* parent) {
 }
 
 QLabel* NewCaption(const char* objectName, QWidget* parent) {
-    QLabel* label = NewLabel(objectName, parent);
+    auto* label = new ElidedLabel(parent);
+    label->setObjectName(QLatin1String(objectName));
     // Not the label's own, which a parent that does not know of a new size of text may give it.
     label->setFont(ScaledFont(QApplication::font(), 0.85));
     label->setForegroundRole(QPalette::PlaceholderText);

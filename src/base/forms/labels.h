@@ -25,7 +25,7 @@ protected:
 /// A plain-text label named `objectName`.
 QLabel* NewLabel(const char* objectName, QWidget* parent);
 
-/// A small plain-text label in the colour of captions.
+/// A small label in the colour of captions, shortened where it does not fit.
 QLabel* NewCaption(const char* objectName, QWidget* parent);
 
 } // namespace tracksmith::forms

@@ -226,6 +226,16 @@ TEST_F(PlayingTest, LostPortIsToldOnceAndComesBack) {
         [&] { return !choice->itemText(0).contains(QStringLiteral("not responding")); }));
 }
 
+TEST_F(PlayingTest, PortInUseIsSaidInWords) {
+    EXPECT_EQ(LabelText("Lbl_OutputCaption"), "Output · ready");
+    loop_->FailNext(0, midi::kAllocated);
+    emit Find<QComboBox>("CB_Output")->activated(0);
+    EXPECT_EQ(LabelText("Lbl_OutputCaption"), "Output · not opened");
+    EXPECT_EQ(Find<QComboBox>("CB_Output")->itemText(0).toStdString(), "○ Loop 1 – not opened");
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return LabelText("Lbl_OutputCaption") == "Output · ready"; }));
+}
+
 TEST_F(PlayingTest, InputIsPassedOnWhenWanted) {
     Trigger("MMS_MidiPorts");
     auto* dialog = Find<QDialog>("Dlg_MidiPorts");

@@ -35,9 +35,19 @@ OutputBox::OutputBox(SessionSignals& session, QWidget* parent)
 
 void OutputBox::ShowOutputs() {
     const QSignalBlocker silent(choice_);
-    FillWithOutputs(*choice_, session_.Controls().Player().OutputDevices(), language_);
-    choice_->setCurrentIndex(choice_->findData(ToQString(session_.Controls().Outputs().Output())));
+    const auto outputs = session_.Controls().Player().OutputDevices();
+    FillWithOutputs(*choice_, outputs, language_);
+    const int chosen = choice_->findData(ToQString(session_.Controls().Outputs().Output()));
+    choice_->setCurrentIndex(chosen);
     choice_->setEnabled(choice_->count() > 0);
+    // The name fills the box, so that the state stands above it.
+    const QString caption = InLanguage(texts::kOutput, language_);
+    const QString state =
+        chosen < 0
+            ? QString()
+            : InLanguage(PortStateWord(outputs[static_cast<std::size_t>(chosen)]), language_);
+    caption_->setText(state.isEmpty() ? caption : caption + QStringLiteral(" · ") + state);
+    choice_->setAccessibleName(caption_->text());
 }
 
 void OutputBox::TakeOutput(int index) {
@@ -46,8 +56,6 @@ void OutputBox::TakeOutput(int index) {
 
 void OutputBox::Retranslate(Language language) {
     language_ = language;
-    caption_->setText(InLanguage(texts::kOutput, language));
-    choice_->setAccessibleName(InLanguage(texts::kOutput, language));
     choice_->setToolTip(InLanguage(texts::kOutputHint, language));
     ShowOutputs();
 }

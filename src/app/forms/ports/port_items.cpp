@@ -8,14 +8,31 @@
 
 namespace tracksmith::forms {
 
+const Text& PortStateWord(const player::OutputDevice& output) {
+    switch (output.state) {
+        case player::PortState::NotOpened:
+            return texts::kPortNotOpened;
+        case player::PortState::Lost:
+            return texts::kPortLost;
+        case player::PortState::Hanging:
+            return texts::kPortHanging;
+        case player::PortState::Closed:
+        case player::PortState::Open:
+            break;
+    }
+    return texts::kPortReady;
+}
+
 void FillWithOutputs(QComboBox& choice, const std::vector<player::OutputDevice>& outputs,
                      Language language) {
     choice.clear();
     for (const player::OutputDevice& output : outputs) {
         const QString name = ToQString(DisplayText(output.productName));
-        const QString text = output.usable ? QStringLiteral("● ") + name
-                                           : QStringLiteral("○ ") + name + QStringLiteral(" – ") +
-                                                 InLanguage(texts::kOutputLost, language);
+        const Text& state = PortStateWord(output);
+        const QString text =
+            &state == &texts::kPortReady
+                ? QStringLiteral("● ") + name
+                : QStringLiteral("○ ") + name + QStringLiteral(" – ") + InLanguage(state, language);
         choice.addItem(text, ToQString(output.productName));
     }
 }

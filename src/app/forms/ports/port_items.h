@@ -10,6 +10,9 @@ class QComboBox;
 
 namespace tracksmith::forms {
 
+/// How an output stands, in a word or two.
+const Text& PortStateWord(const player::OutputDevice& output);
+
 /// Fills a choice with the outputs: shown with their state, which differs in shape and in words,
 /// the product name as each item's data.
 void FillWithOutputs(QComboBox& choice, const std::vector<player::OutputDevice>& outputs,
