@@ -51,7 +51,7 @@ inline std::string OfPort(const Text& text, Language language, std::string_view 
 /// The same with what the user may do.
 inline std::string OfPort(const Text& text, Language language, std::string_view productName,
                           const Text& advice) {
-    return OfPort(text, language, productName).append("\r\n").append(advice.In(language));
+    return OfPort(text, language, productName).append(".\r\n").append(advice.In(language));
 }
 
 } // namespace tracksmith::player::texts
