@@ -11,6 +11,7 @@
 #include <QSize>
 #include <QTimer>
 
+#include "app/forms/application.h"
 #include "app/forms/main_form.h"
 #include "app/forms/settings/end_watch.h"
 #include "app/settings/settings_store.h"
@@ -108,7 +109,7 @@ void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
 int main(int argc, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication application(argc, argv);
+    forms::Application application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tracksmith"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TRACKSMITH_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral(TRACKSMITH_ID));
@@ -118,6 +119,7 @@ int main(int argc, char** argv) {
     settings::SettingsStore store;
     forms::TMainForm form(store);
     const forms::EndWatch watch(form);
+    application.SetOutOfMemoryHandler([&form] { form.TellOutOfMemory(); });
     if (!wishes.size.isEmpty()) {
         form.resize(wishes.size);
     }

@@ -53,6 +53,9 @@ public:
     /// Replaces the file dialogs.
     void SetFileChooser(std::unique_ptr<FileChooser> chooser) { chooser_ = std::move(chooser); }
 
+    /// Says that memory does not suffice for what was wanted; what there was is unchanged.
+    void TellOutOfMemory();
+
     /// Loads `file` and shows it; faults have been shown when this returns.
     void OpenMidiFile(const std::filesystem::path& file);
 

@@ -50,9 +50,13 @@ bool TMainForm::Run(const std::function<void()>& command) {
     } catch (const EMidiError&) {
         return false;
     } catch (const std::bad_alloc&) {
-        host_.ShowMessage(session::texts::kNoMemory.In(host_.CurrentLanguage()));
+        TellOutOfMemory();
         return false;
     }
+}
+
+void TMainForm::TellOutOfMemory() {
+    host_.ShowMessage(session::texts::kNoMemory.In(host_.CurrentLanguage()));
 }
 
 void TMainForm::MME_TakeBackClick() {

@@ -1,4 +1,6 @@
 set(SOURCES
+  application.cpp
+  application.h
   main_form.cpp
   main_form.h
   main_form_commands.cpp

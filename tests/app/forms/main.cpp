@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QTemporaryDir>
+
+#include "app/forms/application.h"
 
 // The windows need an application; its settings folder must not be the user's.
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QTemporaryDir configuration;
     qputenv("XDG_CONFIG_HOME", configuration.path().toUtf8());
-    const QApplication application(argc, argv);
+    const tracksmith::forms::Application application(argc, argv);
     return RUN_ALL_TESTS();
 }

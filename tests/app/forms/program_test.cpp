@@ -1,8 +1,10 @@
 #include <csignal>
+#include <new>
 
 #include <QProcess>
 #include <QTest>
 
+#include "app/forms/application.h"
 #include "app/forms/form_fixture.h"
 #include "app/forms/settings/end_watch.h"
 
@@ -62,6 +64,20 @@ TEST_F(ProgramTest, PlaysNothingWhenTheFileIsRefused) {
 }
 
 class EndTest : public FormTest {};
+
+// Wherever in the window it happens, the program goes on.
+TEST_F(EndTest, MemoryThatRunsOutIsToldAndPasses) {
+    auto* application = dynamic_cast<Application*>(QCoreApplication::instance());
+    ASSERT_NE(application, nullptr);
+    application->SetOutOfMemoryHandler([this] { form_->TellOutOfMemory(); });
+    const BoxAnswer ok("Btn_Ok");
+    for (int i = 0; i < 2; ++i) { // told once
+        QMetaObject::invokeMethod(
+            form_.get(), [] { throw std::bad_alloc(); }, Qt::QueuedConnection);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !ok.text.empty(); }));
+    application->SetOutOfMemoryHandler({});
+}
 
 TEST_F(EndTest, ASignalSilencesTheInstrumentAndAsksNothing) {
     const EndWatch watch(*form_);
