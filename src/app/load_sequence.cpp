@@ -99,8 +99,8 @@ void OpenMidiData(Session& session, SharedBytes bytes, const std::filesystem::pa
     if (bytes->size() < song::kSmallestFile) {
         RaiseMidiError(host, texts::kTooShort);
     }
-    session.Change(session::kReplaceSong, host, [&](Workspace& workspace) {
-        const std::filesystem::path file = name; // may be the workspace's own
+    // The name may be the workspace's own.
+    session.Change(session::kReplaceSong, host, [&, file = name](Workspace& workspace) {
         ReplaceSong(workspace, *bytes, host);
         workspace.file = session::LoadedFile(file, isDemo);
         return true;

@@ -82,9 +82,8 @@ void SaveMidiFile(session::Session& session, const std::filesystem::path& file, 
     if (session.TempoOffset() != 0 && !BeginsWithTempo(session.Song())) {
         session.Change(kFirstTempo, host, InsertFirstTempo);
     }
-    const std::filesystem::path target = file; // may be the session's own
-    WriteMidiFile(target, EncodeSong(session, format, host), host);
-    session.MarkSaved(target, format == SaveFormat::AsSong ? session.Work().file.format : format);
+    WriteMidiFile(file, EncodeSong(session, format, host), host);
+    session.MarkSaved(file, format == SaveFormat::AsSong ? session.Work().file.format : format);
 }
 
 bool ConfirmOverwrite(const std::filesystem::path& file, MessageHost& host) {

@@ -111,7 +111,7 @@ void TMidiPlayer::TakeSongOver(bool edited) {
     const PlayLoop loop = dispatcher_.Loop();
     dispatcher_.SetLoop(loop.on, loop.startTick, loop.endTick);
     const std::int64_t us = std::min(position_.Us(), dispatcher_.SongEndTime() * 1000);
-    std::shared_ptr<const song::TimeMap> map = MapOf(song_);
+    std::shared_ptr<const song::TimeMap> map = MapOf(static_cast<const song::TimeMap&>(song_));
     position_.MoveTo(us, map);
     FindCursors(us);
 }

@@ -97,7 +97,7 @@ QString TMainForm::PlayingText(std::size_t channel) const {
 
 void TMainForm::MMI_VoicesClick() {
     const Language language = host_.CurrentLanguage();
-    const TPatchesForm::Files files{
+    TPatchesForm::Files files{
         [this, language](QWidget* window) {
             return chooser_->ChooseOpen(window, language, FileKind::Voices,
                                         settings_.ReadLastFolder());
@@ -109,8 +109,9 @@ void TMainForm::MMI_VoicesClick() {
         }};
     auto* dialog = new TPatchesForm(
         session_.Work().outputs, voices_.Tables(),
-        [this](instruments::InstrumentId id) { return voices_.OptionsOf(id); },
-        [this](std::size_t channel) { return PlayingText(channel); }, files, host_, this);
+        {[this](instruments::InstrumentId id) { return voices_.OptionsOf(id); },
+         [this](std::size_t channel) { return PlayingText(channel); }, std::move(files)},
+        host_, this);
     dialog->DisplayInstrumentPatches(songView_->ChosenChannel());
     connect(dialog, &TPatchesForm::TableChanged, this, &TMainForm::TakeInstruments);
     dialog->open();

@@ -67,7 +67,7 @@ void TakeBack::Exchange(Workspace& workspace, MessageHost& host) {
 // Into a song of its own first, so that the one in memory stays when memory ends.
 void TakeBack::ExchangeLoaded(Workspace& workspace, MessageHost& host) {
     Workspace decoded;
-    static_cast<WorkOptions&>(decoded) = workspace;
+    static_cast<WorkOptions&>(decoded) = static_cast<const WorkOptions&>(workspace);
     decode_(decoded, taken_, host);
     workspace.song.Swap(decoded.song);
     workspace.loadReport = decoded.loadReport;

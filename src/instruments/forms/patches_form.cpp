@@ -75,14 +75,12 @@ const ImportedTable* Pick(QWidget* window, const std::vector<ImportedTable>& tab
 } // namespace
 
 TPatchesForm::TPatchesForm(const instruments::OutputTable& outputs,
-                           instruments::VoiceTables& tables, Options options, Playing playing,
-                           Files files, MessageHost& host, QWidget* parent)
+                           instruments::VoiceTables& tables, Program program, MessageHost& host,
+                           QWidget* parent)
     : QDialog(parent),
       outputs_(outputs),
       tables_(tables),
-      optionsOf_(std::move(options)),
-      playing_(std::move(playing)),
-      files_(std::move(files)),
+      program_(std::move(program)),
       host_(host),
       language_(host.CurrentLanguage()),
       choice_(new QComboBox),
@@ -128,7 +126,7 @@ const instruments::Instrument& TPatchesForm::Instrument() const {
 
 void TPatchesForm::DisplayInstrumentPatches(std::size_t channel) {
     DisplayInstrument(outputs_.InstrumentOfChannel(channel));
-    const QString playing = playing_(channel);
+    const QString playing = program_.playing(channel);
     ShowLine(*playingLine_,
              playing.isEmpty()
                  ? QString()
@@ -139,7 +137,7 @@ void TPatchesForm::DisplayInstrument(instruments::InstrumentId instrument) {
     instrument_ = instrument;
     const QSignalBlocker silent(choice_);
     choice_->setCurrentIndex(choice_->findData(int{instrument}));
-    options_ = optionsOf_(instrument_);
+    options_ = program_.options(instrument_);
     setWindowTitle(Say(instrument_texts::kVoicesTitle).arg(ToQString(Instrument().name)));
     playingLine_->hide();
     ShowProblems();
@@ -242,7 +240,7 @@ void TPatchesForm::ShowVoices() {
 }
 
 void TPatchesForm::Import() {
-    const auto file = files_.open(this);
+    const auto file = program_.files.open(this);
     if (!file) {
         return;
     }
@@ -273,7 +271,7 @@ void TPatchesForm::TakeImport(const std::filesystem::path& file) {
 }
 
 void TPatchesForm::Export() {
-    const auto file = files_.save(this, instruments::TableFileName(Instrument()));
+    const auto file = program_.files.save(this, instruments::TableFileName(Instrument()));
     if (!file) {
         return;
     }

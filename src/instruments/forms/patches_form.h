@@ -39,10 +39,17 @@ public:
     /// What a channel (0-15) plays at present, in words; empty when nothing is known.
     using Playing = std::function<QString(std::size_t)>;
 
+    /// What the window asks of the program around it.
+    struct Program {
+        Options options;
+        Playing playing;
+        Files files;
+    };
+
     /// Shows nothing yet. `outputs`, `tables` and `host`, which asks before a table of the user's
     /// is replaced, must outlive the window.
     TPatchesForm(const instruments::OutputTable& outputs, instruments::VoiceTables& tables,
-                 Options options, Playing playing, Files files, MessageHost& host, QWidget* parent);
+                 Program program, MessageHost& host, QWidget* parent);
 
     /// Shows the voices of the instrument of `channel` (0-15): its own tables and what it inherits,
     /// those of General MIDI where it has none.
@@ -70,9 +77,7 @@ private:
 
     const instruments::OutputTable& outputs_;
     instruments::VoiceTables& tables_;
-    Options optionsOf_;
-    Playing playing_;
-    Files files_;
+    Program program_;
     MessageHost& host_;
     Language language_;
     instruments::InstrumentId instrument_ = instruments::kGmSoundset;

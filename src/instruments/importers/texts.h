@@ -39,8 +39,8 @@ inline constexpr Text kInsLineTooLong{De{"Die Zeile ist zu lang (höchstens 4096
 inline constexpr Text kInsLine{De{"Die Zeile passt nicht in eine Instrumentdefinition."},
                                En{"The line does not belong into an instrument definition."}};
 inline constexpr Text kInsNoSection{
-    De{"Die Datei hat weder einen Abschnitt \".Patch Names\" noch \".Instrument Definitions\"."},
-    En{"The file has no section \".Patch Names\" or \".Instrument Definitions\"."}};
+    De{R"(Die Datei hat weder einen Abschnitt ".Patch Names" noch ".Instrument Definitions".)"},
+    En{R"(The file has no section ".Patch Names" or ".Instrument Definitions".)"}};
 inline constexpr Text kInsProgram{De{"Die Programmnummer muss eine ganze Zahl von 0 bis 127 sein."},
                                   En{"The program must be a whole number from 0 to 127."}};
 inline constexpr Text kInsBank{De{"Die Banknummer passt nicht zur Art der Bankwahl."},

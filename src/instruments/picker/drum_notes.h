@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "instruments/catalogue.h"
 #include "instruments/voices/voice.h"
@@ -45,7 +46,9 @@ private:
         Set set = Set::Gm;
         std::uint8_t msb = 0;
         std::uint8_t program = 0;
-        friend auto operator<=>(const KitKey&, const KitKey&) = default;
+        friend bool operator<(const KitKey& a, const KitKey& b) {
+            return std::tie(a.set, a.msb, a.program) < std::tie(b.set, b.msb, b.program);
+        }
     };
     using Names = std::array<std::string_view, 128>;
 

@@ -156,8 +156,8 @@ void PickerLists::SortIndices(std::vector<std::size_t>& indices) {
     if (descending_) {
         std::ranges::reverse(indices);
     }
-    std::ranges::stable_partition(
-        indices, [this](std::size_t index) { return hits_[index] == VoiceHit::Name; });
+    std::stable_partition(indices.begin(), indices.end(),
+                          [this](std::size_t index) { return hits_[index] == VoiceHit::Name; });
 }
 
 void PickerLists::ListSounds() {

@@ -32,11 +32,10 @@ std::optional<VoiceKey> KeyOfText(std::string_view text) {
         text.remove_prefix(1);
     }
     std::array<std::uint8_t, 3> numbers{};
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
+    for (std::uint8_t& number : numbers) {
         const std::string_view part = text.substr(0, text.find('.'));
-        const auto [end, error] =
-            std::from_chars(part.data(), part.data() + part.size(), numbers[i]);
-        if (error != std::errc() || end != part.data() + part.size() || numbers[i] > 127) {
+        const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), number);
+        if (error != std::errc() || end != part.data() + part.size() || number > 127) {
             return std::nullopt;
         }
         text.remove_prefix(std::min(part.size() + 1, text.size()));

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string_view>
+#include <tuple>
 
 namespace tracksmith::instruments {
 
@@ -17,7 +17,10 @@ struct VoiceNumbers {
     std::uint8_t program = 0;
 
     /// By MSB, then LSB, then program.
-    friend auto operator<=>(const VoiceNumbers&, const VoiceNumbers&) = default;
+    friend bool operator<(VoiceNumbers a, VoiceNumbers b) {
+        return std::tie(a.msb, a.lsb, a.program) < std::tie(b.msb, b.lsb, b.program);
+    }
+    friend bool operator==(VoiceNumbers, VoiceNumbers) = default;
 };
 
 /// One record of a voice table. The texts belong to the table and live as long as it does.
