@@ -13,17 +13,19 @@ bool IsOwnPort(std::string_view portName) {
     return portName.starts_with(':') || portName.starts_with('-');
 }
 
-std::vector<Client*>& Client::All() {
-    static std::vector<Client*> clients;
-    return clients;
+Client::Clients& Client::All() {
+    static Clients all;
+    return all;
 }
 
 void Client::CloseAllWhenOneIsLost() {
+    const std::lock_guard lock(All().mutex);
+    const std::vector<Client*>& clients = All().clients;
     const auto lost = [](const Client* client) { return client->Lost(); };
-    if (std::none_of(All().begin(), All().end(), lost)) {
+    if (std::none_of(clients.begin(), clients.end(), lost)) {
         return;
     }
-    for (Client* client : All()) {
+    for (Client* client : clients) {
         client->lost_.store(true, std::memory_order_release);
         client->Close();
     }
@@ -36,7 +38,10 @@ std::unique_ptr<Client> Client::Join(const std::string& name) {
 }
 
 Client::Client(jack_client_t* handle) : handle_(handle) {
-    All().push_back(this);
+    {
+        const std::lock_guard lock(All().mutex);
+        All().clients.push_back(this);
+    }
     jack_on_shutdown(
         handle_,
         [](void* self) {
@@ -46,7 +51,10 @@ Client::Client(jack_client_t* handle) : handle_(handle) {
 }
 
 Client::~Client() {
-    std::erase(All(), this);
+    {
+        const std::lock_guard lock(All().mutex);
+        std::erase(All().clients, this);
+    }
     Close();
 }
 

@@ -22,8 +22,7 @@ bool IsOwnPort(std::string_view portName);
 class Client {
 public:
     /// Joins the running server and never starts one; null when there is none. Takes a few
-    /// milliseconds either way, but for ever when the server is stopped. Like the destructor to be
-    /// called on one thread only.
+    /// milliseconds either way, but for ever when the server is stopped. Any thread.
     static std::unique_ptr<Client> Join(const std::string& name);
     Client(const Client&) = delete;
     Client& operator=(const Client&) = delete;
@@ -47,9 +46,15 @@ public:
     }
 
 private:
+    /// The clients of this process.
+    struct Clients {
+        std::mutex mutex;
+        std::vector<Client*> clients;
+    };
+
     explicit Client(jack_client_t* handle);
     void Close();
-    static std::vector<Client*>& All();
+    static Clients& All();
     static void CloseAllWhenOneIsLost();
 
     std::mutex using_;
