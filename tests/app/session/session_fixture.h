@@ -34,6 +34,7 @@ protected:
         session.StartPlayer({{{&driver, false}}, nullptr, "", host}, &settings.Store(),
                             std::move(stopwatch));
         session.AddListener(*this);
+        clock->awaitSending = [this] { AwaitSending(); };
     }
     ~SessionFixture() override { session.EndPlayer(); }
 
@@ -67,6 +68,7 @@ protected:
     /// Lets `ms` milliseconds pass and returns the keys of the notes that have begun.
     std::vector<int> Hear(std::int64_t ms) {
         clock->RunUntil(clock->ElapsedUs() + ms * 1000);
+        AwaitSending();
         system::DispatchMessages();
         std::vector<int> keys;
         for (const Received& message : driver.Take()) {
@@ -75,6 +77,9 @@ protected:
             }
         }
         return keys;
+    }
+    void AwaitSending() {
+        EXPECT_TRUE(session.Controls().Player().WaitUntilSent(std::chrono::seconds(20)));
     }
     Bytes Saved() {
         const auto bytes = session.Encoder().Format1(session.Song(), {}, host);

@@ -59,6 +59,7 @@ TEST_F(TransportTest, AnotherSongHasNoLoopNoTempoAndBeginsAtTheStart) {
     EXPECT_FALSE(session.Controls().Loop());
     EXPECT_EQ(session.Controls().Bpm(), 120);
     EXPECT_EQ(session.Controls().Tick(), 0);
+    AwaitSending();
     driver.Take();
     session.Controls().Play();
     EXPECT_EQ(Hear(2'500), (std::vector{70, 70, 70}));
