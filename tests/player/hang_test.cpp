@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "player_fixture.h"
 
 #include "player/texts.h"
@@ -168,6 +170,9 @@ TEST_F(HangTest, ChoosingAnotherOutputGoesOnWithoutTheHangingOne) {
               "200 B17800; 200 B17B00; 200 F043F7; 200 C005; 600 803C40; 600 814640; "
               "1000 903D40; 1100 803D40");
     Release();
+    while (State(0) != player::PortState::Lost) {
+        std::this_thread::yield();
+    }
     player->CheckPorts();
     EXPECT_TRUE(player->Stop());
 }
