@@ -12,30 +12,19 @@ constexpr int FamilyHead(int number) {
     return number & ~7;
 }
 
-std::uint8_t BankMsbAfterReset(SynthMode mode, bool drum) {
-    switch (mode) {
-        case SynthMode::Gm2:
-            return drum ? song::kGm2DrumBank : song::kGm2MelodyBank;
-        case SynthMode::Xg:
-            return drum ? song::kXgDrumBank : std::uint8_t{0};
-        default:
-            return 0;
-    }
-}
-
 } // namespace
 
 ChannelMap::ChannelMap(HasPreset hasPreset) : hasPreset_(std::move(hasPreset)) {
-    Reset(SynthMode::Gm);
+    Reset(song::SynthMode::Gm);
 }
 
-void ChannelMap::Reset(SynthMode mode) {
+void ChannelMap::Reset(song::SynthMode mode) {
     mode_ = mode;
     for (std::size_t channel = 0; channel < channels_.size(); ++channel) {
         ChannelState& state = channels_[channel];
         state = {};
         state.voice.drum = channel == song::kDrumChannel;
-        state.bankMsb = BankMsbAfterReset(mode, state.voice.drum);
+        state.bankMsb = song::BankMsbAfterReset(mode, state.voice.drum);
         Resolve(state, 0);
     }
 }
@@ -55,11 +44,11 @@ const ChannelVoice& ChannelMap::ChangeProgram(std::uint8_t channel, std::uint8_t
     return state.voice;
 }
 
-const ChannelVoice& ChannelMap::SetRhythmPart(RhythmPart part) {
+const ChannelVoice& ChannelMap::SetRhythmPart(song::RhythmPart part) {
     ChannelState& state = State(part.channel);
     if (state.voice.drum != part.drum) {
         state.voice.drum = part.drum;
-        state.bankMsb = BankMsbAfterReset(mode_, part.drum);
+        state.bankMsb = song::BankMsbAfterReset(mode_, part.drum);
         state.bankLsb = 0;
         Resolve(state, 0);
     }
@@ -68,10 +57,10 @@ const ChannelVoice& ChannelMap::SetRhythmPart(RhythmPart part) {
 
 /// In GM2 and XG the bank select decides, in GM and GS the part keeps what it is.
 bool ChannelMap::IsDrum(const ChannelState& state) const {
-    if (mode_ == SynthMode::Xg) {
+    if (mode_ == song::SynthMode::Xg) {
         return state.bankMsb == song::kXgDrumBank || state.bankMsb == song::kXgEffectKitBank;
     }
-    if (mode_ == SynthMode::Gm2 &&
+    if (mode_ == song::SynthMode::Gm2 &&
         (state.bankMsb == song::kGm2DrumBank || state.bankMsb == song::kGm2MelodyBank)) {
         return state.bankMsb == song::kGm2DrumBank;
     }
@@ -82,11 +71,11 @@ bool ChannelMap::IsDrum(const ChannelState& state) const {
 /// SoundFont number stands for.
 int ChannelMap::MelodyBank(const ChannelState& state) const {
     switch (mode_) {
-        case SynthMode::Gs:
+        case song::SynthMode::Gs:
             return state.bankMsb;
-        case SynthMode::Gm2:
+        case song::SynthMode::Gm2:
             return state.bankMsb == song::kGm2MelodyBank ? state.bankLsb : -1;
-        case SynthMode::Xg:
+        case song::SynthMode::Xg:
             if (state.bankMsb == song::kXgEffectVoiceBank) {
                 return song::kXgEffectVoiceBank;
             }
@@ -100,7 +89,8 @@ int ChannelMap::MelodyBank(const ChannelState& state) const {
 std::vector<ChannelMap::Preset> ChannelMap::Candidates(const ChannelState& state,
                                                        int program) const {
     if (state.voice.drum) {
-        const bool effects = mode_ == SynthMode::Xg && state.bankMsb == song::kXgEffectKitBank;
+        const bool effects =
+            mode_ == song::SynthMode::Xg && state.bankMsb == song::kXgEffectKitBank;
         return {{effects ? -1 : kDrumBank, program},
                 {kDrumBank, program},
                 {kDrumBank, FamilyHead(program)},
@@ -108,7 +98,7 @@ std::vector<ChannelMap::Preset> ChannelMap::Candidates(const ChannelState& state
     }
     const int bank = MelodyBank(state);
     std::vector<Preset> list{{bank, program}};
-    if (mode_ == SynthMode::Gs) {
+    if (mode_ == song::SynthMode::Gs) {
         list.push_back({FamilyHead(bank), program});
     }
     list.insert(list.end(), {{0, program}, {0, FamilyHead(program)}, {0, 0}});

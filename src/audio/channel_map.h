@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "audio/mode_message.h"
+#include "song/mode_message.h"
 
 namespace tracksmith::audio {
 
@@ -34,7 +34,7 @@ public:
     explicit ChannelMap(HasPreset hasPreset);
 
     /// Puts all channels into the state that follows a reset to `mode`.
-    void Reset(SynthMode mode);
+    void Reset(song::SynthMode mode);
 
     /// Keeps a bank select (controller 0 and 32) for the next program change.
     void SelectBankMsb(std::uint8_t channel, std::uint8_t value);
@@ -44,10 +44,10 @@ public:
     const ChannelVoice& ChangeProgram(std::uint8_t channel, std::uint8_t program);
 
     /// Makes a channel a drum or melody part; its voice becomes the first one if that changes it.
-    const ChannelVoice& SetRhythmPart(RhythmPart part);
+    const ChannelVoice& SetRhythmPart(song::RhythmPart part);
 
     const ChannelVoice& Voice(std::uint8_t channel) const { return State(channel).voice; }
-    SynthMode Mode() const { return mode_; }
+    song::SynthMode Mode() const { return mode_; }
 
 private:
     struct ChannelState {
@@ -68,7 +68,7 @@ private:
     void Resolve(ChannelState& state, int program);
 
     HasPreset hasPreset_;
-    SynthMode mode_ = SynthMode::Gm;
+    song::SynthMode mode_ = song::SynthMode::Gm;
     std::array<ChannelState, 16> channels_{};
 };
 

@@ -3,24 +3,11 @@
 #include "song/midi_numbers.h"
 
 namespace tracksmith::audio {
-namespace {
-
-std::span<const std::uint8_t> WithoutFrame(std::span<const std::uint8_t> message) {
-    if (!message.empty() && message.front() == 0xF0) {
-        message = message.subspan(1);
-    }
-    if (!message.empty() && message.back() == 0xF7) {
-        message = message.first(message.size() - 1);
-    }
-    return message;
-}
-
-} // namespace
 
 SynthAdapter::SynthAdapter(SoftSynth& synth)
     : synth_(synth),
       map_([&synth](int bank, int program) { return synth.HasPreset(bank, program); }) {
-    Reset(SynthMode::Gm);
+    Reset(song::SynthMode::Gm);
 }
 
 void SynthAdapter::SendShort(std::uint8_t status, std::uint8_t data1, std::uint8_t data2) {
@@ -71,10 +58,10 @@ void SynthAdapter::SendController(std::uint8_t channel, std::uint8_t number, std
 }
 
 void SynthAdapter::SendSysex(std::span<const std::uint8_t> message) {
-    const std::span<const std::uint8_t> body = WithoutFrame(message);
-    if (const auto mode = ModeOfReset(body)) {
+    const std::span<const std::uint8_t> body = song::WithoutFrame(message);
+    if (const auto mode = song::ModeOfReset(body)) {
         Reset(*mode);
-    } else if (const auto part = RhythmPartOf(body)) {
+    } else if (const auto part = song::RhythmPartOf(body)) {
         map_.SetRhythmPart(*part);
         Apply(part->channel);
     } else if (!body.empty()) {
@@ -83,7 +70,7 @@ void SynthAdapter::SendSysex(std::span<const std::uint8_t> message) {
     }
 }
 
-void SynthAdapter::Reset(SynthMode mode) {
+void SynthAdapter::Reset(song::SynthMode mode) {
     fluid_synth_system_reset(synth_.Get());
     map_.Reset(mode);
     for (std::uint8_t channel = 0; channel < song::kMidiChannels; ++channel) {

@@ -24,12 +24,12 @@ public:
     void SendSysex(std::span<const std::uint8_t> message);
 
     /// Silences everything and puts the instrument into the state after a reset to `mode`.
-    void Reset(SynthMode mode);
+    void Reset(song::SynthMode mode);
 
     /// Lets go of all keys and pedals; the notes die away.
     void ReleaseAll();
 
-    SynthMode Mode() const { return map_.Mode(); }
+    song::SynthMode Mode() const { return map_.Mode(); }
     /// What `channel` (0-15) plays.
     const ChannelVoice& Voice(std::uint8_t channel) const { return map_.Voice(channel); }
 

@@ -27,6 +27,8 @@ set(SOURCES
   midi_file_writer.cpp
   midi_file_writer.h
   midi_numbers.h
+  mode_message.cpp
+  mode_message.h
   note_overview.cpp
   note_overview.h
   parameter_list.cpp

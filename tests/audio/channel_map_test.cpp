@@ -14,6 +14,8 @@ void PrintTo(const ChannelVoice& voice, std::ostream* out) {
 
 namespace {
 
+using song::SynthMode;
+
 /// A SoundFont with bank 0, program 4 in the banks 3, 8 and 64, and the kits 0, 8 and 25.
 bool HasPreset(int bank, int program) {
     static const std::set<std::pair<int, int>> kOthers{{3, 4},   {8, 4},   {64, 4},

@@ -9,6 +9,8 @@
 namespace tracksmith::audio {
 namespace {
 
+using song::SynthMode;
+
 using Bytes = std::vector<std::uint8_t>;
 
 struct ResetCase {

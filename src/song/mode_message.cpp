@@ -1,10 +1,12 @@
-#include "audio/mode_message.h"
+#include "song/mode_message.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
-namespace tracksmith::audio {
+#include "song/midi_numbers.h"
+
+namespace tracksmith::song {
 namespace {
 
 using Bytes = std::span<const std::uint8_t>;
@@ -50,6 +52,16 @@ std::uint8_t ChannelOfGsPart(std::uint8_t part) {
 
 } // namespace
 
+Bytes WithoutFrame(Bytes message) {
+    if (!message.empty() && message.front() == 0xF0) {
+        message = message.subspan(1);
+    }
+    if (!message.empty() && message.back() == 0xF7) {
+        message = message.first(message.size() - 1);
+    }
+    return message;
+}
+
 std::optional<SynthMode> ModeOfReset(Bytes sysex) {
     if (sysex.size() >= 4 && sysex[0] == 0x7E && sysex[2] == 0x09) {
         if (sysex[3] == 0x01) {
@@ -68,6 +80,17 @@ std::optional<SynthMode> ModeOfReset(Bytes sysex) {
     return std::nullopt;
 }
 
+std::uint8_t BankMsbAfterReset(SynthMode mode, bool drum) {
+    switch (mode) {
+        case SynthMode::Gm2:
+            return drum ? kGm2DrumBank : kGm2MelodyBank;
+        case SynthMode::Xg:
+            return drum ? kXgDrumBank : std::uint8_t{0};
+        default:
+            return 0;
+    }
+}
+
 std::optional<RhythmPart> RhythmPartOf(Bytes sysex) {
     const Bytes gs = GsBody(sysex);
     if (gs.size() == 4 && gs[0] == 0x40 && (gs[1] & 0xF0) == 0x10 && gs[2] == 0x15) {
@@ -81,4 +104,4 @@ std::optional<RhythmPart> RhythmPartOf(Bytes sysex) {
     return std::nullopt;
 }
 
-} // namespace tracksmith::audio
+} // namespace tracksmith::song
