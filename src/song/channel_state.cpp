@@ -20,12 +20,15 @@ void PutBack(Setting& setting, std::uint16_t value) {
 } // namespace
 
 void ChannelControls::Take(ConstEventLink event) {
-    if (event->length <= 0) {
-        return;
+    if (event->length > 0) {
+        Take(event->Command(), ReadShared(event->data1) & 0x7F, ReadShared(event->data2) & 0x7F,
+             event);
     }
-    const auto data1 = static_cast<std::uint8_t>(ReadShared(event->data1) & 0x7F);
-    const auto data2 = static_cast<std::uint8_t>(ReadShared(event->data2) & 0x7F);
-    switch (event->Command()) {
+}
+
+void ChannelControls::Take(std::uint8_t command, std::uint8_t data1, std::uint8_t data2,
+                           ConstEventLink event) {
+    switch (command) {
         case kControlChange:
             TakeController(event, data1, data2);
             break;
@@ -83,14 +86,25 @@ ParameterNumber ChannelControls::Selected() const {
 }
 
 void ChannelState::Take(ConstEventLink event) {
-    ChannelControls::Take(event);
-    const std::uint8_t controller = ReadShared(event->data1) & 0x7F;
-    const bool dataEntry = controller == kDataMsb || controller == kDataLsb;
-    const ParameterNumber selected = Selected();
-    if (event->Command() == kControlChange && dataEntry && event->length > 0 &&
-        selected.Selects()) {
-        parameters.Enter(selected, controller == kDataMsb, controllers.at(controller));
+    if (event->length > 0) {
+        Take(event->Command(), ReadShared(event->data1) & 0x7F, ReadShared(event->data2) & 0x7F,
+             event);
     }
+}
+
+void ChannelState::Take(std::uint8_t command, std::uint8_t data1, std::uint8_t data2,
+                        ConstEventLink event) {
+    ChannelControls::Take(command, data1, data2, event);
+    const bool dataEntry = data1 == kDataMsb || data1 == kDataLsb;
+    const ParameterNumber selected = Selected();
+    if (command == kControlChange && dataEntry && selected.Selects()) {
+        parameters.Enter(selected, data1 == kDataMsb, controllers.at(data1));
+    }
+}
+
+void ChannelState::Clear() {
+    static_cast<ChannelControls&>(*this) = {};
+    parameters.Clear();
 }
 
 } // namespace tracksmith::song

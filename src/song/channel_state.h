@@ -30,6 +30,8 @@ struct ChannelControls {
     /// Takes the next event of the channel in playing order. Notes, key pressure and removed events
     /// set nothing. Data bytes may be written by another thread meanwhile.
     void Take(ConstEventLink event);
+    /// Takes a channel message, `command` without the channel; null for a message of no event.
+    void Take(std::uint8_t command, std::uint8_t data1, std::uint8_t data2, ConstEventLink event);
 
     /// The parameter that data entry goes to; none unless both bytes of its number are known.
     ParameterNumber Selected() const;
@@ -43,8 +45,13 @@ private:
 struct ChannelState : ChannelControls {
     ParameterList parameters;
 
-    /// As that of ChannelControls; data entry too. Throws std::bad_alloc.
+    /// As those of ChannelControls; data entry too. Throws std::bad_alloc where the list of
+    /// parameters has no room.
     void Take(ConstEventLink event);
+    void Take(std::uint8_t command, std::uint8_t data1, std::uint8_t data2, ConstEventLink event);
+
+    /// A reset of the whole instrument: nothing is set any more.
+    void Clear();
 };
 
 } // namespace tracksmith::song

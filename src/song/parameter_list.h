@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 #include "song/event_link.h"
@@ -41,31 +40,55 @@ struct ParameterSetting {
     Setting dataLsb;
 };
 
-/// The parameters of a channel in the order in which they were last entered.
+/// The parameters of a channel in the order in which they were last entered. Copying into a list
+/// that has room for as many allocates nothing.
 class ParameterList {
 public:
-    /// A data entry (controller 6 when `msb`, else 38) for a parameter. Throws std::bad_alloc.
+    /// Makes room for so many parameters: until there are more, Enter allocates nothing. Throws
+    /// std::bad_alloc.
+    void Reserve(std::size_t parameters);
+
+    /// A data entry (controller 6 when `msb`, else 38) for a parameter. Throws std::bad_alloc where
+    /// there is no room.
     void Enter(ParameterNumber number, bool msb, Setting value);
+
+    /// Forgets all parameters and keeps the room.
+    void Clear();
 
     /// Null where nothing was entered for the parameter.
     const ParameterSetting* Find(ParameterNumber number) const;
 
+    std::size_t Count() const { return entries_.size(); }
+
     /// Calls `visit(const ParameterSetting&)` for each.
     template <typename Visit>
     void ForEach(Visit visit) const {
-        for (const ParameterSetting& entry : entries_) {
-            if (entry.number.Selects()) {
-                visit(entry);
-            }
+        for (std::uint16_t place = first_; place != kNone; place = entries_[place].after) {
+            visit(entries_[place].setting);
         }
     }
 
 private:
-    void DropGaps();
+    // Above the number of parameters that there are.
+    static constexpr std::uint16_t kNone = 0xFFFF;
 
-    // An entry that was entered again leaves a gap, one without a number, and goes to the end.
-    std::vector<ParameterSetting> entries_;
-    std::unordered_map<std::uint16_t, std::size_t> places_;
+    // Linked in their order.
+    struct Entry {
+        ParameterSetting setting;
+        std::uint16_t before = kNone;
+        std::uint16_t after = kNone;
+    };
+
+    std::size_t SlotOf(ParameterNumber number) const;
+    void MakeSlots(std::size_t parameters);
+    void Unlink(std::uint16_t place);
+    void Append(std::uint16_t place);
+
+    std::vector<Entry> entries_;
+    // A hash table of places in entries_, a power of two of them and never more than half full.
+    std::vector<std::uint16_t> slots_;
+    std::uint16_t first_ = kNone;
+    std::uint16_t last_ = kNone;
 };
 
 } // namespace tracksmith::song
