@@ -1,14 +1,42 @@
 #include "player/dispatch.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "player/chase.h"
 #include "song/song_position.h"
 #include "song/time_map.h"
 
 namespace tracksmith::player {
 
 std::int64_t Dispatcher::Pass(PassState& pass) noexcept {
+    if (!Prepared(pass)) {
+        return kGivenUp;
+    }
+    if (preparation_.HoldsMusic()) {
+        return preparation_.NextUs();
+    }
+    const std::int64_t next = PlayDue(pass);
+    return preparation_.Active() && next >= 0 ? std::min(next, preparation_.NextUs()) : next;
+}
+
+// Goes on with what is being prepared. False when the pass was given up.
+bool Dispatcher::Prepared(PassState& pass) noexcept {
+    const bool held = preparation_.HoldsMusic();
+    if (preparation_.Active() && !preparation_.Step(position_.NowUs(), &pass)) {
+        return false;
+    }
+    if (held && !preparation_.HoldsMusic()) {
+        position_.Run();
+    }
+    return true;
+}
+
+void Dispatcher::Prepare(PreparationPlan plan) {
+    preparation_.Begin(std::move(plan));
+    static_cast<void>(preparation_.Step(position_.NowUs(), nullptr));
+}
+
+std::int64_t Dispatcher::PlayDue(PassState& pass) noexcept {
     const std::int64_t positionMs = position_.Ms();
     const bool looping = loop_.Active();
     // A pass that comes late plays nothing from behind the loop.
@@ -49,11 +77,13 @@ bool Dispatcher::JumpToLoopStart(PassState& pass) noexcept {
         track.cursor = track.loopCursor;
     }
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        inEffect_.Set(channel, loopStart_[channel]);
+        inEffect_.Set(channel, loopStart_.controls[channel]);
     }
+    keeper_.Set(loopStart_.channels);
     position_.MoveTo(loop_.startMs * 1000);
     FillQueue();
-    return sender_.SilenceAll(&pass);
+    return sender_.SilenceAll(&pass) &&
+           sender_.BringPorts(PortSet().set(), Extent::Difference, &pass);
 }
 
 std::int64_t Dispatcher::NextMoment() const noexcept {
@@ -98,8 +128,7 @@ void Dispatcher::SetLoop(bool on, std::int32_t startTick, std::int32_t endTick) 
         track.loopCursor = FirstDue(track, loop_.startMs);
     }
     if (loop_.on) {
-        const ChaseMemory memory = CollectChase(song_, &song::Track::loopCursor);
-        std::copy(memory.channels.begin(), memory.channels.end(), loopStart_.begin());
+        loopStart_ = CollectChase(song_, sender_.Rules(), &song::Track::loopCursor);
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 #include "player/channels_in_effect.h"
@@ -8,6 +7,7 @@
 #include "player/event_sender.h"
 #include "player/pass_state.h"
 #include "player/play_position.h"
+#include "player/preparation.h"
 #include "player/stopwatch.h"
 #include "song/song.h"
 
@@ -41,8 +41,13 @@ struct PlayLoop {
 class Dispatcher {
 public:
     Dispatcher(song::Song& song, PlayPosition& position, EventSender& sender,
-               ChannelsInEffect& inEffect)
-        : song_(song), position_(position), sender_(sender), inEffect_(inEffect) {}
+               ChannelsInEffect& inEffect, StateKeeper& keeper)
+        : song_(song),
+          position_(position),
+          sender_(sender),
+          inEffect_(inEffect),
+          keeper_(keeper),
+          preparation_(sender) {}
 
     /// Sends all events that are due now. Returns the moment on the stopwatch (microseconds) when
     /// something is to be done next, kSongOver or kGivenUp. Ends early when passes are forbidden
@@ -61,7 +66,15 @@ public:
     /// Largest event time in milliseconds.
     std::int64_t SongEndTime() const { return songEndTime_; }
 
+    /// Begins to prepare ports: what needs no pause is sent at once, the rest by the passes. The
+    /// position is not to run while music waits. Throws std::bad_alloc.
+    void Prepare(PreparationPlan plan);
+    Preparation& Preparing() { return preparation_; }
+    const Preparation& Preparing() const { return preparation_; }
+
 private:
+    bool Prepared(PassState& pass) noexcept;
+    std::int64_t PlayDue(PassState& pass) noexcept;
     void FillQueue() noexcept;
     bool SendFirst(PassState& pass) noexcept;
     bool JumpToLoopStart(PassState& pass) noexcept;
@@ -73,10 +86,12 @@ private:
     PlayPosition& position_;
     EventSender& sender_;
     ChannelsInEffect& inEffect_;
+    StateKeeper& keeper_;
+    Preparation preparation_;
     DueQueue queue_;
     PlayLoop loop_;
     // What is in effect at the loop's start.
-    std::array<song::ChannelControls, kChannels> loopStart_;
+    ChaseMemory loopStart_;
     std::int64_t songEndTime_ = 0;
 };
 

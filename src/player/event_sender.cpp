@@ -18,8 +18,11 @@ bool EventSender::Send(song::Track& track, song::EventLink event, PassState& pas
     if (event->IsChannelMessage()) {
         return SendChannelEvent(track, event, pass);
     }
-    return song::ReadShared(track.muted) != 0 || !MayBeSent(*event) ||
-           ports_.SendSysexNow(routing_.Port(0), event->status, event->Payload(), pass);
+    if (song::ReadShared(track.muted) != 0 || !MayBeSent(*event)) {
+        return true;
+    }
+    keeper_.PassSysex(*event);
+    return ports_.SendSysexNow(routing_.Port(0), event->status, event->Payload(), pass);
 }
 
 bool EventSender::MayBeSent(const song::MidiEvent& sysex) const noexcept {
@@ -27,10 +30,56 @@ bool EventSender::MayBeSent(const song::MidiEvent& sysex) const noexcept {
     return kind && !suppressSysex_ && !sysex.Payload().empty();
 }
 
-void EventSender::SendSysex(const song::MidiEvent& event) const noexcept {
-    if (MayBeSent(event)) {
-        ports_.SendSysex(routing_.Port(0), event.status, event.Payload());
+ChaseRules EventSender::Rules() const noexcept {
+    ChaseRules rules{!suppressSysex_, 0};
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        if (routing_.Port(channel) == routing_.Port(0)) {
+            rules.channels |= 1U << channel;
+        }
     }
+    return rules;
+}
+
+bool EventSender::Withheld(std::size_t channel) const noexcept {
+    const std::size_t port = routing_.Port(channel);
+    return port < withheld_.size() && withheld_[port];
+}
+
+bool EventSender::SendSetUp(const song::MidiEvent& event, const PortSet& ports,
+                            PassState* pass) const noexcept {
+    for (std::size_t port = 0; MayBeSent(event) && port < ports_.Count(); ++port) {
+        if (!ports[port]) {
+            continue;
+        }
+        keeper_.SentSysex(port, event);
+        if (pass == nullptr) {
+            ports_.SendSysex(port, event.status, event.Payload());
+        } else if (!ports_.SendSysexNow(port, event.status, event.Payload(), *pass)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Everything is composed before the first driver is called.
+bool EventSender::BringChannel(std::size_t channel, Extent extent, PassState* pass) const noexcept {
+    for (const ChannelMessage& message : keeper_.Bring(channel, extent)) {
+        keeper_.Sent(channel, message);
+        if (!Put(channel, message.command, message.data1, message.data2, pass) && pass != nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool EventSender::BringPorts(const PortSet& ports, Extent extent, PassState* pass) const noexcept {
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        const std::size_t port = routing_.Port(channel);
+        if (port < ports.size() && ports[port] && !BringChannel(channel, extent, pass)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool EventSender::SendChannelEvent(song::Track& track, song::EventLink event,
@@ -42,14 +91,26 @@ bool EventSender::SendChannelEvent(song::Track& track, song::EventLink event,
     const bool trackAudible = song::ReadShared(track.muted) == 0;
     if (command >= song::kControlChange && trackAudible) {
         inEffect_.Take(event);
+        keeper_.Pass(event);
     }
-    bool audible = trackAudible && routing_.Audible(channel);
+    bool audible = trackAudible && routing_.Audible(channel) && !Withheld(channel);
     if (IsNote(command)) {
         const auto note = NoteToSend(channel, command, data1, data2, audible);
         audible = note.has_value();
         data1 = note.value_or(data1);
     }
-    return !audible || Put(channel, command, data1, data2, &pass);
+    if (!audible) {
+        return true;
+    }
+    const bool sets = command >= song::kControlChange;
+    if ((sets || (command == song::kNoteOn && data2 > 0)) && keeper_.Stale(channel) &&
+        !BringChannel(channel, Extent::Difference, &pass)) {
+        return false;
+    }
+    if (sets) {
+        keeper_.Sent(channel, {command, data1, data2});
+    }
+    return Put(channel, command, data1, data2, &pass);
 }
 
 // A note that began before its channel or track was muted still ends.
@@ -73,12 +134,13 @@ std::optional<std::uint8_t> EventSender::NoteToSend(std::size_t channel, std::ui
 void EventSender::EndNote(std::size_t channel, std::uint8_t key) noexcept {
     constexpr std::uint8_t kReleaseVelocity = 64;
     if (const auto note = NoteToSend(channel, song::kNoteOff, key, kReleaseVelocity, false)) {
-        SendChannel(channel, song::kNoteOff, *note, kReleaseVelocity);
+        Put(channel, song::kNoteOff, *note, kReleaseVelocity, nullptr);
     }
 }
 
 bool EventSender::SendChannel(std::size_t channel, std::uint8_t command, std::uint8_t data1,
                               std::uint8_t data2) const noexcept {
+    keeper_.Touch(channel);
     return Put(channel, command, data1, data2, nullptr);
 }
 

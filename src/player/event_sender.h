@@ -10,6 +10,7 @@
 #include "player/drum_notes.h"
 #include "player/output_ports.h"
 #include "player/routing.h"
+#include "player/state_keeper.h"
 #include "song/song.h"
 
 namespace tracksmith::player {
@@ -19,8 +20,12 @@ namespace tracksmith::player {
 class EventSender {
 public:
     EventSender(const Routing& routing, const OutputPorts& ports, ChannelActivity& activity,
-                ChannelsInEffect& inEffect)
-        : routing_(routing), ports_(ports), activity_(activity), inEffect_(inEffect) {}
+                ChannelsInEffect& inEffect, StateKeeper& keeper)
+        : routing_(routing),
+          ports_(ports),
+          activity_(activity),
+          inEffect_(inEffect),
+          keeper_(keeper) {}
 
     /// Sends what is to be sent of an event that is due. Playback thread. False when the pass was
     /// given up meanwhile: then nothing may be touched any more.
@@ -30,8 +35,18 @@ public:
     /// status byte whose channel does not count. False when the port does not take it.
     bool SendChannel(std::size_t channel, std::uint8_t command, std::uint8_t data1,
                      std::uint8_t data2) const noexcept;
-    /// Sends a stored system-exclusive event to the port of channel 1, unless they are suppressed.
-    void SendSysex(const song::MidiEvent& event) const noexcept;
+    /// Sends a set-up message to the ports, unless they are suppressed. Within a pass false when
+    /// that was given up meanwhile, as with the two that follow.
+    [[nodiscard]] bool SendSetUp(const song::MidiEvent& event, const PortSet& ports,
+                                 PassState* pass = nullptr) const noexcept;
+    /// Brings the device of a source channel (0-15) into the state of the song.
+    [[nodiscard]] bool BringChannel(std::size_t channel, Extent extent,
+                                    PassState* pass = nullptr) const noexcept;
+    /// The same for all channels that go to one of the ports.
+    [[nodiscard]] bool BringPorts(const PortSet& ports, Extent extent,
+                                  PassState* pass = nullptr) const noexcept;
+    /// Channels that go to these ports are not heard; only while no pass of another thread runs.
+    void WithholdFrom(const PortSet& ports) noexcept { withheld_ = ports; }
     /// Ends a note of the song (key 0-127) when it sounds.
     void EndNote(std::size_t channel, std::uint8_t key) noexcept;
     /// All Sound Off and All Notes Off to one channel or to all; nothing sounds there any more.
@@ -43,8 +58,11 @@ public:
 
     /// System-exclusive messages are not sent while on. Any thread.
     void SuppressSysex(bool on) { suppressSysex_ = on; }
+    /// Which channels the system-exclusive messages of the song reach.
+    ChaseRules Rules() const noexcept;
     /// The open drum editor's notes; only while no pass runs.
     void SetDrumNotes(const DrumNotes& notes) { drumNotes_ = notes; }
+    const DrumNotes& OpenDrumNotes() const { return drumNotes_; }
 
 private:
     bool SendChannelEvent(song::Track& track, song::EventLink event, PassState& pass) noexcept;
@@ -52,6 +70,7 @@ private:
                                            std::uint8_t key, std::uint8_t velocity,
                                            bool audible) noexcept;
     bool MayBeSent(const song::MidiEvent& sysex) const noexcept;
+    bool Withheld(std::size_t channel) const noexcept;
     bool Put(std::size_t channel, std::uint8_t command, std::uint8_t data1, std::uint8_t data2,
              PassState* pass) const noexcept;
 
@@ -59,6 +78,8 @@ private:
     const OutputPorts& ports_;
     ChannelActivity& activity_;
     ChannelsInEffect& inEffect_;
+    StateKeeper& keeper_;
+    PortSet withheld_;
     DrumNotes drumNotes_;
     std::atomic<bool> suppressSysex_ = false;
 };

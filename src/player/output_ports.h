@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <bitset>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -32,11 +33,14 @@ struct OutputDevice {
     std::uint32_t timesLost = 0;
 };
 
+/// A set of ports, by their indexes.
+using PortSet = std::bitset<64>;
+
 /// All output ports. New devices are added behind the others, none is taken away. Sending is for
 /// any thread, the rest for the owner's.
 class OutputPorts {
 public:
-    static constexpr std::size_t kMostPorts = 64;
+    static constexpr std::size_t kMostPorts = PortSet().size();
 
     /// `onTrouble` is called from any thread when a port has trouble to be told.
     OutputPorts(std::shared_ptr<const Stopwatch> stopwatch, std::function<void()> onTrouble);

@@ -34,6 +34,8 @@ public:
     PlayPlace Place() const;
     /// The stopwatch's time (microseconds) at which `positionMs` is reached; only while it runs.
     std::int64_t MomentOf(std::int64_t positionMs) const;
+    /// The stopwatch's time.
+    std::int64_t NowUs() const { return stopwatch_.ElapsedUs(); }
 
     /// Lets the position run on from where it stands, or rest.
     void Run();

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "player/chase.h"
-#include "player/chase_messages.h"
+#include "player/texts.h"
 #include "song/time_map.h"
 
 namespace tracksmith::player {
@@ -12,6 +12,9 @@ namespace {
 
 // How long a tempo change waits for the pass that carries it out.
 constexpr std::chrono::milliseconds kTempoPatience{50};
+
+// Longest wait for an instrument that needs no word.
+constexpr std::int64_t kUnnoticedMs = 300;
 
 std::shared_ptr<const song::TimeMap> MapOf(song::TimeMap map) {
     return std::make_shared<const song::TimeMap>(std::move(map));
@@ -26,8 +29,9 @@ TMidiPlayer::TMidiPlayer(song::Song& song, std::unique_ptr<Stopwatch> stopwatch)
       poster_(std::make_unique<system::MessagePoster>(
           [this](std::uint32_t notice) { OnNotice(notice); })),
       ports_(stopwatch_, [this] { poster_->Post(PortTrouble); }),
-      sender_(routing_, ports_, activity_, inEffect_),
-      dispatcher_(song, position_, sender_, inEffect_),
+      keeper_(routing_),
+      sender_(routing_, ports_, activity_, inEffect_, keeper_),
+      dispatcher_(song, position_, sender_, inEffect_, keeper_),
       thread_(
           stopwatch_, [this](PassState& pass) { return PlayMidiData(pass); },
           [this] { poster_->Post(HangOver); }) {}
@@ -108,6 +112,11 @@ void TMidiPlayer::TakeSongOver(bool edited) {
         tempoEvents_.Rewrite(tempoOffset_);
         song::RetimeSong(song_, song::MovedTimeMap(song_, tempoOffset_));
     }
+    if (edited) {
+        dispatcher_.Preparing().Cancel();
+    }
+    keeper_.MakeRoom(song_);
+    keeper_.ForgetSetUps(PortSet().set());
     const PlayLoop loop = dispatcher_.Loop();
     dispatcher_.SetLoop(loop.on, loop.startTick, loop.endTick);
     const std::int64_t us = std::min(position_.Us(), dispatcher_.SongEndTime() * 1000);
@@ -120,6 +129,9 @@ PlayResult TMidiPlayer::Play() {
     if (!Playing()) {
         if (!PreparePlay()) {
             return {};
+        }
+        if (dispatcher_.Preparing().LeftMs() > kUnnoticedMs) {
+            Tell(std::string(texts::kPreparing.In(host_->CurrentLanguage())));
         }
         StartPlay();
     }
@@ -135,10 +147,9 @@ bool TMidiPlayer::PreparePlay() {
         position_.MoveTo(0);
     }
     OpenPorts(routing_.Ports());
-    FindCursors(position_.Us());
-    if (position_.Us() > 0) {
-        InitializeRealtimeData();
-    }
+    dispatcher_.Preparing().Cancel();
+    keeper_.ForgetSetUps(PortSet().set());
+    BringToPlace(FindCursors(position_.Us()));
     return true;
 }
 
@@ -147,7 +158,9 @@ void TMidiPlayer::StartPlay() {
     if (listener_.onPlaying) {
         listener_.onPlaying(true);
     }
-    position_.Run();
+    if (!dispatcher_.Preparing().HoldsMusic()) {
+        position_.Run();
+    }
     thread_.AllowPasses();
     TraceMIDIProc("PLAY started !!!!!!!!!!!!!!!!!!!!!!!!!!!!!");
 }
@@ -155,6 +168,7 @@ void TMidiPlayer::StartPlay() {
 bool TMidiPlayer::Stop() {
     const bool ended = thread_.Passes().Forbid(PassHold::kPatience, true).ended;
     position_.Rest();
+    dispatcher_.Preparing().Cancel();
     EndSound();
     WaitUntilSent(sendPatience_);
     if (playing_.exchange(false) && listener_.onPlaying) {
@@ -165,13 +179,33 @@ bool TMidiPlayer::Stop() {
 }
 
 // What was due at a fraction of a millisecond before `us` has been sent already.
-void TMidiPlayer::FindCursors(std::int64_t us) {
+std::vector<SetUpMessage> TMidiPlayer::FindCursors(std::int64_t us) {
     SeekCursors(song_, (us + 999) / 1000);
     dispatcher_.CursorsMoved();
-    const ChaseMemory memory = CollectChase(song_);
+    ChaseMemory memory = Chase();
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        inEffect_.Set(channel, memory.channels[channel]);
+        inEffect_.Set(channel, memory.controls[channel]);
     }
+    keeper_.Set(memory.channels);
+    return std::move(memory.setUp);
+}
+
+ChaseMemory TMidiPlayer::Chase() const {
+    return CollectChase(song_, sender_.Rules());
+}
+
+// The port of the set-up messages may have had some of them, and nothing else since.
+void TMidiPlayer::BringToPlace(std::vector<SetUpMessage> setUp) {
+    keeper_.MakeRoomForPorts();
+    const std::size_t port = routing_.Port(0);
+    const PortSet ports = InUse({port});
+    const auto had = static_cast<std::ptrdiff_t>(
+        dispatcher_.Preparing().Active() ? 0 : keeper_.SetUpsHad(port, setUp));
+    if (had == 0) {
+        keeper_.ForgetSetUps(ports);
+    }
+    setUp.erase(setUp.begin(), setUp.begin() + had);
+    dispatcher_.Prepare({std::move(setUp), ports, PortSet().set(), Extent::Everything, true});
 }
 
 bool TMidiPlayer::MoveToTimePosition(std::int64_t ms) {
@@ -187,11 +221,12 @@ bool TMidiPlayer::MoveTo(std::int64_t ms) {
     if (hold.WasPlaying()) {
         sender_.SilenceAll();
     }
-    FindCursors(ms * 1000);
-    if (hold.WasPlaying()) {
-        InitializeRealtimeData();
-    }
+    std::vector<SetUpMessage> setUp = FindCursors(ms * 1000);
     position_.MoveTo(ms * 1000);
+    if (hold.WasPlaying()) {
+        BringToPlace(std::move(setUp));
+        dispatcher_.Preparing().HoldsMusic() ? position_.Rest() : position_.Run();
+    }
     return true;
 }
 
@@ -200,11 +235,9 @@ void TMidiPlayer::InitializeRealtimeData() {
     if (!hold) {
         return;
     }
-    const ChaseMemory memory = CollectChase(song_);
-    SendSetUp(memory, sender_);
-    for (std::size_t channel = 0; channel < kChannels; ++channel) {
-        SendChannelChase(memory.channels[channel], channel, sender_);
-    }
+    ChaseMemory memory = Chase();
+    keeper_.Set(memory.channels);
+    BringToPlace(std::move(memory.setUp));
 }
 
 bool TMidiPlayer::SetTempoOffset(std::int32_t bpm) {

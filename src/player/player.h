@@ -26,6 +26,7 @@
 #include "player/play_position.h"
 #include "player/player_thread.h"
 #include "player/routing.h"
+#include "player/state_keeper.h"
 #include "player/stopwatch.h"
 #include "player/tempo_request.h"
 #include "song/practice_tempo.h"
@@ -103,11 +104,13 @@ public:
     /// it cannot be played yet, since a driver hangs; then the player has stopped.
     [[nodiscard]] bool RebuildAfterEdit();
 
-    /// PreparePlay and StartPlay. Does not play when there is nothing to play or a driver hangs.
+    /// PreparePlay and StartPlay; a wait for the instrument of over 0.3 s is told. Does not play
+    /// when there is nothing to play or a driver hangs.
     [[nodiscard]] PlayResult Play();
     /// Opens the ports, each once and telling of those that cannot be opened, finds the events at
-    /// the start position and sends what the events before it have set. False when there is nothing
-    /// to play or a driver hangs.
+    /// the start position and begins to bring the instruments into the state of that place: the
+    /// set-up messages with the pauses that they need, for which the music waits, then what is set
+    /// on the channels. False when there is nothing to play or a driver hangs.
     [[nodiscard]] bool PreparePlay();
     void StartPlay();
     /// Ends playing and everything that sounds. False when a pass hangs in a driver: then the song
@@ -116,8 +119,9 @@ public:
     /// Product name of the port whose driver hangs and holds up the player; empty when none does.
     /// A port that merely hangs by itself is told by OutputDevices.
     std::string HangingPort() const;
-    /// Moves to `ms` milliseconds, playing or not. Nothing happens behind the song's end or when
-    /// that is the position already. False: not now.
+    /// Moves to `ms` milliseconds, playing or not; while playing, the instruments are brought into
+    /// the state of that place before the music goes on. Nothing happens behind the song's end or
+    /// when that is the position already. False: not now.
     [[nodiscard]] bool MoveToTimePosition(std::int64_t ms);
     /// Ends everything that sounds on all channels of all open ports.
     void Panic();
@@ -149,21 +153,26 @@ public:
     [[nodiscard]] bool SetLooping(bool on);
     const PlayLoop& Loop() const { return dispatcher_.Loop(); }
 
-    /// Mute and solo of the source channels (0-15); what becomes silent ends at once.
+    /// Mute and solo of the source channels (0-15); what becomes silent ends at once. What becomes
+    /// audible again gets what it has missed before its next event that is sent; until then
+    /// nothing.
     void SetChannelMuted(std::size_t channel, bool on);
     void SetChannelSolo(std::size_t channel, bool on);
     bool ChannelMuted(std::size_t channel) const { return routing_.Muted(channel); }
     bool ChannelSolo(std::size_t channel) const { return routing_.Solo(channel); }
-    /// Mutes a track; its notes end, its place in the song moves on. False: not now.
+    /// Mutes a track; its notes end, its place in the song moves on. What it has set meanwhile is
+    /// sent as for a channel. False: not now.
     [[nodiscard]] bool SetTrackMuted(std::size_t track, bool on);
     /// Lets a track play so many milliseconds earlier. False: not now.
     [[nodiscard]] bool SetTrackTimeShift(std::size_t track, std::int32_t ms);
-    /// The notes of an open drum editor; a default-made table when it closes. False: not now.
+    /// The notes of an open drum editor; a default-made table when it closes. What sounds on the
+    /// channel of either ends. False: not now.
     [[nodiscard]] bool SetDrumNotes(const DrumNotes& notes);
 
     /// Sets where all source channels go, in one step. While playing, a port that is new among them
-    /// is opened and set up before its channels. When no channel goes to a port any more whose
-    /// driver hangs, the player goes on without it. False, and nothing is changed, when one does.
+    /// is opened and set up before its channels, which are not heard until then. When no channel
+    /// goes to a port any more whose driver hangs, the player goes on without it. False, and
+    /// nothing is changed, when one does.
     [[nodiscard]] bool SetRoutes(const ChannelRoutes& routes);
     const Routing& Routes() const { return routing_; }
     const ChannelActivity& Activity() const { return activity_; }
@@ -183,8 +192,7 @@ public:
     /// Sends a channel message for a source channel to where it is routed, for live controls.
     bool SendChannel(std::size_t channel, std::uint8_t command, std::uint8_t data1,
                      std::uint8_t data2);
-    /// Sends what the events before the position have set: system-exclusive set-up, then voice,
-    /// controllers, parameters, bend and pressure of every channel.
+    /// Begins to bring all instruments into the state of the position, as PreparePlay does.
     void InitializeRealtimeData();
     /// Waits until the ports have sent all that they were given. False when they have not within
     /// `patience`.
@@ -254,7 +262,11 @@ private:
     bool TryRoutes(const ChannelRoutes& routes);
     std::vector<std::size_t> ChangeRoutes(const ChannelRoutes& routes);
     bool LeaveHangingPort(const ChannelRoutes& routes);
-    void FindCursors(std::int64_t us);
+    ChaseMemory Chase() const;
+    std::vector<SetUpMessage> FindCursors(std::int64_t us);
+    void BringToPlace(std::vector<SetUpMessage> setUp);
+    void SetUpNow(const PortSet& ports);
+    PortSet InUse(const std::set<std::size_t>& ports) const;
     bool MoveTo(std::int64_t ms);
     void TakeSongOver(bool edited);
 
@@ -266,6 +278,7 @@ private:
     ChannelsInEffect inEffect_;
     std::unique_ptr<system::MessagePoster> poster_;
     OutputPorts ports_;
+    StateKeeper keeper_;
     EventSender sender_;
     Dispatcher dispatcher_;
     song::TempoEvents tempoEvents_;

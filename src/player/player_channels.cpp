@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 
-#include "player/chase_messages.h"
 #include "player/held_notes.h"
 #include "player/player.h"
 #include "song/shared_byte.h"
@@ -15,6 +14,8 @@ void TMidiPlayer::SetChannelMuted(std::size_t channel, bool on) {
     routing_.SetMuted(channel, on);
     if (on) {
         sender_.Silence(channel);
+    } else {
+        keeper_.MarkStale(1U << channel);
     }
 }
 
@@ -26,8 +27,11 @@ void TMidiPlayer::SetChannelSolo(std::size_t channel, bool on) {
     }
     routing_.SetSolo(channel, on);
     for (std::size_t index = 0; index < kChannels; ++index) {
-        if (audibleBefore[index] && !routing_.Audible(index)) {
+        const bool audible = routing_.Audible(index);
+        if (audibleBefore[index] && !audible) {
             sender_.Silence(index);
+        } else if (audible && !audibleBefore[index]) {
+            keeper_.MarkStale(1U << index);
         }
     }
 }
@@ -43,6 +47,9 @@ bool TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
         for (const HeldNote& note : HeldNotes(song_.tracks[track])) {
             sender_.EndNote(note.channel, note.key);
         }
+    } else {
+        keeper_.Set(Chase().channels);
+        keeper_.MarkStale(~0U);
     }
     return true;
 }
@@ -61,8 +68,11 @@ bool TMidiPlayer::SetDrumNotes(const DrumNotes& notes) {
     if (!hold) {
         return false;
     }
-    if (notes.channel < kChannels) {
-        sender_.Silence(notes.channel);
+    for (const std::size_t channel :
+         {std::size_t{sender_.OpenDrumNotes().channel}, std::size_t{notes.channel}}) {
+        if (channel < kChannels) {
+            sender_.Silence(channel);
+        }
     }
     sender_.SetDrumNotes(notes);
     return true;
@@ -90,12 +100,16 @@ bool TMidiPlayer::TryRoutes(const ChannelRoutes& routes) {
     std::set<std::size_t> added = routing_.Ports();
     std::erase_if(added, [&](std::size_t port) { return before.contains(port); });
     OpenPorts(added);
-    const ChaseMemory memory = CollectChase(song_);
     if (routing_.Port(0) != setUpBefore) {
-        SendSetUp(memory, sender_);
+        added.insert(routing_.Port(0));
     }
     for (const std::size_t channel : changed) {
-        SendChannelChase(memory.channels[channel], channel, sender_);
+        if (!added.contains(routing_.Port(channel))) {
+            static_cast<void>(sender_.BringChannel(channel, Extent::Everything));
+        }
+    }
+    if (!added.empty()) {
+        SetUpNow(InUse(added));
     }
     return true;
 }
@@ -111,6 +125,10 @@ std::vector<std::size_t> TMidiPlayer::ChangeRoutes(const ChannelRoutes& routes) 
             changed.push_back(channel);
         }
     }
+    keeper_.MakeRoomForPorts();
+    // A reset reaches other channels than before.
+    dispatcher_.SetLoop(Loop().on, Loop().startTick, Loop().endTick);
+    keeper_.Set(Chase().channels);
     return changed;
 }
 
@@ -127,8 +145,12 @@ bool TMidiPlayer::LeaveHangingPort(const ChannelRoutes& routes) {
     ChangeRoutes(routes);
     if (playing) {
         OpenPorts(routing_.Ports());
-        FindCursors(position_.Us());
-        InitializeRealtimeData();
+        dispatcher_.Preparing().Cancel();
+        keeper_.ForgetSetUps(PortSet().set());
+        BringToPlace(FindCursors(position_.Us()));
+        if (dispatcher_.Preparing().HoldsMusic()) {
+            position_.Rest();
+        }
         thread_.AllowPasses();
     }
     if (listener_.onHangOver) {

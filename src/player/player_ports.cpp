@@ -2,7 +2,6 @@
 
 #include "midi/texts.h"
 #include "player/chase.h"
-#include "player/chase_messages.h"
 #include "player/player.h"
 #include "player/texts.h"
 
@@ -143,17 +142,38 @@ void TMidiPlayer::SetUpPorts(const std::vector<std::size_t>& ports) {
         // Whatever sounded when it went, also on channels that are routed elsewhere by now.
         ports_.Silence(port);
     }
-    const ChaseMemory memory = CollectChase(song_);
-    if (toSetUp_.contains(routing_.Port(0))) {
-        SendSetUp(memory, sender_);
-    }
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
         if (toSetUp_.contains(routing_.Port(channel))) {
             activity_.Clear(channel);
-            SendChannelChase(memory.channels[channel], channel, sender_);
         }
     }
+    SetUpNow(InUse(toSetUp_));
     toSetUp_.clear();
+}
+
+// Those of the ports that channels go to.
+PortSet TMidiPlayer::InUse(const std::set<std::size_t>& ports) const {
+    PortSet inUse;
+    for (const std::size_t port : routing_.Ports()) {
+        if (port < inUse.size() && ports.contains(port)) {
+            inUse.set(port);
+        }
+    }
+    return inUse;
+}
+
+// Gives ports the set-up messages and then what is set on their channels, while the music goes on
+// elsewhere. While stopped nobody is in a hurry to hear them, and Play sends all of it again.
+void TMidiPlayer::SetUpNow(const PortSet& ports) {
+    keeper_.MakeRoomForPorts();
+    PreparationPlan plan{Chase().setUp, ports, ports, Extent::Anew, false};
+    if (!Playing()) {
+        for (SetUpMessage& message : plan.setUp) {
+            message.pauseMs = 0;
+        }
+    }
+    keeper_.ForgetSetUps(ports);
+    dispatcher_.Prepare(std::move(plan));
 }
 
 void TMidiPlayer::OnNotice(std::uint32_t notice) {

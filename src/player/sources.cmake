@@ -5,8 +5,12 @@ set(SOURCES
   channels_in_effect.h
   chase.cpp
   chase.h
-  chase_messages.cpp
-  chase_messages.h
+  preparation.cpp
+  preparation.h
+  state_keeper.cpp
+  state_keeper.h
+  state_messages.cpp
+  state_messages.h
   dispatch.cpp
   dispatch.h
   drum_notes.h

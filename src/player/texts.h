@@ -19,6 +19,10 @@ inline constexpr Text kNoUsableDevice{De{"Sie haben keine Midi-Schnittstelle in 
                                       En{"There is no midi interface in your computer!\r\n"
                                          "Therefor no midi playback posible!"}};
 
+/// The music waits for what an instrument must be told before.
+inline constexpr Text kPreparing{De{"das Instrument wird vorbereitet"},
+                                 En{"preparing the instrument"}};
+
 // What may happen to a port; its name follows.
 inline constexpr Text kPortLost{De{"Der MIDI-Ausgang antwortet nicht mehr: "},
                                 En{"The MIDI output no longer responds: "}};

@@ -101,6 +101,9 @@ TEST_F(ChannelTest, DrumEditorMovesAndSuppressesNotes) {
     Play();
     Run(20);
     EXPECT_EQ(Log(), "10 992840; 10 997840; 10 902440");
+    // Closed, it leaves no note behind whose end would go elsewhere.
+    EXPECT_TRUE(player->SetDrumNotes({}));
+    EXPECT_EQ(Log(), "20 B97800; 20 B97B00");
 }
 
 TEST_F(ChannelTest, WhatIsNotSent) {
@@ -123,7 +126,8 @@ TEST_F(ChannelTest, WhatIsNotSent) {
     Log();
     Play();
     Run(50);
-    EXPECT_EQ(Messages(), "B0077F");
+    // The volume that it had before it is set.
+    EXPECT_EQ(Messages(), "B00764 B0077F");
     EXPECT_EQ(host.messages.size(), 1U);
 }
 

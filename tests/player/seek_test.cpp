@@ -22,6 +22,7 @@ TEST_P(ChaseTest, SendsWhatTheEventsBeforeHaveSet) {
     EXPECT_TRUE(player->MoveToTimePosition(1000));
     EXPECT_EQ(Messages(), "");
     Play();
+    Run(100);
     EXPECT_EQ(Messages(), GetParam().sent);
 }
 
@@ -89,6 +90,41 @@ INSTANTIATE_TEST_SUITE_P(
                                 "F07E7F0901F7 F043F7 C001"}),
     [](const auto& chase) { return chase.param.name; });
 
+// The music waits as long as the instrument needs; a seek does not repeat what it has had.
+TEST_F(SeekTest, SetUpMessagesAreChasedWithPauses) {
+    for (const int messages : {2, 6}) {
+        TrackBuilder track;
+        track.Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7}).Sysex(20, {1, 0xF7});
+        for (int i = 2; i < messages; ++i) {
+            track.Sysex(100, {2, 0xF7});
+        }
+        Load(MillisecondFile().Track(track.Sysex(100, {3, 0xF7})
+                                         .Program(5, 0, 1)
+                                         .Note(2000, 0, 60, 64)
+                                         .NoteOff(9, 0, 60)
+                                         .End(500)));
+        EXPECT_TRUE(player->MoveToTimePosition(1000));
+        Play();
+        EXPECT_EQ(Messages(), "F07E7F0901F7");
+        if (messages == 6) {
+            Run(200);
+            EXPECT_EQ(Log(), "50 F001F7; 110 F002F7; 170 F002F7");
+            EXPECT_EQ(host.messages, std::vector<std::string>{"preparing the instrument"});
+            EXPECT_EQ(player->Position(), 1000);
+            continue;
+        }
+        Run(200);
+        EXPECT_EQ(Log(), "50 F001F7; 110 F003F7; 115 C001");
+        EXPECT_TRUE(host.messages.empty());
+        EXPECT_EQ(player->Position(), 1085);
+        EXPECT_TRUE(player->MoveToTimePosition(2100));
+        Run(100);
+        EXPECT_EQ(Log(), "200 silence; 200 C001; 225 903C40; 234 803C40");
+        player->FormDestroy();
+        driver.clock = [] { return 0; };
+    }
+}
+
 // The same channel in two tracks: what is played later counts, not the later track.
 TEST_F(SeekTest, ChasesInTheOrderOfPlaying) {
     Load(MillisecondFile()
@@ -109,7 +145,7 @@ TEST_F(SeekTest, MutedTracksAreNotChasedButFollow) {
     Run(50);
     EXPECT_TRUE(player->SetTrackMuted(0, false));
     Run(250);
-    EXPECT_EQ(Log(), "0 C008; 120 903C40; 210 803C40");
+    EXPECT_EQ(Log(), "0 C008; 120 B0075A; 120 903C40; 210 803C40");
 }
 
 TEST_F(SeekTest, GuardsAgainstTheSamePlaceAndBehindTheEnd) {

@@ -7,5 +7,6 @@ set(SOURCES
   ports_test.cpp
   recording_driver.h
   seek_test.cpp
+  state_test.cpp
   tempo_test.cpp
   thread_test.cpp)
