@@ -80,13 +80,18 @@ private:
     void SendDue() {
         const song::MidiEvent* event = walk_.Peek();
         while (event != nullptr && FrameOf(DueMs(*event)) <= frames_) {
-            if (event->status == song::kSystemExclusive) {
-                adapter_.SendSysex(event->Payload());
-            } else {
-                adapter_.SendShort(event->status, event->data1, event->data2);
-            }
+            Send(*event, DueMs(*event));
             walk_.Take();
             event = walk_.Peek();
+        }
+    }
+
+    void Send(const song::MidiEvent& event, std::int64_t dueMs) {
+        if (event.status == song::kSystemExclusive) {
+            adapter_.SendSysex(event.Payload());
+        } else if ((options_.channels >> event.Channel() & 1U) != 0 &&
+                   (dueMs >= 0 || event.Command() >= song::kControlChange)) {
+            adapter_.SendShort(event.status, event.data1, event.data2);
         }
     }
 

@@ -77,6 +77,21 @@ TEST_F(RenderSongTest, IgnoredTracksAndDeadEventsAreSilent) {
     EXPECT_LT(RenderSong(song_, folder_ / "song.wav").peak, kNoiseFloor);
 }
 
+TEST_F(RenderSongTest, MuteAndTimeShiftAreAsInPlaying) {
+    MakeSong();
+    const fs::path file = folder_ / "song.wav";
+    RenderOptions options;
+    options.channels = 0xFFFE;
+    EXPECT_LT(RenderSong(song_, file, options).peak, kNoiseFloor);
+    options.channels = 0x0001;
+    song_.tracks[1].timeShiftMs = 500;
+    RenderSong(song_, file, options);
+    EXPECT_GT(ReadWav(file).Peak(500, 600), 0.01F);
+    // Only settings remain of what is moved before the start.
+    song_.tracks[1].timeShiftMs = 1500;
+    EXPECT_LT(RenderSong(song_, file, options).peak, kNoiseFloor);
+}
+
 TEST_F(RenderSongTest, LoudSoundIsLimited) {
     StartSong(song_, 1);
     for (std::uint8_t key = 36; key < 84; ++key) {
