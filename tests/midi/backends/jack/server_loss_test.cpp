@@ -152,6 +152,8 @@ TEST_F(OpenPort, AStoppedServerHoldsUpNobody) {
         open();
         return second != nullptr;
     }));
+    // The library would copy what two play to one port, unseen by a sanitizer.
+    out_.reset();
     EXPECT_EQ(second->Send(Bytes{0x90, 63, 64}), kNoError);
     EXPECT_TRUE(Eventually([&] {
         const auto messages = receiver_->Messages();
