@@ -16,7 +16,8 @@ std::int64_t Dispatcher::Pass(PassState& pass) noexcept {
         return preparation_.NextUs();
     }
     const std::int64_t next = PlayDue(pass);
-    return preparation_.Active() && next >= 0 ? std::min(next, preparation_.NextUs()) : next;
+    // A pass that was given up touches nothing.
+    return next >= 0 && preparation_.Active() ? std::min(next, preparation_.NextUs()) : next;
 }
 
 // Goes on with what is being prepared. False when the pass was given up.
