@@ -20,6 +20,13 @@ void* operator new(std::size_t size) {
     void* memory = std::malloc(size == 0 ? 1 : size);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 
 void operator delete(void* memory) noexcept {
     std::free(memory);
