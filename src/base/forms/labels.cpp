@@ -18,19 +18,21 @@ void ElidedLabel::SetFullText(const QString& text) {
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
-    return {fontMetrics().averageCharWidth() * 4, fontMetrics().height()};
+    return QSize(fontMetrics().averageCharWidth() * 4, fontMetrics().height())
+        .grownBy(contentsMargins());
 }
 
 QSize ElidedLabel::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + fontMetrics().averageCharWidth(),
-            fontMetrics().height()};
+    return QSize(fontMetrics().horizontalAdvance(text()) + fontMetrics().averageCharWidth(),
+                 fontMetrics().height())
+        .grownBy(contentsMargins());
 }
 
 void ElidedLabel::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
     painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, shown);
 }
 
