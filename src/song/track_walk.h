@@ -58,7 +58,8 @@ struct EveryEvent {
 
 /// Walks over the events of all tracks in the order `Order`: a tournament in which each track
 /// enters with its next event, the smallest key wins. `Choice` says which tracks enter, where each
-/// ends, and which events are wanted. The song must keep its structure and its times meanwhile.
+/// ends (and by `BeginOf(track, index)`, if it has that, where it begins), and which events are
+/// wanted. The song must keep its structure and its times meanwhile.
 /// Allocates only when it begins; throws std::bad_alloc then.
 template <typename Order, typename Choice = EveryEvent, typename AnySong = const Song>
 class TrackWalk {
@@ -74,7 +75,7 @@ public:
         for (std::size_t track = 0; track < lanes_.size(); ++track) {
             if (choice_.Enters(song.tracks[track])) {
                 lanes_[track].end = choice_.EndOf(song.tracks[track]).Get();
-                Follow(track, song.tracks[track].first.Get());
+                Follow(track, BeginOf(track));
                 Advance(track);
             }
         }
@@ -110,6 +111,14 @@ private:
         const MidiEvent* end = nullptr;
         Key afterKey = Order::kNone;
     };
+
+    Event* BeginOf(std::size_t track) {
+        if constexpr (requires { choice_.BeginOf(song_.tracks[track], track); }) {
+            return choice_.BeginOf(song_.tracks[track], track).Get();
+        } else {
+            return song_.tracks[track].first.Get();
+        }
+    }
 
     // Makes the first wanted event from `event` on the one after the next.
     void Follow(std::size_t track, Event* event) {
