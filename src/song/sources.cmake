@@ -18,6 +18,8 @@ set(SOURCES
   event_walker.h
   examine_file.cpp
   examine_file.h
+  lead_in.cpp
+  lead_in.h
   load_report.cpp
   load_report.h
   measure_sink.h
