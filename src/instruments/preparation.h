@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -58,6 +59,25 @@ inline constexpr std::size_t kMostNotedBytes = 256;
 /// Most notes that a report keeps; the counts go on.
 inline constexpr std::size_t kMostNotes = 1000;
 
+/// What keeping the settings of one channel took, in events.
+struct ChannelReport {
+    /// Moved behind a message that would have undone them.
+    std::int32_t moved = 0;
+    /// Put in once more behind it, because a note of the channel begins before it.
+    std::int32_t repeated = 0;
+    /// Put in to bring back what a reset of the song had done that was taken out.
+    std::int32_t undone = 0;
+    /// Not kept: parameters of which nobody knows where a reset puts them.
+    std::int32_t lost = 0;
+    /// Notes that begin before the instrument is ready.
+    std::int32_t earlyNotes = 0;
+    /// Something was put in so that the channel plays drums, or melody on channel 10, as before.
+    bool partKept = false;
+    /// Notes that were drums and become melody, or the other way round.
+    std::int32_t lostDrumNotes = 0;
+    friend bool operator==(const ChannelReport&, const ChannelReport&) = default;
+};
+
 /// What preparing a song for an instrument did.
 struct PreparationReport {
     InstrumentId instrument = kGmSoundset;
@@ -67,9 +87,16 @@ struct PreparationReport {
     std::int64_t removed = 0;
     std::int64_t found = 0;
     std::vector<SysexNote> notes;
+    /// What became of the settings of each channel.
+    std::array<ChannelReport, 16> channels;
+    /// Set-up messages of the song that moved behind a reset.
+    std::int32_t movedMessages = 0;
 
     /// The song is not as it was before.
-    bool Changed() const { return inserted > 0 || removed > 0; }
+    bool Changed() const {
+        return inserted > 0 || removed > 0 ||
+               std::ranges::count(channels, true, &ChannelReport::partKept) > 0;
+    }
 };
 
 } // namespace tracksmith::instruments

@@ -1,6 +1,10 @@
 #include "instruments/sysex/check_sysexs.h"
 
+#include "instruments/sysex/count_early_notes.h"
+#include "instruments/sysex/keep_drum_parts.h"
+#include "instruments/sysex/keep_settings.h"
 #include "instruments/sysex/operation_table.h"
+#include "instruments/sysex/place_resets.h"
 #include "instruments/sysex/sysex_edit.h"
 
 namespace tracksmith::instruments {
@@ -10,6 +14,8 @@ void Restart(SysexSession& session, InstrumentId instrument) {
     session.insertionTick = kSetUpTick;
     session.sysexTrack = -1;
     session.resetInserted = false;
+    session.reset = {};
+    session.homelessResets.clear();
     session.partEvents.fill({});
     session.drumMap.fill(0);
     for (auto& places : session.found) {
@@ -31,6 +37,10 @@ void CheckSysexs(song::Song& song, InstrumentId instrument, SysexSession& sessio
             step.operation.run(song, session);
         }
     }
+    PlaceResets(song, session);
+    KeepDrumParts(song, session);
+    KeepChannelSettings(song, session);
+    CountEarlyNotes(song, session);
     session.report.prepared = true;
     WriteReport(session);
 }

@@ -53,10 +53,7 @@ public:
 private:
     static constexpr std::int32_t kNone = std::numeric_limits<std::int32_t>::min();
 
-    std::int32_t TickOf(std::size_t part) const {
-        return session_.insertionTick + kRhythmDelay +
-               kTicksApart * static_cast<std::int32_t>(part);
-    }
+    std::int32_t TickOf(std::size_t part) const { return RhythmTick(session_.insertionTick, part); }
 
     song::Track& Track() const {
         return song_.tracks[static_cast<std::size_t>(session_.sysexTrack)];
@@ -69,8 +66,10 @@ private:
         if (const EventLink found = FindSetUp(song_, session_, tick, reset, reset.size())) {
             ownReset_ = found->tick;
             session_.resetInserted = false;
+            session_.reset = found;
         } else {
-            session_.resetInserted = static_cast<bool>(InsertSetUp(song_, session_, tick, reset));
+            session_.reset = InsertSetUp(song_, session_, tick, reset);
+            session_.resetInserted = static_cast<bool>(session_.reset);
         }
     }
 
@@ -98,10 +97,19 @@ private:
                (place.event->tick > ownReset_ && tick <= ownReset_) || Track().last->tick <= tick;
     }
 
+    // What KeepDrumParts has put behind the reset, beside the message in its place.
+    bool IsEarlyCopy(const SysexPlace& place, std::size_t part) const {
+        const SysexPlace& kept = kept_.at(part);
+        return session_.reset && place.track == session_.sysexTrack &&
+               place.event->tick == session_.reset->tick && kept.track == session_.sysexTrack &&
+               kept.event->tick == TickOf(part) && std::ranges::equal(Live(place), Live(kept));
+    }
+
     void ClearOldPlaces() {
         for (const SysexPlace& place : all_) {
             const std::size_t part = GsChannel(Live(place)[kPartByte]);
-            if (kept_.at(part).event != place.event || !Stays(part)) {
+            const bool kept = kept_.at(part).event == place.event && Stays(part);
+            if (!kept && !IsEarlyCopy(place, part)) {
                 RemoveMessage(session_, place);
             }
         }

@@ -17,8 +17,10 @@ void InsertReset(song::Song& song, SysexSession& session, SysexBytes message) {
         return;
     }
     song::Track& track = song.tracks[static_cast<std::size_t>(session.sysexTrack)];
-    InsertMessage(song, session, {session.sysexTrack, kSetUpTick, track.first->next},
-                  DataOf(message));
+    const Insertion where{session.sysexTrack, kSetUpTick, track.first->next};
+    if (!InsertMessage(song, session, where, DataOf(message))) {
+        WithMemory(session, [&] { session.homelessResets.push_back(message); });
+    }
 }
 
 } // namespace

@@ -16,25 +16,53 @@ void CopyUpTo(std::int32_t tick, const std::vector<Entry>& from, std::vector<Ent
                  [tick](const Entry& entry) { return entry.tick >= 0 && entry.tick <= tick; });
 }
 
-// For a song without time zones: those up to `tick` are made of its lists.
-std::int64_t MsFromLists(const song::Song& song, std::int32_t tick) {
-    song::Song start;
-    start.division = song.division;
-    start.songLength = song.songLength;
-    CopyUpTo(tick, song.tempos, start.tempos);
-    CopyUpTo(tick, song.timeSignatures, start.timeSignatures);
-    song::CompleteTempoTimeSign(start);
-    song::SetTimeZones(start);
-    return song::TickToMs(start, tick);
+// Gives `target` time zones made of the lists up to `tick`.
+void MapUpTo(std::int32_t tick, const song::Song& song, song::Song& target) {
+    target.division = song.division;
+    target.songLength = song.songLength;
+    CopyUpTo(tick, song.tempos, target.tempos);
+    CopyUpTo(tick, song.timeSignatures, target.timeSignatures);
+    song::CompleteTempoTimeSign(target);
+    song::SetTimeZones(target);
+}
+
+std::int32_t ClampedMs(const song::Song& mapped, std::int32_t tick) {
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+        song::TickToMs(mapped, tick), 0, std::numeric_limits<std::int32_t>::max()));
 }
 
 } // namespace
 
 std::int32_t MsOfTick(const song::Song& song, std::int32_t tick) {
-    const std::int64_t ms =
-        song.timeZoneCount > 0 ? song::TickToMs(song, tick) : MsFromLists(song, tick);
-    return static_cast<std::int32_t>(
-        std::clamp<std::int64_t>(ms, 0, std::numeric_limits<std::int32_t>::max()));
+    if (song.timeZoneCount > 0) {
+        return ClampedMs(song, tick);
+    }
+    song::Song start;
+    MapUpTo(tick, song, start);
+    return ClampedMs(start, tick);
+}
+
+InsertionClock::InsertionClock(const song::Song& song) : song_(song) {
+    if (song.timeZoneCount == 0) {
+        MapUpTo(std::numeric_limits<std::int32_t>::max(), song, own_.emplace());
+    }
+}
+
+std::int32_t InsertionClock::MsOf(std::int32_t tick) const {
+    return ClampedMs(Mapped(), tick);
+}
+
+std::int32_t InsertionClock::FirstTickAt(std::int32_t ms) const {
+    const std::int64_t before = song::MsToTick(Mapped(), std::int64_t{ms} - 1);
+    const auto tick = static_cast<std::int32_t>(before);
+    return MsOf(tick) >= ms ? tick : std::min(tick + 1, song_.songLength);
+}
+
+std::int32_t InsertionClock::LastTickBefore(std::int32_t tick) const {
+    const std::int32_t ms = MsOf(tick);
+    return ms == 0 ? -1
+                   : std::min(tick - 1, static_cast<std::int32_t>(
+                                            song::MsToTick(Mapped(), std::int64_t{ms} - 1)));
 }
 
 } // namespace tracksmith::instruments

@@ -221,31 +221,32 @@ constexpr auto kBk9Ids = std::to_array<InstrumentId>({72});
 struct Group {
     std::span<const InstrumentId> instruments;
     std::span<const Step> steps;
+    DrumWay drums = DrumWay::None;
 };
 
 // Instruments that take songs as they are.
 constexpr auto kNoIds = std::to_array<InstrumentId>({39, 102});
 
 constexpr auto kGroups = std::to_array<Group>({{kGmIds, kGmSteps},
-                                               {kScIds, kScSteps},
-                                               {kSgxIds, kSgxSteps},
-                                               {kJm8Ids, kJm8Steps},
-                                               {kXgIds, kXgSteps},
+                                               {kScIds, kScSteps, DrumWay::PartGs},
+                                               {kSgxIds, kSgxSteps, DrumWay::PartGs},
+                                               {kJm8Ids, kJm8Steps, DrumWay::PartGs},
+                                               {kXgIds, kXgSteps, DrumWay::BankXg},
                                                {kKetronIds, kKetronSteps},
                                                {kSd1000Ids, kSd1000Steps},
                                                {kGenesysIds, kGenesysSteps},
-                                               {kGm2Ids, kGm2Steps},
-                                               {kKorgIds, kKorgSteps},
+                                               {kGm2Ids, kGm2Steps, DrumWay::BankGm2},
+                                               {kKorgIds, kKorgSteps, DrumWay::BankGm2},
                                                {kMotifEsIds, kMotifEsSteps},
                                                {kMotifXsIds, kMotifXsSteps},
                                                {kMotifXfIds, kMotifXfSteps},
                                                {kSonicCellIds, kSonicCellSteps},
                                                {kKn6000Ids, kKn6000Steps},
                                                {kLimexIds, kLimexSteps},
-                                               {kMp11Ids, kMp11Steps},
-                                               {kMbMusicIds, kMbMusicSteps},
+                                               {kMp11Ids, kMp11Steps, DrumWay::PartGs00},
+                                               {kMbMusicIds, kMbMusicSteps, DrumWay::PartGs00},
                                                {kIntegra7Ids, kIntegra7Steps},
-                                               {kBk9Ids, kBk9Steps}});
+                                               {kBk9Ids, kBk9Steps, DrumWay::PartGs}});
 
 constexpr bool IsInOneGroup(const Instrument& instrument) {
     auto groups = std::ranges::count(kNoIds, instrument.id);
@@ -257,13 +258,24 @@ constexpr bool IsInOneGroup(const Instrument& instrument) {
 
 static_assert(std::ranges::all_of(kCatalogue, IsInOneGroup));
 
-} // namespace
-
-std::span<const OperationStep> StepsOf(InstrumentId id) {
+// Null for an instrument in none.
+const Group* GroupOf(InstrumentId id) {
     const auto* group = std::ranges::find_if(kGroups, [id](const Group& candidate) {
         return std::ranges::find(candidate.instruments, id) != candidate.instruments.end();
     });
-    return group == kGroups.end() ? std::span<const OperationStep>() : group->steps;
+    return group == kGroups.end() ? nullptr : group;
+}
+
+} // namespace
+
+DrumWay DrumWayOf(InstrumentId id) {
+    const Group* group = GroupOf(id);
+    return group == nullptr ? DrumWay::None : group->drums;
+}
+
+std::span<const OperationStep> StepsOf(InstrumentId id) {
+    const Group* group = GroupOf(id);
+    return group == nullptr ? std::span<const OperationStep>() : group->steps;
 }
 
 std::vector<OperationStep> OperationsOf(InstrumentId id) {

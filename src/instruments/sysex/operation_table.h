@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
@@ -31,6 +32,23 @@ struct OperationStep {
     /// Which instruments of the group take the step; null for all.
     bool (*suits)(const Instrument& instrument) = nullptr;
 };
+
+/// How an instrument is told that a channel other than 10 plays drums.
+enum class DrumWay : std::uint8_t {
+    None,     ///< not at all, as far as is known
+    PartGs,   ///< GS "use for rhythm part", device 10
+    PartGs00, ///< the same, device 00
+    BankXg,   ///< bank select MSB 127
+    BankGm2,  ///< bank select MSB 120
+};
+
+/// Whether the way is a message for each part.
+constexpr bool IsGs(DrumWay way) {
+    return way == DrumWay::PartGs || way == DrumWay::PartGs00;
+}
+
+/// The way of the instrument's group. Any thread.
+DrumWay DrumWayOf(InstrumentId id);
 
 /// The steps of the instrument's group in their order, those that other instruments of the group
 /// take included; empty for an instrument that nothing is done for and for an unknown code. Any

@@ -1,8 +1,14 @@
 set(SOURCES
+  channel_settings.cpp
+  channel_settings.h
   check_sysexs.cpp
   check_sysexs.h
+  count_early_notes.cpp
+  count_early_notes.h
   describe_sysex.cpp
   describe_sysex.h
+  drum_part_walk.cpp
+  drum_part_walk.h
   gs_ticks.h
   insert_gs.cpp
   insert_gs.h
@@ -18,14 +24,32 @@ set(SOURCES
   insert_setup.h
   insertion_clock.cpp
   insertion_clock.h
+  keep_drum_parts.cpp
+  keep_drum_parts.h
+  keep_settings.cpp
+  keep_settings.h
   manufacturers.cpp
   manufacturers.h
+  neutral_settings.cpp
+  neutral_settings.h
   operation_table.cpp
   operation_table.h
+  part_voices.cpp
+  part_voices.h
+  play_walk.h
+  place_resets.cpp
+  place_resets.h
   remove_sysex.cpp
   remove_sysex.h
   search_sysex.cpp
   search_sysex.h
+  set_up_marks.cpp
+  set_up_marks.h
+  set_up_pauses.h
+  settings_outlook.cpp
+  settings_outlook.h
+  settings_placement.cpp
+  settings_placement.h
   sysex_edit.cpp
   sysex_edit.h
   sysex_family.cpp

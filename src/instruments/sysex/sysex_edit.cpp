@@ -45,11 +45,9 @@ void Revive(SysexSession& session, const SysexPlace& place) {
     }
 }
 
-EventLink InsertNew(Song& song, SysexSession& session, const Insertion& where, SysexBytes data) {
-    const EventLink before = PlaceFor(where.start, where.tick);
-    if (!before) {
-        return {};
-    }
+// Behind the event `before`.
+EventLink InsertBehind(Song& song, SysexSession& session, const Insertion& where, EventLink before,
+                       SysexBytes data) {
     EventLink event;
     IndexOf(song, session);
     WithMemory(session, [&] {
@@ -60,6 +58,11 @@ EventLink InsertNew(Song& song, SysexSession& session, const Insertion& where, S
     song::InsertAfter(TrackOf(song, where.track), before, event);
     session.index->Insert({event, where.track});
     return event;
+}
+
+EventLink InsertNew(Song& song, SysexSession& session, const Insertion& where, SysexBytes data) {
+    const EventLink before = PlaceFor(where.start, where.tick);
+    return before ? InsertBehind(song, session, where, before, data) : EventLink();
 }
 
 SysexNote NoteOf(const SysexChange& change) {
@@ -124,6 +127,11 @@ EventLink InsertMessage(Song& song, SysexSession& session, const Insertion& wher
         AddChange(session, SysexNote::What::Inserted, {event, where.track});
     }
     return event;
+}
+
+void PutMessage(Song& song, SysexSession& session, const Insertion& where, SysexBytes data) {
+    const EventLink event = InsertBehind(song, session, where, where.start, data);
+    AddChange(session, SysexNote::What::Inserted, {event, where.track});
 }
 
 EventLink InsertPlaceholder(Song& song, SysexSession& session, const Insertion& where,

@@ -79,6 +79,10 @@ struct Insertion {
 song::EventLink InsertMessage(song::Song& song, SysexSession& session, const Insertion& where,
                               SysexBytes data);
 
+/// Puts a message (without F0) at the tick directly behind `start`, an event of the track. Raises
+/// EMidiError when memory ends.
+void PutMessage(song::Song& song, SysexSession& session, const Insertion& where, SysexBytes data);
+
 /// Puts an event of length 0 with these bytes into the song, or finds the one that is there.
 song::EventLink InsertPlaceholder(song::Song& song, SysexSession& session, const Insertion& where,
                                   SysexBytes data);

@@ -60,7 +60,31 @@ void SysexIndex::Reserve() {
 }
 
 void SysexIndex::Insert(SysexPlace place) {
-    places_.insert(std::upper_bound(places_.begin(), places_.end(), place, Before), place);
+    const std::int32_t tick = place.event->tick;
+    song::EventLink before = place.event->prev;
+    while (before && before->tick == tick && before->status != song::kSystemExclusive) {
+        before = before->prev;
+    }
+    const auto same = At(place.track, tick);
+    const auto found = std::ranges::find(same, before, &SysexPlace::event);
+    const auto behind = found == same.end() ? same.begin() : found + 1;
+    places_.insert(places_.begin() + (behind - same.begin()) + (same.data() - places_.data()),
+                   place);
+}
+
+void SysexIndex::Reorder(std::span<const song::EventLink> toTrack, std::int32_t track) {
+    std::vector<std::uint32_t> moved;
+    moved.reserve(toTrack.size());
+    for (const song::EventLink event : toTrack) {
+        moved.push_back(event.Unit());
+    }
+    std::ranges::sort(moved);
+    for (SysexPlace& place : places_) {
+        if (std::ranges::binary_search(moved, place.event.Unit())) {
+            place.track = track;
+        }
+    }
+    std::stable_sort(places_.begin(), places_.end(), Before);
 }
 
 } // namespace tracksmith::instruments

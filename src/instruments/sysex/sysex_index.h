@@ -30,8 +30,12 @@ public:
     /// Makes room for one more event. Throws std::bad_alloc.
     void Reserve();
 
-    /// Adds an event that stands behind all others of its track and tick.
+    /// Adds an event that has just been linked into its track.
     void Insert(song::SysexPlace place);
+
+    /// Finds the order again after some of the events have moved; those of `toTrack` are in `track`
+    /// now. Throws std::bad_alloc.
+    void Reorder(std::span<const song::EventLink> toTrack, std::int32_t track);
 
 private:
     std::vector<song::SysexPlace> places_;

@@ -18,6 +18,20 @@ constexpr auto kVocalHarmony = std::to_array<std::uint8_t>({kYamahaId, 0x73, 0x0
 constexpr std::uint8_t kVocalHarmonyControl = 0x50;
 constexpr std::uint8_t kXgVocalHarmony = 0x04;
 
+bool IsAt(const ParameterMessage& message, std::uint8_t high, std::uint8_t middle,
+          std::uint8_t low) {
+    return message.high == high && message.middle == middle && message.low == low;
+}
+
+ResetKind UniversalReset(SysexBytes data) {
+    constexpr int kGeneralMidi = 0x09;
+    if (ByteAt(data, 2) != kGeneralMidi) {
+        return ResetKind::None;
+    }
+    const int kind = ByteAt(data, 3);
+    return kind == 3 ? ResetKind::Gm2 : kind == 1 || kind == 2 ? ResetKind::Gm : ResetKind::None;
+}
+
 } // namespace
 
 bool StartsWith(SysexBytes data, SysexBytes prefix) {
@@ -67,6 +81,45 @@ bool IsVocalHarmony(SysexBytes data) {
 bool IsOrganFlute(SysexBytes data) {
     return data.size() > 5 && data[0] == kYamahaId && data[1] == 0x73 && data[3] == 0x06 &&
            data[4] == 0x0B;
+}
+
+ResetKind ResetKindOf(SysexBytes data) {
+    if (ByteAt(data, 0) == kUniversalNonRealTime) {
+        return UniversalReset(data);
+    }
+    if (const auto gs = GsMessage(data)) {
+        const bool reset = IsAt(*gs, 0x40, 0, 0x7F) || IsAt(*gs, 0, 0, 0x7F);
+        return reset && gs->checksumRight ? ResetKind::Gs : ResetKind::None;
+    }
+    if (const auto xg = XgMessage(data)) {
+        return IsAt(*xg, 0, 0, 0x7E) || IsAt(*xg, 0, 0, 0x7F) ? ResetKind::Xg : ResetKind::None;
+    }
+    const bool own = std::ranges::equal(data, DataOf(templates::kKetron)) ||
+                     std::ranges::equal(data, DataOf(templates::kKn6000));
+    return own ? ResetKind::Own : ResetKind::None;
+}
+
+std::optional<PartMode> PartModeOf(SysexBytes data) {
+    if (const auto gs = GsMessage(data)) {
+        const bool part = gs->high == 0x40 && (gs->middle & 0xF0) == 0x10 && gs->low == 0x15;
+        return part && gs->values.size() == 1 && gs->checksumRight
+                   ? std::optional(PartMode{GsChannel(gs->middle), gs->values[0] != 0})
+                   : std::nullopt;
+    }
+    const auto xg = XgMessage(data);
+    return xg && xg->high == 0x08 && xg->middle < 16 && xg->low == 0x07 && xg->values.size() == 1
+               ? std::optional(PartMode{xg->middle, xg->values[0] != 0})
+               : std::nullopt;
+}
+
+std::array<std::uint8_t, 10> GsPartMessage(std::uint8_t device, std::size_t channel,
+                                           std::uint8_t value) {
+    const std::size_t part = channel == 9 ? 0 : channel < 9 ? channel + 1 : channel;
+    std::array<std::uint8_t, 10> data{
+        kRolandId, device, 0x42, 0x12, 0x40, static_cast<std::uint8_t>(0x10 | part),
+        0x15,      value,  0,    kEnd};
+    data[8] = RolandChecksum(SysexBytes(data).subspan(4, 4));
+    return data;
 }
 
 std::size_t GsChannel(std::uint8_t nibble) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -58,6 +59,31 @@ bool IsVocalHarmony(SysexBytes data);
 /// A message for organ flutes (drawbars) of Yamaha arrangers: the bulk dump 43 73 mm 06 0B that the
 /// data lists of PSR-2100 and CVP-210 print.
 bool IsOrganFlute(SysexBytes data);
+
+/// The convention that a reset puts an instrument under.
+enum class ResetKind : std::uint8_t { None, Gm, Gm2, Gs, Xg, Own };
+
+/// Which reset of all channels a message is, of any device: GM System On and Off (RP-003), GM2
+/// System On (RP-024), GS Reset and the system mode set of the SC-88, XG System On and All
+/// Parameter Reset, and the set-up messages of Ketron and Technics instruments, of which it is not
+/// published what else they reset (Own). None for any other message, also one with a wrong Roland
+/// checksum.
+ResetKind ResetKindOf(SysexBytes data);
+
+/// A channel that is made a drum part or a melody part.
+struct PartMode {
+    std::size_t channel = 0;
+    bool drum = false;
+};
+
+/// GS "use for rhythm part" (40 1x 15) with the right checksum and XG part mode (08 pp 07), of any
+/// device; empty for any other message.
+std::optional<PartMode> PartModeOf(SysexBytes data);
+
+/// GS "use for rhythm part" without its F0: makes a channel (0-15) melody (0) or drums of map 1 or
+/// 2. Source: Roland's MIDI implementation of the SC-55.
+std::array<std::uint8_t, 10> GsPartMessage(std::uint8_t device, std::size_t channel,
+                                           std::uint8_t value);
 
 /// Channel index (0-15) of a GS part number from an address nibble: part 0 is channel 10.
 std::size_t GsChannel(std::uint8_t nibble);

@@ -10,6 +10,7 @@
 
 #include "instruments/preparation.h"
 #include "instruments/sysex/sysex_index.h"
+#include "instruments/sysex/sysex_templates.h"
 
 namespace tracksmith::instruments {
 
@@ -52,10 +53,14 @@ struct SysexSession {
     std::int32_t sysexTrack = -1;
     /// The last InsertGSSysex (or one like it) put the reset itself.
     bool resetInserted = false;
+    /// The GS reset that it found or put.
+    song::EventLink reset;
     /// Rhythm messages of the 16 channels, placeholders of length 0 included.
     std::array<song::EventLink, 16> partEvents{};
     /// Value of each rhythm message: 0 melody, 1 and 2 drum maps.
     std::array<std::uint8_t, 16> drumMap{};
+    /// Resets for which the chosen track has no place, their F0 included.
+    std::vector<SysexBytes> homelessResets;
     /// What the Search operations found, by SysexFind.
     std::array<std::vector<song::SysexPlace>, static_cast<std::size_t>(SysexFind::Count)> found;
 
