@@ -14,7 +14,7 @@ bool IsVoice(const song::MidiEvent& event) {
 void Close(LaneOutlook& lane, PlayPlace place) {
     if (lane.open) {
         lane.open = false;
-        lane.limit = place;
+        lane.limit = lane.limit.value_or(place);
     }
 }
 

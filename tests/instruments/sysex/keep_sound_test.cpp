@@ -168,7 +168,7 @@ void ExpectStable(song::Song& song, SysexSession& session) {
 class KeepSound : public testing::TestWithParam<int> {};
 
 TEST_P(KeepSound, OfCrowdedBeginnings) {
-    for (unsigned seed = 1; seed <= 60; ++seed) {
+    for (unsigned seed = 1; seed <= 100; ++seed) {
         SCOPED_TRACE(seed);
         const CrowdSong crowd = MakeCrowd(seed);
         DecodedSong before(crowd.file, crowd.options);
