@@ -5,6 +5,8 @@ set(SOURCES
   empty_song.h
   file_signature.cpp
   file_signature.h
+  kept_words.cpp
+  kept_words.h
   load_sequence.cpp
   load_sequence.h
   midi_functions.cpp

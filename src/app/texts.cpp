@@ -1,5 +1,7 @@
 #include "app/texts.h"
 
+#include <array>
+
 #include "base/display_text.h"
 
 namespace tracksmith::app::texts {
@@ -15,6 +17,47 @@ constexpr Text kIncompleteEnd{De{" Bytes gespeichert"}, En{" bytes saved"}};
 constexpr Text kOverwrite{De{"Wollen Sie die Datei \""},
                           En{"Do you really want to overwrite the midifile \""}};
 constexpr std::string_view kOverwriteEnd = "\" überschreiben?";
+
+struct PluralText {
+    Text one;
+    Text many;
+};
+
+// By KeptKind, behind the number.
+constexpr auto kKept = std::to_array<PluralText>({
+    {{De{" Einstellung steht jetzt hinter dem Reset"}, En{" setting stands behind the reset now"}},
+     {De{" Einstellungen stehen jetzt hinter dem Reset"},
+      En{" settings stand behind the reset now"}}},
+    {{De{" Einstellung wird hinter dem Reset wiederholt"},
+      En{" setting is repeated behind the reset"}},
+     {De{" Einstellungen werden hinter dem Reset wiederholt"},
+      En{" settings are repeated behind the reset"}}},
+    {{De{" Grundwert ersetzt einen entfernten Reset"},
+      En{" basic value stands in for a removed reset"}},
+     {De{" Grundwerte ersetzen einen entfernten Reset"},
+      En{" basic values stand in for a removed reset"}}},
+    {{De{" Kanal bleibt Schlagzeug oder Melodie wie bisher"},
+      En{" channel stays drums or melody as before"}},
+     {De{" Kanäle bleiben Schlagzeug oder Melodie wie bisher"},
+      En{" channels stay drums or melody as before"}}},
+    {{De{" Einrichtungsmeldung steht jetzt hinter dem Reset"},
+      En{" set-up message stands behind the reset now"}},
+     {De{" Einrichtungsmeldungen stehen jetzt hinter dem Reset"},
+      En{" set-up messages stand behind the reset now"}}},
+    {{De{" Einstellung konnte nicht zurückgesetzt werden"}, En{" setting could not be put back"}},
+     {De{" Einstellungen konnten nicht zurückgesetzt werden"},
+      En{" settings could not be put back"}}},
+    {{De{" Note wechselt zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
+      En{" note changes between drums and melody: the instrument knows no way here"}},
+     {De{" Noten wechseln zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
+      En{" notes change between drums and melody: the instrument knows no way here"}}},
+    {{De{" Note beginnt, bevor das Instrument bereit ist"},
+      En{" note begins before the instrument is ready"}},
+     {De{" Noten beginnen, bevor das Instrument bereit ist"},
+      En{" notes begin before the instrument is ready"}}},
+});
+constexpr Text kOnChannel{De{" (Kanal "}, En{" (channel "}};
+constexpr Text kOnChannels{De{" (Kanäle "}, En{" (channels "}};
 
 std::string In(const Text& text, Language language) {
     return std::string(text.In(language));
@@ -59,6 +102,20 @@ std::string PreparedFor(Language language, std::string_view instrument, std::str
         .append(instrument)
         .append(": ")
         .append(what.empty() ? kNothing.In(language) : what);
+}
+
+std::string Kept(Language language, std::size_t kind, std::int64_t count,
+                 const std::vector<int>& channels) {
+    const PluralText& words = kKept.at(kind);
+    std::string text = std::to_string(count) + In(count == 1 ? words.one : words.many, language);
+    if (channels.empty()) {
+        return text;
+    }
+    text += In(channels.size() == 1 ? kOnChannel : kOnChannels, language);
+    for (const int channel : channels) {
+        text += (channel == channels.front() ? "" : ", ") + std::to_string(channel);
+    }
+    return text + ")";
 }
 
 std::string AndMore(Language language, std::size_t number) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/text.h"
 
@@ -46,6 +48,11 @@ inline constexpr Text kFound{De{"gefunden"}, En{"found"}};
 /// The line that tells for which instrument a song was prepared; `what` lists what was done and is
 /// empty when nothing had to be.
 std::string PreparedFor(Language language, std::string_view instrument, std::string_view what);
+
+/// A sentence about `count` things that preparing did for the sound: `kind` is the number of their
+/// KeptKind, `channels` count from 1.
+std::string Kept(Language language, std::size_t kind, std::int64_t count,
+                 const std::vector<int>& channels);
 
 /// The end of a list of which `number` entries are not shown.
 std::string AndMore(Language language, std::size_t number);

@@ -5,6 +5,8 @@
 #include "base/display_text.h"
 
 #include "app/cli/reading_options.h"
+#include "app/kept_words.h"
+#include "instruments/catalogue.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -112,6 +114,16 @@ Json ChangesJson(const song::LoadReport& report) {
     return changes;
 }
 
+Json KeptJson(const instruments::PreparationReport& preparation) {
+    const app::KeptSums sums = app::SumsOf(preparation);
+    Json kept = Json::object();
+    for (std::size_t i = 0; i < sums.size(); ++i) {
+        kept[std::string(app::KeptName(static_cast<app::KeptKind>(i)))] = {
+            {"count", sums.at(i).count}, {"channels", sums.at(i).channels}};
+    }
+    return kept;
+}
+
 } // namespace
 
 std::string InfoJson(const std::string& file, const app::SongDescription& song,
@@ -136,6 +148,23 @@ std::string InfoJson(const std::string& file, const app::SongDescription& song,
                  {"tracks", TracksJson(song)},
                  {"channels", ChannelsJson(song, voices)},
                  {"changes", ChangesJson(song.changes)}});
+    return Line(json);
+}
+
+std::string ConversionJson(const std::string& file, const std::string& target,
+                           const instruments::PreparationReport& preparation) {
+    Json json = Start(file, true);
+    json["target"] = DisplayPath(target);
+    const instruments::Instrument* instrument = instruments::FindInstrument(preparation.instrument);
+    if (preparation.prepared && instrument != nullptr) {
+        json["preparation"] = {{"instrument", instrument->name},
+                               {"inserted", preparation.inserted},
+                               {"removed", preparation.removed},
+                               {"found", preparation.found},
+                               {"kept", KeptJson(preparation)}};
+    } else {
+        json["preparation"] = nullptr;
+    }
     return Line(json);
 }
 

@@ -7,6 +7,7 @@
 
 #include "app/cli/song_input.h"
 #include "app/song_description.h"
+#include "instruments/preparation.h"
 #include "instruments/voices/voice_lookup.h"
 
 namespace tracksmith::cli {
@@ -17,6 +18,11 @@ namespace tracksmith::cli {
 /// hexadecimal digits. `voices` are the names of the voices of `song.channels`, one for each.
 std::string InfoJson(const std::string& file, const app::SongDescription& song,
                      std::span<const instruments::NamedVoice> voices);
+
+/// The line for a song that was converted into `target`: what preparing it put in, took out and
+/// kept, see app::KeptKind.
+std::string ConversionJson(const std::string& file, const std::string& target,
+                           const instruments::PreparationReport& preparation);
 
 /// The line for a file that could not be read, with the kind of fault and its place where they are
 /// known.

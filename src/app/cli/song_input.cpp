@@ -23,6 +23,7 @@
 #include "app/cli/reading_options.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
+#include "app/kept_words.h"
 #include "app/load_sequence.h"
 #include "app/preparation_words.h"
 #include "song/event_arena.h"
@@ -65,6 +66,9 @@ void LogChanges(const CliContext& context, const InputFile& input,
     }
     if (const std::string line = app::PreparationLine(workspace.preparation, context.language);
         !line.empty()) {
+        context.log << input.Name() << ": " << line << "\n";
+    }
+    for (const std::string& line : app::KeptLines(workspace.preparation, context.language)) {
         context.log << input.Name() << ": " << line << "\n";
     }
     for (std::size_t i = 0; i < song::kLoadChangeCount; ++i) {
