@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/midi_functions.h"
+#include "song/lead_in.h"
 
 namespace tracksmith::app {
 
@@ -38,6 +39,26 @@ void PrepareSong(session::Session& session, MessageHost& host) {
         TMidiFunctions(workspace, host).CheckSysexs();
         return workspace.preparation.Changed();
     });
+}
+
+bool HasEarlyNotes(const instruments::PreparationReport& report) {
+    return std::ranges::any_of(report.channels,
+                               [](const auto& channel) { return channel.earlyNotes > 0; });
+}
+
+bool PrepareSongWithLeadIn(session::Session& session, MessageHost& host) {
+    PrepareSong(session, host);
+    if (!HasEarlyNotes(session.Work().preparation) || !session.LastChange().Available()) {
+        return false;
+    }
+    bool inserted = false;
+    session.TakeBackLastChange(host);
+    session.Change(session::kInsertLeadIn, host, [&](session::Workspace& workspace) {
+        inserted = song::InsertLeadInMeasure(workspace.song);
+        return inserted;
+    });
+    PrepareSong(session, host);
+    return inserted;
 }
 
 } // namespace tracksmith::app

@@ -25,4 +25,12 @@ void TakeOtherOutputs(session::WorkOptions& options, instruments::InstrumentSett
 /// now or memory ends; the song is as before then.
 void PrepareSong(session::Session& session, MessageHost& host);
 
+/// Whether notes begin before the instrument is ready, as the last preparation counted them.
+bool HasEarlyNotes(const instruments::PreparationReport& report);
+
+/// PrepareSong for a song that was loaded without; where notes begin before the instrument is ready
+/// it is prepared with an empty measure in front, see song::InsertLeadInMeasure. Returns whether
+/// there is one now. Raises EMidiError.
+bool PrepareSongWithLeadIn(session::Session& session, MessageHost& host);
+
 } // namespace tracksmith::app

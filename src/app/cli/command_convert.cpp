@@ -9,11 +9,13 @@
 #include "base/system/file_io.h"
 
 #include "app/cli/commands.h"
+#include "app/cli/info_json.h"
 #include "app/cli/instrument_choice.h"
 #include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
+#include "app/prepare_song.h"
 #include "app/save_song.h"
 #include "instruments/instrument_settings.h"
 
@@ -36,7 +38,9 @@ struct ConvertArguments {
     bool omitPortEvents = false;
     bool split = false;
     bool inPlace = false;
+    std::string leadIn;
     bool dryRun = false;
+    bool json = false;
     ReadingOptions reading;
 
     bool ToStandardOutput() const {
@@ -84,7 +88,7 @@ private:
         options.encodeOptions.useRunningStatus = arguments_.runningStatus;
         options.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
         instruments::SysexOptions& sysex = options.sysexOptions;
-        sysex.automatic = instrument_ != nullptr;
+        sysex.automatic = instrument_ != nullptr && arguments_.leadIn.empty();
         sysex.gmBeforeGs = arguments_.gmBeforeGs;
         sysex.fixedTrack = arguments_.sysexTrack.has_value();
         sysex.defaultTrack = arguments_.sysexTrack.value_or(sysex.defaultTrack + 1) - 1;
@@ -95,6 +99,9 @@ private:
 
     /// What is wrong with the combination of arguments; null when nothing is.
     const Text* FaultOf(const std::vector<InputFile>& inputs) const {
+        if (!arguments_.leadIn.empty() && arguments_.instrument.empty()) {
+            return &texts::kLeadInAlone;
+        }
         if (arguments_.inPlace && !arguments_.out.empty()) {
             return &texts::kOutAndInPlace;
         }
@@ -113,6 +120,10 @@ private:
     }
 
     int Convert(SongJob& job) const {
+        if (!arguments_.leadIn.empty() && instrument_ != nullptr &&
+            app::PrepareSongWithLeadIn(job.session, job.host) && !context_.quiet) {
+            job.context.log << job.input.Name() << ": " << context_.Say(texts::kLeadIn) << "\n";
+        }
         LogChanges(job.context, job.input, job.session.Work());
         const std::span<const std::uint8_t> bytes =
             app::EncodeSong(job.session, Format(), job.host);
@@ -140,7 +151,13 @@ private:
             fs::create_directories(target.parent_path(), error);
             app::WriteMidiFile(target, bytes, job.host);
         }
-        job.context.out << job.input.Name() << " -> " << Shown(target) << "\n";
+        if (arguments_.json) {
+            job.context.out << ConversionJson(job.input.ExactName(), system::PathText(target),
+                                              job.session.Work().preparation)
+                            << "\n";
+        } else {
+            job.context.out << job.input.Name() << " -> " << Shown(target) << "\n";
+        }
         return kOk;
     }
 
@@ -186,6 +203,11 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
     command->add_option("--sysex-track", arguments->sysexTrack, context.Say(texts::kHelpSysexTrack))
         ->type_name("N")
         ->check(CLI::Range(1, instruments::kMostSysexTrack + 1));
+    command->add_option("--lead-in", arguments->leadIn, context.Say(texts::kHelpLeadIn))
+        ->type_name("auto")
+        ->check([](const std::string& value) {
+            return value == "auto" ? std::string() : "--lead-in: auto";
+        });
     command->add_option("-j,--jobs", arguments->jobs, context.Say(texts::kHelpJobs))
         ->type_name("N")
         ->check(CLI::Range(1, kMostJobs));
@@ -195,6 +217,7 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
     command->add_flag("--omit-port-events", arguments->omitPortEvents,
                       context.Say(texts::kHelpOmitPorts));
     command->add_flag("--split", arguments->split, context.Say(texts::kHelpSplit));
+    command->add_flag("--json", arguments->json, context.Say(texts::kHelpConvertJson));
     command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
     arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {

@@ -30,6 +30,16 @@ inline constexpr Text kHelpFiles{De{"Song-Dateien, Ordner, - für die Standardei
 inline constexpr Text kHelpInfo{De{"Beschreibt Songs"}, En{"Describes songs"}};
 inline constexpr Text kHelpJson{De{"Ein JSON-Objekt je Datei und Zeile"},
                                 En{"One JSON object per file and line"}};
+inline constexpr Text kHelpConvertJson{
+    De{"Ein JSON-Objekt je geschriebener Datei und Zeile: was das Vorbereiten getan hat"},
+    En{"One JSON object per file written and line: what preparing did"}};
+inline constexpr Text kHelpLeadIn{
+    De{"Einen leeren Takt voranstellen, wo Noten beginnen, bevor das Instrument bereit ist"},
+    En{"Put an empty measure in front where notes begin before the instrument is ready"}};
+inline constexpr Text kLeadIn{De{"ein leerer Takt steht jetzt davor"},
+                              En{"an empty measure stands in front now"}};
+inline constexpr Text kLeadInAlone{De{"--lead-in braucht --instrument"},
+                                   En{"--lead-in needs --instrument"}};
 inline constexpr Text kHelpAll{De{"Alle Tempo- und Taktwechsel zeigen"},
                                En{"Show all changes of tempo and time signature"}};
 inline constexpr Text kHelpConvert{De{"Speichert Songs in anderer Form"},

@@ -26,6 +26,10 @@ inline constexpr ChangeKind kReplaceSong{.name = Text{De{"Öffnen"}, En{"Opening
 inline constexpr ChangeKind kPrepareSong{
     .name = Text{De{"Vorbereiten"}, En{"Preparing"}}, .takeBack = true, .playsOn = true};
 
+/// Putting an empty measure in front.
+inline constexpr ChangeKind kInsertLeadIn{
+    .name = Text{De{"Vortakt einsetzen"}, En{"Insert Lead-In Measure"}}};
+
 /// Exchanging the song with what it was before the last change.
 inline constexpr ChangeKind kTakeBack{
     .name = Text{De{"Zurücknehmen"}, En{"Taking Back"}}, .playsOn = true, .exchanges = true};

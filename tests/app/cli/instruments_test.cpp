@@ -80,11 +80,28 @@ TEST_F(InstrumentsTest, ConvertsForAnInstrumentAndSaysWhatItDid) {
     const test::Bytes xgOn{0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00, 0xF7};
     EXPECT_EQ(Messages("new/song.mid"), (std::vector<test::Bytes>{xgOn}));
 
+    EXPECT_TRUE(Says("3 settings are repeated behind the reset (channel 1)")) << log_;
+    EXPECT_TRUE(Says("2 notes begin before the instrument is ready (channels 1, 10)")) << log_;
+
     const test::Bytes before = Get("new/song.mid");
     EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "15", "--out", At("dry"), "--dry-run"}),
               0);
     EXPECT_TRUE(Says("GS Reset"));
     EXPECT_FALSE(Exists("dry"));
+    ASSERT_EQ(
+        Run({"convert", At("songs"), "--instrument", "genos", "--out", At("dry"), "-n", "--json"}),
+        0);
+    const auto preparation = JsonLines(out_).at(0)["preparation"];
+    EXPECT_EQ(preparation["inserted"], 1);
+    EXPECT_EQ(preparation["kept"]["repeated"]["count"], 3);
+    EXPECT_EQ(preparation["kept"]["earlyNotes"]["channels"], (std::vector<int>{1, 10}));
+    ASSERT_EQ(Run({"convert", At("songs"), "--instrument", "genos", "--out", At("later"),
+                   "--lead-in", "auto"}),
+              0);
+    EXPECT_TRUE(Says("an empty measure stands in front now")) << log_;
+    EXPECT_FALSE(Says("before the instrument is ready")) << log_;
+    EXPECT_EQ(Messages("later/song.mid"), (std::vector<test::Bytes>{xgOn}));
+    EXPECT_EQ(Run({"convert", At("songs"), "--out", At("later"), "--lead-in", "auto"}), 2);
     EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "psr-s9", "--out", At("new")}), 2);
     EXPECT_TRUE(Says("Yamaha PSR-S950")) << log_;
     EXPECT_EQ(Run({"convert", At("songs"), "--instrument", "none", "--out", At("new")}), 2);
