@@ -16,6 +16,13 @@ voices and drum kits the program's own table has (without one, the common set wh
 XG, GM2 or GM), and the operations that prepare a song for the instrument, in their order, each with
 the option that decides it where there is one. Where the voices come from is told in [voice-tables.md](voice-tables.md).
 
+After the operations, for every instrument that has any, come four steps that keep the sound of the
+song. `PlaceResets` finds another track for a reset that the chosen one has no place for.
+`KeepDrumParts` makes drums of the channels that the song makes drums in another family's way: by a
+message for the part (GS), by bank select MSB 127 (XG) or 120 (GM2). `KeepChannelSettings` moves
+what the song sets behind the reset, or repeats it where a note begins before. `CountEarlyNotes`
+counts the notes that begin before the instrument is ready.
+
 Written by `tools/make_instrument_table.sh`.
 
 TEXT
