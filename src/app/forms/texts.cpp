@@ -1,5 +1,6 @@
 #include "app/forms/texts.h"
 
+#include "app/kept_words.h"
 #include "app/preparation_words.h"
 
 namespace tracksmith::forms::texts {
@@ -97,8 +98,11 @@ QString LoadingSummary(const song::LoadReport& report, Language language) {
 QString ChangesSummary(const song::LoadReport& report,
                        const instruments::PreparationReport& preparation, Language language) {
     QStringList parts;
-    if (preparation.inserted > 0 || preparation.removed > 0) {
+    if (preparation.Changed()) {
         parts << ToQString(app::PreparationLine(preparation, language));
+        for (const std::string& line : app::KeptLines(preparation, language)) {
+            parts << ToQString(line);
+        }
     }
     if (report.Kinds() > 0) {
         parts << LoadingSummary(report, language);

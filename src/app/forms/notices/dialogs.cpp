@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms/texts.h"
+#include "app/kept_words.h"
 #include "app/preparation_words.h"
 
 namespace tracksmith::forms {
@@ -33,6 +34,13 @@ std::vector<Row> ChangeRows(const song::LoadReport& report, Language language) {
 void AddMessages(QDialog& dialog, const session::Workspace& workspace, Language language) {
     const auto& preparation = workspace.preparation;
     AddLine(dialog, "Lbl_Prepared", ToQString(app::PreparationLine(preparation, language)));
+    QStringList kept;
+    for (const std::string& line : app::KeptLines(preparation, language)) {
+        kept << ToQString(line);
+    }
+    if (!kept.isEmpty()) {
+        AddLine(dialog, "Lbl_Kept", kept.join(u'\n'));
+    }
     if (preparation.notes.empty()) {
         return;
     }
