@@ -93,8 +93,8 @@ void MoveFirst(Song& song, const std::vector<Mover>& movers, std::int32_t ticks)
 std::int32_t FirstMeasureTicks(const TimeMap& map) {
     std::int64_t ticks = std::int64_t{4} * EffectiveDivision(map);
     if (!map.timeSignatures.empty() && map.timeSignatures.front().tick == 0) {
-        const TimeSignatureEntry& metre = map.timeSignatures.front();
-        ticks = ticks * metre.numerator / std::max<std::int64_t>(metre.denominator, 1);
+        const TimeSignatureEntry& signature = map.timeSignatures.front();
+        ticks = ticks * signature.numerator / std::max<std::int64_t>(signature.denominator, 1);
     }
     return static_cast<std::int32_t>(std::max<std::int64_t>(ticks, 1));
 }

@@ -11,12 +11,12 @@ TEST(LeadIn, MovesTheMusicAndLeavesWhatTheSongBeginsWith) {
     DecodedSong decoded(
         MidiFileBuilder()
             .Track(TrackBuilder()
-                       .Metre(0, 6, 3)
+                       .TimeSignature(0, 6, 3)
                        .Tempo(0, 400'000)
                        .Text(0, 3, "Waltz")
                        .Text(0, 5, "la")
                        .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
-                       .Metre(1440, 3, 2)
+                       .TimeSignature(1440, 3, 2)
                        .End())
             .Track(TrackBuilder().Note(0, 0, 60, 90).Program(0, 1, 30).NoteOff(480, 0, 60).End())
             .Track(TrackBuilder().Program(0, 0, 24).Program(0, 2, 7).Program(1, 3, 9).End())
@@ -45,7 +45,7 @@ TEST(LeadIn, MovesTheMusicAndLeavesWhatTheSongBeginsWith) {
 TEST(LeadIn, RefusesASongThatWouldBecomeTooLong) {
     DecodedSong decoded(
         MidiFileBuilder(0, 32'767)
-            .Track(TrackBuilder().Metre(0, 255, 0).Note(0x7FFE'0000, 0, 60, 90).End())
+            .Track(TrackBuilder().TimeSignature(0, 255, 0).Note(0x7FFE'0000, 0, 60, 90).End())
             .Build());
     decoded.Timed();
     const std::string before = decoded.List(0);
