@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Write the seed corpus of the fuzz targets: small MIDI files, each with one option byte in front,
-for the preparing of songs with three.
+for the preparing of songs with two or three.
 
 Usage: make_fuzz_corpus.py [FOLDER]      (default: fuzz/corpus beside this folder)
 
@@ -183,9 +183,12 @@ def main():
                 (folder / f"{name}.bin").write_bytes(bytes([options]) + data)
         for name, data in songs():
             (folder / f"{name}.bin").write_bytes(bytes([0]) + data)
+    (root / "keep_sound").mkdir(parents=True, exist_ok=True)
     for number, (name, data) in enumerate(songs()):
         # Instruments of several makers.
         (root / "sysex_check" / f"{name}.bin").write_bytes(bytes([0, 7 + 29 * number, 0]) + data)
+        for instrument in (0, 16, 82):
+            (root / "keep_sound" / f"{name}_{instrument}.bin").write_bytes(bytes([1, instrument]) + data)
 
 
 if __name__ == "__main__":
