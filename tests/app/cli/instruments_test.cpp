@@ -72,8 +72,26 @@ TEST_F(InstrumentsTest, TheDocumentedTableIsWhatTheProgramDoes) {
     EXPECT_NE(out_.find("| 15 | Roland SC-88 | 860 | RemoveGMSysex,"), std::string::npos);
 }
 
+// Notes at tick 0 and later ones that need the same voice.
+test::Bytes SongWithEarlyNotes() {
+    return test::MidiFileBuilder(0)
+        .Track(test::TrackBuilder()
+                   .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+                   .Short(0, 0xB0, 0, 8)
+                   .Short(0, 0xB0, 32, 1)
+                   .Program(0, 0, 24)
+                   .Note(0, 0, 60, 100)
+                   .Note(0, 9, 36, 100)
+                   .NoteOff(480, 0, 60)
+                   .NoteOff(0, 9, 36)
+                   .Note(0, 0, 62, 100)
+                   .NoteOff(480, 0, 62)
+                   .End(10))
+        .Build();
+}
+
 TEST_F(InstrumentsTest, ConvertsForAnInstrumentAndSaysWhatItDid) {
-    Put("songs/song.mid", Format0Song());
+    Put("songs/song.mid", SongWithEarlyNotes());
     ASSERT_EQ(Run({"convert", At("songs"), "--instrument", "genos", "--out", At("new")}), 0)
         << log_;
     EXPECT_TRUE(Says("Prepared for Yamaha Genos: −1 GM System On, +1 XG System On")) << log_;
