@@ -10,7 +10,7 @@ song::DecodeResult TMidiFunctions::DecodeMidiData(std::span<const std::uint8_t> 
     song::DecodeResult decoded =
         song::DecodeMidiData(workspace_.song, file, workspace_.decodeOptions, host_);
     if (workspace_.sysexOptions.automatic) {
-        RunSysexCheck(instruments::SysexIndex(std::move(decoded.sysex)));
+        RunSysexCheck(instruments::SysexIndex(std::move(decoded.sysex), decoded.drumBanks));
     }
     CheckEventCounter();
     return decoded;

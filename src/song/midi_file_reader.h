@@ -35,6 +35,8 @@ struct DecodeResult {
     bool timesAreSet = false;
     /// All system-exclusive events, in track order and then chain order.
     std::vector<SysexPlace> sysex;
+    /// A channel selects a bank (MSB) from kGm2DrumBank on, which some instruments take for drums.
+    bool drumBanks = false;
 };
 
 /// Decodes a Standard MIDI File (RP-001; formats 0, 1 and 2) from `file` into the emptied `song`:

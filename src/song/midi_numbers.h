@@ -84,6 +84,12 @@ inline constexpr std::uint8_t kGm2MelodyBank = 121;
 inline constexpr std::uint8_t kXgEffectVoiceBank = 64;
 inline constexpr std::uint8_t kXgEffectKitBank = 126;
 inline constexpr std::uint8_t kXgDrumBank = 127;
+/// Whether a channel message selects one of the banks from kGm2DrumBank on. Free of branches.
+constexpr bool IsDrumBank(std::uint8_t status, std::uint8_t data1, std::uint8_t data2) {
+    const unsigned controller = ((status & 0xF0U) << 8U) | data1;
+    return (static_cast<unsigned>(controller == (0xB000U | kBankMsb)) &
+            static_cast<unsigned>((data2 & 0x7FU) >= kGm2DrumBank)) != 0;
+}
 /// The drum channel of General MIDI, counted from 0.
 inline constexpr std::uint8_t kDrumChannel = 9;
 

@@ -234,6 +234,7 @@ DecodeResult SongBuilder::Finish(std::uint32_t largestTick) {
         std::clamp(largestTick + kRoomBehindLastEvent, kShortestSong, kMostTick));
     EndTracks();
     CompleteLists();
+    result_.drumBanks = drumBanks_;
     result_.timesAreSet = !split_ && result_.tempoMapInFirstTrack &&
                           std::max(largestStoredTick_, clock_.LastChange()) <= song_.songLength;
     return std::move(result_);

@@ -34,6 +34,7 @@ public:
         velocityZero_ += ends;
         status = static_cast<std::uint8_t>(status ^ (ends << 4));
         data2 = static_cast<std::uint8_t>(data2 | ((0U - ends) & kReleaseVelocity));
+        drumBanks_ |= IsDrumBank(status, data1, data2);
         Track& track = split_ ? song_.tracks[(status & 0x0FU) + 1U] : *track_;
         if (track.channel == 0xFF) [[unlikely]] {
             track.channel = static_cast<std::uint8_t>(status & 0x0F);
@@ -93,6 +94,7 @@ private:
     Track* track_ = nullptr; // where meta events and, without splitting, all events go
     StreamingClock clock_;
     std::int64_t velocityZero_ = 0;
+    bool drumBanks_ = false;
     std::int32_t largestStoredTick_ = 0;
     std::vector<std::int64_t> endTicks_; // -1 where a chunk had no End of Track
     DecodeResult result_;

@@ -83,11 +83,14 @@ public:
         }
     }
 
-    /// A system-exclusive message without its F0.
+    /// A system-exclusive message without its F0, with or without its F7.
     void Sysex(Bytes data) {
+        if (!data.empty() && data.back() == 0xF7) {
+            data = data.first(data.size() - 1);
+        }
         if (const Mode mode = ModeOf(data); mode != Mode::None) {
             Reset(mode);
-        } else if (IsRoland(data) && data.size() == 10 && data[4] == 0x40 &&
+        } else if (IsRoland(data) && data.size() == 9 && data[4] == 0x40 &&
                    (data[5] & 0xF0) == 0x10 && data[6] == 0x15 && SumIsRight(data)) {
             const bool heard =
                 rule_ == DrumRule::ByReset || (rule_ == DrumRule::PartGs && data[1] == gsDevice_);
@@ -95,7 +98,7 @@ public:
             if (heard) {
                 MakeDrums(channels_.at(part == 0 ? 9 : part < 10 ? part - 1 : part), data[7] != 0);
             }
-        } else if (IsXg(data) && data.size() == 8 && data[3] == 8 && data[4] < 16 && data[5] == 7 &&
+        } else if (IsXg(data) && data.size() == 7 && data[3] == 8 && data[4] < 16 && data[5] == 7 &&
                    (rule_ == DrumRule::ByReset || rule_ == DrumRule::BankXg)) {
             MakeDrums(channels_.at(data[4]), data[6] != 0);
         }
@@ -126,14 +129,16 @@ private:
         if (d.size() >= 4 && d[0] == 0x7E && d[2] == 9) {
             return d[3] == 3 ? Mode::Gm2 : d[3] == 1 || d[3] == 2 ? Mode::Gm : Mode::None;
         }
-        if (IsRoland(d) && d[5] == 0 && d[6] == 0x7F && (d[4] == 0x40 || d[4] == 0)) {
+        const bool gs = IsRoland(d) && d.size() == 9 && d[5] == 0 && d[6] == 0x7F && SumIsRight(d);
+        if (gs && ((d[4] == 0x40 && d[7] == 0) || (d[4] == 0 && d[7] <= 1))) {
             return Mode::Gs;
         }
-        if (IsXg(d) && d[3] == 0 && d[4] == 0 && (d[5] == 0x7E || d[5] == 0x7F)) {
+        const bool xg = IsXg(d) && d.size() == 7 && d[3] == 0 && d[4] == 0 && d[6] == 0;
+        if (xg && (d[5] == 0x7E || d[5] == 0x7F)) {
             return Mode::Xg;
         }
-        const bool ketron = d.size() == 6 && d[0] == 0x26 && d[1] == 0x7B && d[2] == 0x0E;
-        const bool technics = d.size() == 10 && d[0] == 0x50 && d[1] == 0x2C && d[4] == 0x1F;
+        const bool ketron = d.size() == 5 && d[0] == 0x26 && d[1] == 0x7B && d[2] == 0x0E;
+        const bool technics = d.size() == 9 && d[0] == 0x50 && d[1] == 0x2C && d[4] == 0x1F;
         return ketron || technics ? Mode::Own : Mode::None;
     }
 
@@ -262,7 +267,7 @@ private:
     // What RP-015 names.
     static void ResetControllers(Part& part) {
         ChannelState& state = part.sounding;
-        for (const std::size_t number : {1, 64, 65, 66, 67}) {
+        for (const std::size_t number : {1U, 64U, 65U, 66U, 67U}) {
             state.controllers.at(number) = 0;
         }
         state.controllers[11] = 127;
@@ -277,9 +282,9 @@ private:
         std::uint8_t number;
         std::uint8_t value;
     };
-    static constexpr Value kDefaults[] = {{7, 100}, {10, 64}, {11, 127}, {71, 64},
-                                          {72, 64}, {73, 64}, {74, 64},  {75, 64},
-                                          {76, 64}, {77, 64}, {78, 64},  {91, 40}};
+    static constexpr Value kDefaults[] = {{7, 100}, {8, 64},  {10, 64}, {11, 127}, {71, 64},
+                                          {72, 64}, {73, 64}, {74, 64}, {75, 64},  {76, 64},
+                                          {77, 64}, {78, 64}, {91, 40}};
 
     DrumRule rule_;
     std::uint8_t gsDevice_;

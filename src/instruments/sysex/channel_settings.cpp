@@ -183,8 +183,9 @@ std::vector<SettingEvent> ChannelSettings::InForce() const {
         std::ranges::for_each(parameter.steps, addEntry);
     }
     std::ranges::sort(list, {}, &SettingEvent::order);
-    const auto doubled = std::ranges::unique(list, {}, &SettingEvent::order);
-    list.erase(doubled.begin(), doubled.end());
+    const auto doubled = std::unique(
+        list.begin(), list.end(), [](const auto& a, const auto& b) { return a.order == b.order; });
+    list.erase(doubled, list.end());
     return list;
 }
 

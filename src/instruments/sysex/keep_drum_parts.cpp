@@ -13,7 +13,7 @@ constexpr int kMostEventsBeforeDrums = 50'000;
 bool SelectsOtherBank(const song::MidiEvent& event) {
     return event.length > 0 && event.Command() == song::kControlChange &&
            event.Channel() == song::kDrumChannel && event.data1 == song::kBankMsb &&
-           event.data2 != song::kXgDrumBank;
+           (event.data2 & 0x7F) != song::kXgDrumBank;
 }
 
 struct OpenTracks : song::EveryEvent {
@@ -61,7 +61,11 @@ bool MakesDrums(SysexBytes data, DrumWay way) {
 
 bool Concerns(song::Song& song, SysexSession& session, DrumWay way) {
     const SetUpMarks marks(song, session);
-    const auto& places = IndexOf(song, session).Places();
+    const SysexIndex& index = IndexOf(song, session);
+    if (index.DrumBanks() && (way == DrumWay::BankXg || way == DrumWay::BankGm2)) {
+        return true;
+    }
+    const auto places = index.Places();
     const bool messages = std::ranges::any_of(places, [&](const song::SysexPlace& place) {
         const SetUpMark mark = marks.Of(place.event);
         const bool counts =

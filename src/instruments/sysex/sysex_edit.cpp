@@ -161,6 +161,7 @@ void WriteReport(SysexSession& session) {
     report.inserted = CountOf(session, SysexNote::What::Inserted);
     report.removed = CountOf(session, SysexNote::What::Removed);
     report.found = CountOf(session, SysexNote::What::Found);
+    report.drumMap = session.drumMap;
     WithMemory(session, [&] {
         report.notes.clear();
         const std::size_t count = std::min(session.changes.size(), kMostNotes);

@@ -29,7 +29,8 @@ bool PositionBefore(const Position& position, const SysexPlace& place) {
 
 } // namespace
 
-SysexIndex::SysexIndex(std::vector<SysexPlace> places) : places_(std::move(places)) {
+SysexIndex::SysexIndex(std::vector<SysexPlace> places, bool drumBanks)
+    : places_(std::move(places)), drumBanks_(drumBanks) {
     if (!std::is_sorted(places_.begin(), places_.end(), Before)) {
         std::stable_sort(places_.begin(), places_.end(), Before);
     }
@@ -37,14 +38,16 @@ SysexIndex::SysexIndex(std::vector<SysexPlace> places) : places_(std::move(place
 
 SysexIndex SysexIndex::Of(song::Song& song) {
     std::vector<SysexPlace> places;
+    bool drumBanks = false;
     for (std::size_t i = 0; i < song.tracks.size(); ++i) {
         for (song::EventLink event = song.tracks[i].first; event; event = event->next) {
+            drumBanks |= song::IsDrumBank(event->status, event->data1, event->data2);
             if (event->status == song::kSystemExclusive) {
                 places.push_back({event, static_cast<std::int32_t>(i)});
             }
         }
     }
-    return SysexIndex(std::move(places));
+    return {std::move(places), drumBanks};
 }
 
 std::span<const SysexPlace> SysexIndex::At(std::int32_t track, std::int32_t tick) const {

@@ -23,6 +23,11 @@ bool IsAt(const ParameterMessage& message, std::uint8_t high, std::uint8_t middl
     return message.high == high && message.middle == middle && message.low == low;
 }
 
+// Whether the message has one value, of at most `most`.
+bool IsUpTo(const ParameterMessage& message, std::uint8_t most) {
+    return message.values.size() == 1 && message.values.front() <= most;
+}
+
 ResetKind UniversalReset(SysexBytes data) {
     constexpr int kGeneralMidi = 0x09;
     if (ByteAt(data, 2) != kGeneralMidi) {
@@ -88,11 +93,13 @@ ResetKind ResetKindOf(SysexBytes data) {
         return UniversalReset(data);
     }
     if (const auto gs = GsMessage(data)) {
-        const bool reset = IsAt(*gs, 0x40, 0, 0x7F) || IsAt(*gs, 0, 0, 0x7F);
+        const bool reset = (IsAt(*gs, 0x40, 0, 0x7F) && IsUpTo(*gs, 0)) ||
+                           (IsAt(*gs, 0, 0, 0x7F) && IsUpTo(*gs, 1)); // one of two modes
         return reset && gs->checksumRight ? ResetKind::Gs : ResetKind::None;
     }
     if (const auto xg = XgMessage(data)) {
-        return IsAt(*xg, 0, 0, 0x7E) || IsAt(*xg, 0, 0, 0x7F) ? ResetKind::Xg : ResetKind::None;
+        const bool reset = IsAt(*xg, 0, 0, 0x7E) || IsAt(*xg, 0, 0, 0x7F);
+        return reset && IsUpTo(*xg, 0) ? ResetKind::Xg : ResetKind::None;
     }
     const bool own = std::ranges::equal(data, DataOf(templates::kKetron)) ||
                      std::ranges::equal(data, DataOf(templates::kKn6000));

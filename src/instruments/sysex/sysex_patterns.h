@@ -66,8 +66,8 @@ enum class ResetKind : std::uint8_t { None, Gm, Gm2, Gs, Xg, Own };
 /// Which reset of all channels a message is, of any device: GM System On and Off (RP-003), GM2
 /// System On (RP-024), GS Reset and the system mode set of the SC-88, XG System On and All
 /// Parameter Reset, and the set-up messages of Ketron and Technics instruments, of which it is not
-/// published what else they reset (Own). None for any other message, also one with a wrong Roland
-/// checksum.
+/// published what else they reset (Own). None for any other message, also one with another value
+/// or a wrong Roland checksum.
 ResetKind ResetKindOf(SysexBytes data);
 
 /// A channel that is made a drum part or a melody part.

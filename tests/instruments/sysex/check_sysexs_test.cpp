@@ -343,7 +343,7 @@ TEST(CheckSysexs, AnIndexFromTheDecoderDoesTheSame) {
         }
     }
     std::reverse(places.begin(), places.end());
-    handed.session.index.emplace(places);
+    handed.session.index.emplace(places, false);
     EXPECT_EQ(handed.Check(2).List(true), walked.Check(2).List(true));
     EXPECT_EQ(Noted(handed.session, Note::What::Removed),
               Noted(walked.session, Note::What::Removed));

@@ -194,6 +194,20 @@ TEST_P(KeepSound, OfDrumPartsOfOtherFamilies) {
     }
 }
 
+// Under GS such a bank holds melody voices.
+TEST_P(KeepSound, OfMelodiesInBanksOfDrumsElsewhere) {
+    for (const int bank : {120, 126, 127}) {
+        const Bytes file = DrumSong(kResets[2], {}, bank, 200);
+        DecodedSong before(file);
+        DecodedSong after(file);
+        SysexSession session({}, after.host);
+        instruments::CheckSysexs(after.song, Instrument(GetParam()), session);
+        ExpectStable(after.song, session);
+        EXPECT_EQ(session.report.channels[10].lostDrumNotes, 0);
+        EXPECT_EQ(Unsaid(before.song, after.song, session.report).size(), 0U) << bank;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Groups, KeepSound,
                          testing::Values(0, 2, 12, 60, 19, 87, 10, 73, 13, 16, 82, 26, 51, 69, 45,
                                          53, 56, 67, 100, 71, 72),
