@@ -18,7 +18,7 @@ public:
 
     settings::SettingsStore& Store() { return store_; }
 
-private:
+    /// Where they are, for another store on the same settings.
     std::filesystem::path Location() const {
 #ifdef _WIN32
         return "Software\\TracksmithTest" + (folder_ / "").parent_path().filename().string();
@@ -27,6 +27,7 @@ private:
 #endif
     }
 
+private:
     TemporaryFolder folder_;
     settings::SettingsStore store_{Location()};
 };

@@ -106,6 +106,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
                        false,
                        false,
                        environment.openDevices,
+                       environment.settings,
                        &voices,
                        {}};
     try {

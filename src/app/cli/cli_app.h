@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <iosfwd>
 #include <span>
 #include <string>
@@ -21,6 +22,8 @@ struct CliEnvironment {
     Language language = Language::English;
     bool logIsTerminal = false;
     OpenDevices openDevices = &OpenSystemDevices;
+    /// Where the user's settings are, see settings::TMyRegistry; empty for the usual place.
+    std::filesystem::path settings = {};
 };
 
 /// Runs the command line `arguments` (without the program's name, UTF-8). Returns the exit code:

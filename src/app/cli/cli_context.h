@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -34,6 +35,8 @@ struct CliContext {
     /// Questions are answered Yes.
     bool yes = false;
     OpenDevices openDevices;
+    /// Where the user's settings are; empty for the usual place.
+    std::filesystem::path settings;
     /// The one set of voice tables of the run.
     instruments::VoiceTables* voices = nullptr;
     /// The chosen command, set while the arguments are read. Returns an exit code.

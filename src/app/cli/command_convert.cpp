@@ -15,6 +15,7 @@
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
+#include "app/cli/user_settings.h"
 #include "app/prepare_song.h"
 #include "app/save_song.h"
 #include "instruments/instrument_settings.h"
@@ -34,6 +35,7 @@ struct ConvertArguments {
     std::size_t jobs = std::max(std::thread::hardware_concurrency(), 1U);
     std::optional<std::int32_t> sysexTrack;
     bool gmBeforeGs = false;
+    bool withSettings = false;
     bool runningStatus = false;
     bool omitPortEvents = false;
     bool split = false;
@@ -65,6 +67,7 @@ public:
             if (instrument_ == nullptr) {
                 return kUsage;
             }
+            stored_ = StoredOptions();
         }
         NameTargets(inputs);
         batch_.SetUp([this](session::WorkOptions& options) { SetUp(options); });
@@ -82,15 +85,25 @@ private:
         }
     }
 
+    // Read once, as every reading opens the settings.
+    instruments::SysexOptions StoredOptions() const {
+        if (!arguments_.withSettings) {
+            return {};
+        }
+        settings::SettingsStore store = OpenSettings(context_);
+        return instruments::InstrumentSettings(store).ReadOptions(instrument_->name);
+    }
+
     void SetUp(session::WorkOptions& options) const {
         arguments_.reading.SetUp(options);
         options.decodeOptions.splitFormat0 = arguments_.split;
         options.encodeOptions.useRunningStatus = arguments_.runningStatus;
         options.encodeOptions.omitPortEvents = arguments_.omitPortEvents;
         instruments::SysexOptions& sysex = options.sysexOptions;
+        sysex = stored_;
         sysex.automatic = instrument_ != nullptr && arguments_.leadIn.empty();
-        sysex.gmBeforeGs = arguments_.gmBeforeGs;
-        sysex.fixedTrack = arguments_.sysexTrack.has_value();
+        sysex.gmBeforeGs |= arguments_.gmBeforeGs;
+        sysex.fixedTrack |= arguments_.sysexTrack.has_value();
         sysex.defaultTrack = arguments_.sysexTrack.value_or(sysex.defaultTrack + 1) - 1;
         if (instrument_ != nullptr) {
             options.outputs.outputs.front().SetName(instrument_->name);
@@ -101,6 +114,9 @@ private:
     const Text* FaultOf(const std::vector<InputFile>& inputs) const {
         if (!arguments_.leadIn.empty() && arguments_.instrument.empty()) {
             return &texts::kLeadInAlone;
+        }
+        if (arguments_.withSettings && arguments_.instrument.empty()) {
+            return &texts::kWithSettingsAlone;
         }
         if (arguments_.inPlace && !arguments_.out.empty()) {
             return &texts::kOutAndInPlace;
@@ -179,6 +195,7 @@ private:
     const ConvertArguments& arguments_;
     SongBatch batch_;
     const instruments::Instrument* instrument_ = nullptr;
+    instruments::SysexOptions stored_; // what the user has chosen for the instrument
     std::vector<Target> targets_;
 };
 
@@ -199,6 +216,8 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
         ->type_name("DIR");
     command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpInstrument))
         ->type_name("NAME");
+    command->add_flag("--with-settings", arguments->withSettings,
+                      context.Say(texts::kHelpWithSettings));
     command->add_flag("--gm-before-gs", arguments->gmBeforeGs, context.Say(texts::kHelpGmBeforeGs));
     command->add_option("--sysex-track", arguments->sysexTrack, context.Say(texts::kHelpSysexTrack))
         ->type_name("N")

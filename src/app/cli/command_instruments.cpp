@@ -13,7 +13,7 @@
 namespace tracksmith::cli {
 namespace {
 
-constexpr int kSchema = 1;
+constexpr int kSchema = 2;
 
 struct InstrumentsArguments {
     std::vector<std::string> words;
@@ -43,23 +43,28 @@ std::vector<InstrumentLine> LinesFor(const CliContext& context, const std::strin
     return lines;
 }
 
-std::vector<std::string_view> OperationNames(const InstrumentLine& line) {
-    std::vector<std::string_view> names;
+// Each with the condition under which it is taken, null for always.
+nlohmann::ordered_json OperationsJson(const InstrumentLine& line, Language language) {
+    auto operations = nlohmann::ordered_json::array();
     for (const instruments::OperationStep& step : line.operations) {
-        names.push_back(step.operation.name);
+        nlohmann::ordered_json operation{{"name", step.operation.name}, {"when", nullptr}};
+        if (step.when != nullptr) {
+            operation["when"] = step.when->words.In(language);
+        }
+        operations.push_back(std::move(operation));
     }
-    return names;
+    return operations;
 }
 
-void WriteJson(std::ostream& out, const InstrumentLine& line) {
+void WriteJson(const CliContext& context, const InstrumentLine& line) {
     nlohmann::ordered_json json{
         {"schema", kSchema},
         {"id", line.instrument->id},
         {"name", line.instrument->name},
         {"voices", line.voices},
         {"names", line.voices == 0 ? instruments::texts::SetName(line.names) : "own"},
-        {"operations", OperationNames(line)}};
-    out << json.dump() << "\n";
+        {"operations", OperationsJson(line, context.language)}};
+    context.out << json.dump() << "\n";
 }
 
 void WriteText(const CliContext& context, const InstrumentLine& line) {
@@ -103,7 +108,7 @@ int RunInstruments(const CliContext& context, const InstrumentsArguments& argume
     }
     for (const InstrumentLine& line : lines) {
         if (arguments.json) {
-            WriteJson(context.out, line);
+            WriteJson(context, line);
         } else {
             WriteText(context, line);
         }

@@ -95,6 +95,7 @@ public:
                    batch.context_.quiet,
                    batch.context_.yes,
                    batch.context_.openDevices,
+                   batch.context_.settings,
                    batch.context_.voices,
                    {}},
           host_(context_) {

@@ -6,7 +6,9 @@ set(SOURCES cli_app.cpp cli_app.h cli_context.h cli_message_host.cpp cli_message
     memory_share.cpp memory_share.h open_devices.h output_names.cpp output_names.h play_session.cpp play_session.h play_wishes.cpp
     play_wishes.h port_choice.cpp port_choice.h port_list.cpp port_list.h
     reading_options.cpp reading_options.h song_input.cpp
-    song_input.h terminal_line.cpp terminal_line.h texts.cpp texts.h)
+    song_input.h terminal_line.cpp terminal_line.h
+    texts.cpp texts.h
+    user_settings.h)
 if(TRACKSMITH_AUDIO)
   list(APPEND SOURCES command_render.cpp)
 else()

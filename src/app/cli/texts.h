@@ -38,6 +38,15 @@ inline constexpr Text kHelpLeadIn{
     En{"Put an empty measure in front where notes begin before the instrument is ready"}};
 inline constexpr Text kLeadIn{De{"ein leerer Takt steht jetzt davor"},
                               En{"an empty measure stands in front now"}};
+inline constexpr Text kHelpWithSettings{
+    De{"So vorbereiten, wie es das Einstellungsfenster für das Instrument festlegt; sonst mit den "
+       "Vorgaben: ohne GM vor GS, auf der Spur von Kanal 10, Effekte und Master-EQ des Songs "
+       "bleiben, Teile am üblichen Ausgang"},
+    En{"Prepare as the settings window says for the instrument; else with the defaults: no GM "
+       "before GS, on the track of channel 10, the song's effects and master EQ stay, parts at "
+       "their usual outputs"}};
+inline constexpr Text kWithSettingsAlone{De{"--with-settings braucht --instrument"},
+                                         En{"--with-settings needs --instrument"}};
 inline constexpr Text kLeadInAlone{De{"--lead-in braucht --instrument"},
                                    En{"--lead-in needs --instrument"}};
 inline constexpr Text kHelpAll{De{"Alle Tempo- und Taktwechsel zeigen"},

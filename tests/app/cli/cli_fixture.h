@@ -20,8 +20,8 @@ protected:
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream log;
-        const int code =
-            RunCli(arguments, {in, out, log, "1.2.3", language_, terminal_, openDevices_});
+        const int code = RunCli(
+            arguments, {in, out, log, "1.2.3", language_, terminal_, openDevices_, settings_});
         out_ = out.str();
         log_ = log.str();
         return code;
@@ -47,6 +47,7 @@ protected:
     Language language_ = Language::English;
     bool terminal_ = false;
     OpenDevices openDevices_ = &OpenSystemDevices;
+    std::filesystem::path settings_;
     std::string out_;
     std::string log_;
 };

@@ -2,9 +2,11 @@
 
 #include "base/recording_message_host.h"
 #include "cli_fixture.h"
+#include "support/scratch_settings.h"
 
 #include "app/load_sequence.h"
 #include "instruments/catalogue.h"
+#include "instruments/instrument_settings.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -57,7 +59,14 @@ TEST_F(InstrumentsTest, ListsTheCatalogueAndFindsInstrumentsByWords) {
     const json line = JsonLines(out_).at(0);
     EXPECT_EQ(line["id"], 74);
     EXPECT_GT(line["voices"], 1000);
-    EXPECT_EQ(line["operations"].front(), "RemoveGMSysex");
+    EXPECT_EQ(line["operations"].front(), json({{"name", "RemoveGMSysex"}, {"when", nullptr}}));
+    EXPECT_EQ(std::ranges::count(line["operations"], "only with Yamaha DSPs",
+                                 [](const json& each) {
+                                     return each["when"].is_string()
+                                                ? each["when"].get<std::string>()
+                                                : "";
+                                 }),
+              2);
     ASSERT_EQ(Run({"instruments", "--json", "genos2"}), 0);
     EXPECT_EQ(JsonLines(out_).at(0)["names"], "XG");
     EXPECT_EQ(Run({"instruments", "no", "such", "thing"}), 1);
@@ -137,6 +146,36 @@ TEST_F(InstrumentsTest, PutsTheMessagesOnTheTrackAskedFor) {
                    "--sysex-track", "3", "--out", At("b")}),
               0);
     EXPECT_NE(Get("a/song.mid"), Get("b/song.mid"));
+}
+
+TEST_F(InstrumentsTest, PreparesAsTheUserHasChosenOnlyWhenAsked) {
+    const test::ScratchSettings scratch;
+    settings_ = scratch.Location();
+    {
+        settings::SettingsStore store(settings_);
+        instruments::InstrumentSettings chosen(store);
+        for (const instruments::SysexSwitch& each : instruments::SysexSwitches()) {
+            if (each.field == &instruments::SysexOptions::gmBeforeGs) {
+                ASSERT_TRUE(chosen.WriteSwitch(each, "Roland SC-88Pro", true));
+            }
+        }
+    }
+    Put("song.mid", Format1Song());
+    const std::vector<std::string> convert{"convert", At("song.mid"), "--instrument",
+                                           "Roland SC-88Pro", "--out"};
+    const auto messages = [&](const std::string& folder, const std::string& option) {
+        std::vector<std::string> arguments = convert;
+        arguments.push_back(At(folder));
+        if (!option.empty()) {
+            arguments.push_back(option);
+        }
+        EXPECT_EQ(Run(arguments), 0) << log_;
+        return Messages(folder + "/song.mid");
+    };
+    const test::Bytes gmOn{0x7E, 0x7F, 0x09, 0x01, 0xF7};
+    EXPECT_EQ(std::ranges::count(messages("plain", ""), gmOn), 0);
+    EXPECT_EQ(std::ranges::count(messages("chosen", "--with-settings"), gmOn), 1);
+    EXPECT_EQ(Run({"convert", At("song.mid"), "--with-settings", "--out", At("x")}), 2);
 }
 
 // Whatever the number of jobs, files and lines come out the same and in order.
