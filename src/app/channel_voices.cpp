@@ -24,7 +24,7 @@ instruments::ChannelVoice FirstVoiceOf(const instruments::VoiceTables& tables,
         return FindVoice(tables, instrument, kits, numbers, options).match == VoiceMatch::Exact;
     };
     const VoiceNumbers voice = numbersFor(false);
-    const bool drums = line.channel == kDrumChannel ||
+    const bool drums = line.channel == kDrumChannel || line.drumPart ||
                        (!isExact(false, voice) &&
                         (instruments::IsKitBank(instrument, voice.msb) || isExact(true, voice)));
     return {instrument, drums, drums ? numbersFor(true) : voice};

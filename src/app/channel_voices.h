@@ -10,8 +10,9 @@
 namespace tracksmith::app {
 
 /// What a channel plays first on `instrument`: its numbers, where the song selects no bank those of
-/// the bank in which the instrument starts. Channel 10, a channel whose numbers only a drum kit
-/// has, and one in a bank of kits play a kit. 0/0/0 when the song names no program.
+/// the bank in which the instrument starts. Channel 10, a channel that the song makes a drum part,
+/// one whose numbers only a drum kit has, and one in a bank of kits play a kit. 0/0/0 when the song
+/// names no program.
 instruments::ChannelVoice FirstVoiceOf(const instruments::VoiceTables& tables,
                                        const SongDescription::ChannelLine& line,
                                        instruments::InstrumentId instrument,

@@ -151,8 +151,12 @@ SongDescription DescribeSong(const session::Workspace& workspace) {
     }
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (channels[i].used) {
-            description.channels.push_back(
-                {static_cast<std::uint8_t>(i), channels[i].notes, {}, {}, {}});
+            description.channels.push_back({.channel = static_cast<std::uint8_t>(i),
+                                            .notes = channels[i].notes,
+                                            .bankMsb = {},
+                                            .bankLsb = {},
+                                            .program = {},
+                                            .drumPart = workspace.preparation.drumMap.at(i) != 0});
         }
     }
     DescribeVoices(song, description.channels);

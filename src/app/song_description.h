@@ -31,6 +31,8 @@ struct SongDescription {
         std::optional<std::uint8_t> bankMsb;
         std::optional<std::uint8_t> bankLsb;
         std::optional<std::uint8_t> program;
+        /// The song as prepared makes the channel a drum part by a message of its own.
+        bool drumPart = false;
     };
     /// A tempo change or a change of time signature with its place.
     struct TempoLine {

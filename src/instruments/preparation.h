@@ -91,6 +91,8 @@ struct PreparationReport {
     std::array<ChannelReport, 16> channels;
     /// Set-up messages of the song that moved behind a reset.
     std::int32_t movedMessages = 0;
+    /// What the GS rhythm message of each channel says: 0 melody, 1 and 2 drum maps.
+    std::array<std::uint8_t, 16> drumMap{};
 
     /// The song is not as it was before.
     bool Changed() const {
