@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/midi_functions.h"
+#include "app/texts.h"
 #include "song/lead_in.h"
 
 namespace tracksmith::app {
@@ -46,19 +47,32 @@ bool HasEarlyNotes(const instruments::PreparationReport& report) {
                                [](const auto& channel) { return channel.earlyNotes > 0; });
 }
 
-bool PrepareSongWithLeadIn(session::Session& session, MessageHost& host) {
-    PrepareSong(session, host);
-    if (!HasEarlyNotes(session.Work().preparation) || !session.LastChange().Available()) {
+bool CanInsertLeadIn(const session::Session& session) {
+    const session::TakeBack& last = session.LastChange();
+    return last.Available() && !last.Taken() &&
+           last.Name().english == session::kPrepareSong.name.english &&
+           HasEarlyNotes(session.Work().preparation);
+}
+
+// The measure goes in before the reset: what stands behind a reset would move away from it.
+bool InsertLeadIn(session::Session& session, MessageHost& host) {
+    if (session.LastChange().Touched() &&
+        !host.AskYesNo(texts::kLeadInLosesChanges.In(host.CurrentLanguage()))) {
         return false;
     }
     bool inserted = false;
     session.TakeBackLastChange(host);
     session.Change(session::kInsertLeadIn, host, [&](session::Workspace& workspace) {
         inserted = song::InsertLeadInMeasure(workspace.song);
-        return inserted;
+        TMidiFunctions(workspace, host).CheckSysexs();
+        return true;
     });
-    PrepareSong(session, host);
     return inserted;
+}
+
+bool PrepareSongWithLeadIn(session::Session& session, MessageHost& host) {
+    PrepareSong(session, host);
+    return CanInsertLeadIn(session) && InsertLeadIn(session, host);
 }
 
 } // namespace tracksmith::app

@@ -28,9 +28,18 @@ void PrepareSong(session::Session& session, MessageHost& host);
 /// Whether notes begin before the instrument is ready, as the last preparation counted them.
 bool HasEarlyNotes(const instruments::PreparationReport& report);
 
-/// PrepareSong for a song that was loaded without; where notes begin before the instrument is ready
-/// it is prepared with an empty measure in front, see song::InsertLeadInMeasure. Returns whether
-/// there is one now. Raises EMidiError.
+/// Whether InsertLeadIn can do something: the song was prepared last, notes begin before the
+/// instrument is ready, and the preparing can be taken back.
+bool CanInsertLeadIn(const session::Session& session);
+
+/// Takes the preparing back, puts an empty measure in front (see song::InsertLeadInMeasure) and
+/// prepares the song with it, which can be taken back as one. Asks first where changes made by hand
+/// since the preparing would be lost. Returns whether there is such a measure now; only when
+/// CanInsertLeadIn. Raises EMidiError.
+bool InsertLeadIn(session::Session& session, MessageHost& host);
+
+/// PrepareSong for a song that was loaded without, with InsertLeadIn where that helps. Returns
+/// whether there is an empty measure in front now. Raises EMidiError.
 bool PrepareSongWithLeadIn(session::Session& session, MessageHost& host);
 
 } // namespace tracksmith::app

@@ -11,6 +11,11 @@
 /// Texts of opening and saving files. The wordings are fixed, misspellings included.
 namespace tracksmith::app::texts {
 
+inline constexpr Text kLeadInLosesChanges{
+    De{"Was seit dem Vorbereiten von Hand geändert wurde, geht dabei verloren. Trotzdem einen "
+       "Vortakt einsetzen?"},
+    En{"What was changed by hand since the song was prepared will be lost. Insert a lead-in "
+       "measure nevertheless?"}};
 inline constexpr Text kBufferMemory{De{"Speicherzuordnungsfehler: Bitte mehr Speicher!"},
                                     En{"Error allocating memory!"}};
 inline constexpr Text kOpenFailed{De{"Fehler beim Zugriff auf der Datei"},

@@ -25,6 +25,7 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "app/prepare_song.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {
@@ -144,6 +145,7 @@ void TMainForm::EndNow() {
 void TMainForm::ConnectAreas() {
     connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::MMF_WhatChangedClick);
     connect(notice_, &NoticeBar::TakeBackPressed, this, &TMainForm::MME_TakeBackClick);
+    connect(notice_, &NoticeBar::LeadInPressed, this, &TMainForm::MMI_InsertLeadInClick);
     connect(notice_, &NoticeBar::ReloadPressed, this, &TMainForm::MMF_ReloadMidifileClick);
 }
 
@@ -197,7 +199,8 @@ void TMainForm::ShowCommands() {
     const session::TakeBack& last = session_.LastChange();
     menu_->SetState({.song = session_.HasSong(),
                      .songFile = session_.HasSong() && !session_.Work().file.source.empty(),
-                     .takeBack = last.Available()});
+                     .takeBack = last.Available(),
+                     .leadIn = app::CanInsertLeadIn(session_)});
     if (last.Available()) {
         menu_->SetTextOf(commands::kTakeBack,
                          [name = last.Name(), taken = last.Taken()](Language language) {

@@ -122,6 +122,7 @@ public:
     // Instrument
     void MMI_ChooseInstrumentClick();
     void MMI_PrepareSongClick();
+    void MMI_InsertLeadInClick();
     void MMI_VoicesClick();
     // View, Settings, Help
     void MMV_NextPageClick();

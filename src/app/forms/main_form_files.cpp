@@ -10,6 +10,7 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/load_sequence.h"
+#include "app/prepare_song.h"
 #include "app/refusal_words.h"
 
 // The commands that open and save songs.
@@ -91,7 +92,8 @@ void TMainForm::RememberFile(const std::filesystem::path& file) {
 
 void TMainForm::ShowChanges() {
     const session::TakeBack& last = session_.LastChange();
-    notice_->ShowChanges(session_.Work(), last.Available() && !last.Taken());
+    notice_->ShowChanges(session_.Work(), last.Available() && !last.Taken(),
+                         app::CanInsertLeadIn(session_));
 }
 
 void TMainForm::ClearMidiMemory() {

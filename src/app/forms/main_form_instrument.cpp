@@ -84,6 +84,14 @@ void TMainForm::MMI_PrepareSongClick() {
     }
 }
 
+void TMainForm::MMI_InsertLeadInClick() {
+    bool inserted = false;
+    if (Run([&] { inserted = app::InsertLeadIn(session_, host_); })) {
+        ShowChanges();
+        status_->ShowStatus(inserted ? texts::kLeadInInserted : texts::kNoLeadIn);
+    }
+}
+
 // The first voice of a channel, with the reason where it is only similar.
 QString TMainForm::PlayingText(std::size_t channel) const {
     for (const auto& line : songView_->Description().channels) {

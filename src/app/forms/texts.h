@@ -91,7 +91,8 @@ inline constexpr Text kAbout{De{"&Über Tracksmith"}, En{"&About Tracksmith"}};
 
 inline constexpr Text kMenuInstrument{De{"&Instrument"}, En{"&Instrument"}};
 inline constexpr Text kChooseInstrument{De{"Instrument &wählen…"}, En{"&Choose…"}};
-inline constexpr Text kPrepareAgain{De{"Song neu &vorbereiten"}, En{"&Prepare Song Again"}};
+inline constexpr Text kPrepareAgain{De{"Song &neu vorbereiten"}, En{"&Prepare Song Again"}};
+inline constexpr Text kInsertLeadIn{De{"&Vortakt einsetzen"}, En{"Insert &Lead-In Measure"}};
 inline constexpr Text kVoices{De{"&Klänge…"}, En{"&Voices…"}};
 inline constexpr Text kInstrumentSettings{De{"&Instrumente…"}, En{"&Instruments…"}};
 
@@ -265,6 +266,10 @@ QString RouteOutputName(int channel, Language language);
 QString RouteTargetName(int channel, Language language);
 
 inline constexpr Text kTakeBack{De{"&Zurücknehmen"}, En{"&Take Back"}};
+inline constexpr Text kLeadInInserted{De{"Ein leerer Takt steht jetzt am Anfang."},
+                                      En{"An empty measure stands in front now."}};
+inline constexpr Text kNoLeadIn{De{"Kein Takt eingesetzt."}, En{"No measure was inserted."}};
+inline constexpr Text kLeadInButton{De{"&Vortakt einsetzen"}, En{"Insert a &Lead-In Measure"}};
 inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
 
 /// The menu's text for taking back `change`, or for carrying it out again once `taken`.

@@ -26,9 +26,9 @@ inline constexpr ChangeKind kReplaceSong{.name = Text{De{"Öffnen"}, En{"Opening
 inline constexpr ChangeKind kPrepareSong{
     .name = Text{De{"Vorbereiten"}, En{"Preparing"}}, .takeBack = true, .playsOn = true};
 
-/// Putting an empty measure in front.
-inline constexpr ChangeKind kInsertLeadIn{
-    .name = Text{De{"Vortakt einsetzen"}, En{"Insert Lead-In Measure"}}};
+/// Putting an empty measure in front and preparing the song with it.
+inline constexpr ChangeKind kInsertLeadIn{.name = Text{De{"Vortakt"}, En{"Lead-In Measure"}},
+                                          .takeBack = true};
 
 /// Exchanging the song with what it was before the last change.
 inline constexpr ChangeKind kTakeBack{

@@ -122,6 +122,7 @@ bool Session::Modified() const {
 
 void Session::MarkModified() {
     work_.modified = true;
+    takeBack_.Touch();
     listeners_.Tell(&SessionListener::OnFileState);
 }
 

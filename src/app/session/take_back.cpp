@@ -31,6 +31,7 @@ void TakeBack::Arm(const Text& name) {
     name_ = name;
     armed_ = true;
     taken_ = false;
+    touched_ = false;
 }
 
 void TakeBack::Restore(Workspace& workspace) const {
@@ -51,6 +52,7 @@ void TakeBack::Drop() {
     decode_ = nullptr;
     armed_ = false;
     taken_ = false;
+    touched_ = false;
 }
 
 void TakeBack::Exchange(Workspace& workspace, MessageHost& host) {
@@ -62,6 +64,7 @@ void TakeBack::Exchange(Workspace& workspace, MessageHost& host) {
         std::swap(former_, next_);
     }
     taken_ = !taken_;
+    touched_ = false;
 }
 
 // Into a song of its own first, so that the one in memory stays when memory ends.

@@ -39,6 +39,11 @@ public:
     /// The change has been taken back; Exchange carries it out again.
     bool Taken() const { return taken_; }
 
+    /// Data bytes of the song have been changed in place.
+    void Touch() { touched_ = true; }
+    /// The song in memory has been changed in place since: what taking back would undo as well.
+    bool Touched() const { return touched_; }
+
     /// Exchanges the song in memory with the kept one. Throws std::bad_alloc and EMidiError; the
     /// song in memory is as before then.
     void Exchange(Workspace& workspace, MessageHost& host);
@@ -67,6 +72,7 @@ private:
     Text name_{Both{""}};
     bool armed_ = false;
     bool taken_ = false;
+    bool touched_ = false;
 };
 
 } // namespace tracksmith::session

@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include "app/prepare_song.h"
 #include "song/check_song.h"
 
 namespace tracksmith::forms {
@@ -109,6 +110,32 @@ TEST_F(InstrumentTest, PreparingIsTakenBackFromTheNoticeAndByTheKey) {
     EXPECT_FALSE(form_->Session().Modified());
     Trigger("MME_TakeBack");
     EXPECT_EQ(messages(), 1);
+}
+
+TEST_F(InstrumentTest, ALeadInMeasureIsOfferedWhereNotesBeginTooEarly) {
+    store_->WriteStrToUserRegistry("MidiInstrument00", "Yamaha Genos2");
+    OpenWindow();
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    const std::int32_t length = form_->Session().Song().songLength;
+    auto* menu = Find<QAction>("MMI_InsertLeadIn");
+    auto* button = Find<QPushButton>("Btn_LeadIn");
+    EXPECT_TRUE(button->isVisible());
+    EXPECT_TRUE(menu->isEnabled());
+    form_->Session().MarkModified(); // by hand
+    {
+        BoxAnswer no("Btn_No");
+        button->click();
+        EXPECT_EQ(form_->Session().Song().songLength, length);
+    }
+    BoxAnswer yes("Btn_Yes");
+    button->click();
+    EXPECT_EQ(form_->Session().Song().songLength, length + 3 * 480);
+    EXPECT_FALSE(app::HasEarlyNotes(form_->Session().Work().preparation));
+    EXPECT_FALSE(button->isVisible());
+    EXPECT_FALSE(menu->isEnabled());
+    EXPECT_EQ(song::CheckSong(form_->Session().Song()), "");
+    Trigger("MME_TakeBack");
+    EXPECT_EQ(form_->Session().Song().songLength, length);
 }
 
 TEST_F(InstrumentTest, PreparingGoesOnPlayingWhereItWas) {

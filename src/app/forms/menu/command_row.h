@@ -20,6 +20,8 @@ struct MenuState {
     bool songFile = false;
     /// The last change of the whole song can be taken back.
     bool takeBack = false;
+    /// An empty measure in front would help the instrument to be ready in time.
+    bool leadIn = false;
 };
 
 /// A field of MenuState that must be true for a command to be enabled.
@@ -28,6 +30,7 @@ inline constexpr Condition kAlways = nullptr;
 inline constexpr Condition kWithSong = &MenuState::song;
 inline constexpr Condition kWithSongFile = &MenuState::songFile;
 inline constexpr Condition kWithTakeBack = &MenuState::takeBack;
+inline constexpr Condition kWithEarlyNotes = &MenuState::leadIn;
 
 /// The keys of a command.
 struct CommandKeys {

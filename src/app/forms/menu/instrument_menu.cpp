@@ -19,6 +19,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      &TMainForm::MMI_PrepareSongClick,
      kWithSong,
      {"Ctrl+Shift+I"}},
+    {"MMI_InsertLeadIn", texts::kInsertLeadIn, &TMainForm::MMI_InsertLeadInClick, kWithEarlyNotes},
     {"MMI_Voices", texts::kVoices, &TMainForm::MMI_VoicesClick, kAlways, {"Ctrl+K"}},
 });
 

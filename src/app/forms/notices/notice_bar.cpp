@@ -1,5 +1,6 @@
 #include "app/forms/notices/notice_bar.h"
 
+#include <initializer_list>
 #include <utility>
 
 #include "base/forms/labels.h"
@@ -18,6 +19,7 @@ NoticeBar::NoticeBar(QWidget* parent)
       text_(new ElidedLabel),
       waiting_(NewCaption("Lbl_NoticesWaiting", this)),
       details_(AddButton("Btn_Details", &NoticeBar::DetailsPressed)),
+      leadIn_(AddButton("Btn_LeadIn", &NoticeBar::LeadInPressed)),
       takeBack_(AddButton("Btn_TakeBack", &NoticeBar::TakeBackPressed)),
       reload_(AddButton("Btn_Reload", &NoticeBar::ReloadPressed)),
       close_(new QToolButton) {
@@ -30,9 +32,9 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() / 2, Gap() / 2);
     row->addWidget(text_, 1);
-    for (QWidget* widget : {static_cast<QWidget*>(waiting_), static_cast<QWidget*>(details_),
-                            static_cast<QWidget*>(takeBack_), static_cast<QWidget*>(reload_),
-                            static_cast<QWidget*>(close_)}) {
+    const std::initializer_list<QWidget*> buttons{waiting_,  details_, leadIn_,
+                                                  takeBack_, reload_,  close_};
+    for (QWidget* widget : buttons) {
         row->addWidget(widget);
     }
     connect(close_, &QToolButton::clicked, this, &NoticeBar::CloseShown);
@@ -46,7 +48,8 @@ QPushButton* NoticeBar::AddButton(const char* objectName, void (NoticeBar::*sign
     return button;
 }
 
-void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBack) {
+void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBack,
+                            bool canInsertLeadIn) {
     Forget(Subject::Song);
     if (workspace.loadReport.Kinds() > 0 || workspace.preparation.Changed()) {
         Add({.subject = Subject::Song,
@@ -56,7 +59,8 @@ void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBac
                      return texts::ChangesSummary(report, preparation, language);
                  },
              .details = true,
-             .takeBack = canTakeBack});
+             .takeBack = canTakeBack,
+             .leadIn = canInsertLeadIn});
     }
 }
 
@@ -119,6 +123,7 @@ void NoticeBar::Render() {
     waiting_->setVisible(notices_.size() > 1);
     waiting_->setText(texts::NoticesWaiting(notices_.size() - 1, language_));
     details_->setVisible(shown.details);
+    leadIn_->setVisible(shown.leadIn);
     takeBack_->setVisible(shown.takeBack);
     reload_->setVisible(shown.reload);
 }
@@ -127,6 +132,7 @@ void NoticeBar::Retranslate(Language language) {
     language_ = language;
     setAccessibleName(InLanguage(texts::kNotice, language));
     details_->setText(InLanguage(texts::kDetails, language));
+    leadIn_->setText(InLanguage(texts::kLeadInButton, language));
     takeBack_->setText(InLanguage(texts::kTakeBackButton, language));
     reload_->setText(InLanguage(texts::kReloadButton, language));
     close_->setAccessibleName(InLanguage(texts::kCloseNotice, language));

@@ -27,8 +27,8 @@ public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
     /// Tells what loading and preparing changed in the song, if anything; instead of all that was
-    /// said about the song before. `canTakeBack` adds the button for it.
-    void ShowChanges(const session::Workspace& workspace, bool canTakeBack);
+    /// said about the song before. `canTakeBack` and `canInsertLeadIn` add the buttons for it.
+    void ShowChanges(const session::Workspace& workspace, bool canTakeBack, bool canInsertLeadIn);
 
     /// Takes all notices away.
     void Clear();
@@ -49,6 +49,7 @@ signals:
     void DetailsPressed();
     void ReloadPressed();
     void TakeBackPressed();
+    void LeadInPressed();
 
 private:
     /// What a notice is about; a newer one on the same subject takes its place.
@@ -59,6 +60,7 @@ private:
         bool details = false;
         bool reload = false;
         bool takeBack = false;
+        bool leadIn = false;
     };
 
     QPushButton* AddButton(const char* objectName, void (NoticeBar::*signal)());
@@ -72,6 +74,7 @@ private:
     ElidedLabel* text_;
     QLabel* waiting_;
     QPushButton* details_;
+    QPushButton* leadIn_;
     QPushButton* takeBack_;
     QPushButton* reload_;
     QToolButton* close_;
