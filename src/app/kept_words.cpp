@@ -9,10 +9,10 @@ using instruments::ChannelReport;
 
 // One entry for each kind; those of no channel are null.
 constexpr auto kCounts = std::to_array<std::int32_t ChannelReport::*>(
-    {&ChannelReport::moved, &ChannelReport::repeated, &ChannelReport::undone, nullptr, nullptr,
-     &ChannelReport::lost, &ChannelReport::lostDrumNotes, &ChannelReport::earlyNotes});
+    {&ChannelReport::earlyNotes, &ChannelReport::lost, &ChannelReport::lostDrumNotes,
+     &ChannelReport::moved, &ChannelReport::repeated, &ChannelReport::undone, nullptr, nullptr});
 constexpr auto kNames = std::to_array<std::string_view>(
-    {"moved", "repeated", "undone", "parts", "messages", "lost", "lostDrumNotes", "earlyNotes"});
+    {"earlyNotes", "lost", "lostDrumNotes", "moved", "repeated", "undone", "parts", "messages"});
 
 std::int64_t CountOf(const ChannelReport& channel, KeptKind kind) {
     const auto count = kCounts.at(static_cast<std::size_t>(kind));

@@ -13,16 +13,16 @@
 /// What preparing a song did so that it sounds as before, in words.
 namespace tracksmith::app {
 
-/// What happened to the settings of a song, or could not be kept.
+/// What happened to the settings of a song, what could not be kept first.
 enum class KeptKind : std::uint8_t {
+    EarlyNotes,    ///< notes that begin before the instrument is ready
+    Lost,          ///< settings that could not be put back
+    LostDrumNotes, ///< notes that change from drums to melody or back
     Moved,         ///< settings behind the reset
     Repeated,      ///< settings that are there twice
     Undone,        ///< values of a reset that was taken out
     Parts,         ///< channels that were made drums, or melody, in the instrument's way
     Messages,      ///< set-up messages behind the reset
-    Lost,          ///< settings that could not be put back
-    LostDrumNotes, ///< notes that change from drums to melody or back
-    EarlyNotes,    ///< notes that begin before the instrument is ready
     Count
 };
 

@@ -25,6 +25,17 @@ struct PluralText {
 
 // By KeptKind, behind the number.
 constexpr auto kKept = std::to_array<PluralText>({
+    {{De{" Note beginnt, bevor das Instrument bereit ist"},
+      En{" note begins before the instrument is ready"}},
+     {De{" Noten beginnen, bevor das Instrument bereit ist"},
+      En{" notes begin before the instrument is ready"}}},
+    {{De{" Einstellung konnte nicht zurückgesetzt werden"}, En{" setting could not be put back"}},
+     {De{" Einstellungen konnten nicht zurückgesetzt werden"},
+      En{" settings could not be put back"}}},
+    {{De{" Note wechselt zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
+      En{" note changes between drums and melody: the instrument knows no way here"}},
+     {De{" Noten wechseln zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
+      En{" notes change between drums and melody: the instrument knows no way here"}}},
     {{De{" Einstellung steht jetzt hinter dem Reset"}, En{" setting stands behind the reset now"}},
      {De{" Einstellungen stehen jetzt hinter dem Reset"},
       En{" settings stand behind the reset now"}}},
@@ -44,17 +55,6 @@ constexpr auto kKept = std::to_array<PluralText>({
       En{" set-up message stands behind the reset now"}},
      {De{" Einrichtungsmeldungen stehen jetzt hinter dem Reset"},
       En{" set-up messages stand behind the reset now"}}},
-    {{De{" Einstellung konnte nicht zurückgesetzt werden"}, En{" setting could not be put back"}},
-     {De{" Einstellungen konnten nicht zurückgesetzt werden"},
-      En{" settings could not be put back"}}},
-    {{De{" Note wechselt zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
-      En{" note changes between drums and melody: the instrument knows no way here"}},
-     {De{" Noten wechseln zwischen Schlagzeug und Melodie: Das Instrument kennt hier keinen Weg"},
-      En{" notes change between drums and melody: the instrument knows no way here"}}},
-    {{De{" Note beginnt, bevor das Instrument bereit ist"},
-      En{" note begins before the instrument is ready"}},
-     {De{" Noten beginnen, bevor das Instrument bereit ist"},
-      En{" notes begin before the instrument is ready"}}},
 });
 constexpr Text kOnChannel{De{" (Kanal "}, En{" (channel "}};
 constexpr Text kOnChannels{De{" (Kanäle "}, En{" (channels "}};

@@ -2,14 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "base/data_folders.h"
 #include "base/recording_message_host.h"
 #include "support/scratch_settings.h"
 #include "support/session_edit.h"
 #include "support/song_assert.h"
 
+#include "app/channel_voices.h"
 #include "app/load_sequence.h"
 #include "app/preparation_words.h"
 #include "app/save_song.h"
+#include "instruments/catalogue.h"
 
 namespace tracksmith::app {
 namespace {
@@ -95,6 +98,27 @@ TEST_F(PrepareSongTest, PreparesAgainForAnotherInstrumentAndStaysStable) {
     EXPECT_EQ(session_.Work().preparation.inserted + session_.Work().preparation.removed, 0);
     const auto again = EncodeSong(session_, SaveFormat::AsSong, host_);
     EXPECT_EQ(Bytes(again.begin(), again.end()), saved);
+}
+
+// A GS song makes channel 11 drums by a message, not by a bank.
+TEST_F(PrepareSongTest, NamesADrumPartOfAGsSongAsAKit) {
+    const Bytes file =
+        MidiFileBuilder()
+            .Track(TrackBuilder()
+                       .Sysex(0, {0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x41, 0xF7})
+                       .Sysex(60, {0x41, 0x10, 0x42, 0x12, 0x40, 0x1A, 0x15, 0x02, 0x0F, 0xF7})
+                       .End())
+            .Track(TrackBuilder().Program(480, 10, 8).Note(0, 10, 38, 90).End(480))
+            .Build();
+    session_.Options().outputs.outputs.front().SetName("Roland SC-88Pro");
+    session_.Options().sysexOptions.automatic = true;
+    OpenMidiData(session_, file, "song.mid", host_);
+    const SongDescription song = DescribeSong(session_.Work());
+    ASSERT_EQ(song.channels.size(), 1U);
+    const instruments::VoiceTables tables(VoiceFolders());
+    EXPECT_TRUE(FirstVoiceOf(tables, song.channels[0],
+                             instruments::FindInstrument("Roland SC-88Pro")->id, {})
+                    .drums);
 }
 
 TEST_F(PrepareSongTest, NewSongHasATrackForEachChannelAndIsPrepared) {
