@@ -1,6 +1,9 @@
 #include "app/session/take_back.h"
 
+#include <functional>
+
 #include "app/session/session_fixture.h"
+#include "support/failing_allocation.h"
 
 namespace tracksmith::session {
 namespace {
@@ -82,6 +85,40 @@ TEST_F(TakeBackTest, AFailureKeepsTheSongInMemory) {
     EXPECT_EQ(host.messages, std::vector<std::string>{"Error allocating memory!"});
     EXPECT_EQ(Saved(), before);
     EXPECT_FALSE(session.LastChange().Taken());
+}
+
+// Whichever allocation fails, the song is as before or as after, and what is offered to be taken
+// back is the other one.
+TEST_F(TakeBackTest, NoFailingAllocationLosesTheSong) {
+    Open(ThreeNotes());
+    const Bytes before = Saved();
+    ChangeWhole();
+    const Bytes after = Saved();
+    const std::vector<std::function<void()>> steps{[this] { ChangeWhole(); },
+                                                   [this] { session.TakeBackLastChange(host); }};
+    int failures = 0;
+    for (std::size_t step = 0; step < steps.size(); ++step) {
+        for (int index = 0; index < 60; ++index) {
+            Open(ThreeNotes());
+            if (step == 1) {
+                ChangeWhole();
+            }
+            try {
+                const FailingAllocation failing(index);
+                steps[step]();
+            } catch (const std::exception&) {
+                ++failures;
+            }
+            EXPECT_EQ(song::CheckSong(session.Song()), "");
+            const Bytes now = Saved();
+            EXPECT_TRUE(now == before || now == after) << step << " " << index;
+            if (session.LastChange().Available()) {
+                session.TakeBackLastChange(host);
+                EXPECT_EQ(Saved(), now == before ? after : before) << step << " " << index;
+            }
+        }
+    }
+    EXPECT_GT(failures, 5);
 }
 
 } // namespace
