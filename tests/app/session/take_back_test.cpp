@@ -2,8 +2,9 @@
 
 #include <functional>
 
-#include "app/session/session_fixture.h"
 #include "support/failing_allocation.h"
+
+#include "app/session/session_fixture.h"
 
 namespace tracksmith::session {
 namespace {
