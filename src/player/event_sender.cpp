@@ -1,5 +1,8 @@
 #include "player/event_sender.h"
 
+#include <algorithm>
+#include <array>
+
 #include "song/shared_byte.h"
 
 namespace tracksmith::player {
@@ -7,6 +10,13 @@ namespace {
 
 bool IsNote(std::uint8_t command) {
     return command == song::kNoteOn || command == song::kNoteOff;
+}
+
+// What selects the voice of a channel.
+bool IsVoice(std::uint8_t command, std::uint8_t data1) {
+    return command == song::kProgramChange ||
+           (command == song::kControlChange &&
+            (data1 == song::kBankMsb || data1 == song::kBankLsb));
 }
 
 } // namespace
@@ -63,13 +73,32 @@ bool EventSender::SendSetUp(const song::MidiEvent& event, const PortSet& ports,
 
 // Everything is composed before the first driver is called.
 bool EventSender::BringChannel(std::size_t channel, Extent extent, PassState* pass) const noexcept {
+    const bool trial = trials_.Of(channel).has_value();
     for (const ChannelMessage& message : keeper_.Bring(channel, extent)) {
+        if (trial && IsVoice(message.command, message.data1)) {
+            continue;
+        }
         keeper_.Sent(channel, message);
         if (!Put(channel, message.command, message.data1, message.data2, pass) && pass != nullptr) {
             return false;
         }
     }
-    return true;
+    return SendTrialVoice(channel, pass);
+}
+
+bool EventSender::SendTrialVoice(std::size_t channel, PassState* pass) const noexcept {
+    const std::optional<TrialVoice> voice = trials_.Of(channel);
+    if (!voice) {
+        return true;
+    }
+    const std::array<ChannelMessage, 3> messages{
+        {{song::kControlChange, song::kBankMsb, voice->bankMsb},
+         {song::kControlChange, song::kBankLsb, voice->bankLsb},
+         {song::kProgramChange, voice->program, 0}}};
+    return std::ranges::all_of(messages, [&](const ChannelMessage& message) {
+        keeper_.Sent(channel, message);
+        return Put(channel, message.command, message.data1, message.data2, pass) || pass == nullptr;
+    });
 }
 
 bool EventSender::BringPorts(const PortSet& ports, Extent extent, PassState* pass) const noexcept {
@@ -106,6 +135,9 @@ bool EventSender::SendChannelEvent(song::Track& track, song::EventLink event,
     if ((sets || (command == song::kNoteOn && data2 > 0)) && keeper_.Stale(channel) &&
         !BringChannel(channel, Extent::Difference, &pass)) {
         return false;
+    }
+    if (sets && IsVoice(command, data1) && trials_.Of(channel)) {
+        return command != song::kProgramChange || SendTrialVoice(channel, &pass);
     }
     if (sets) {
         keeper_.Sent(channel, {command, data1, data2});

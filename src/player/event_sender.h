@@ -11,6 +11,7 @@
 #include "player/output_ports.h"
 #include "player/routing.h"
 #include "player/state_keeper.h"
+#include "player/trial_voices.h"
 #include "song/song.h"
 
 namespace tracksmith::player {
@@ -60,6 +61,15 @@ public:
     void SuppressSysex(bool on) { suppressSysex_ = on; }
     /// Which channels the system-exclusive messages of the song reach.
     ChaseRules Rules() const noexcept;
+    /// A voice is sent to a source channel (0-15) in place of those that the song selects, until
+    /// this is called without one. It is sent with the next program change of the song, or by
+    /// SendTrialVoice.
+    void TryVoice(std::size_t channel, const std::optional<TrialVoice>& voice) noexcept {
+        trials_.Set(channel, voice);
+    }
+    /// Sends the tried voice, if any; false as with SendSetUp.
+    [[nodiscard]] bool SendTrialVoice(std::size_t channel,
+                                      PassState* pass = nullptr) const noexcept;
     /// The open drum editor's notes; only while no pass runs.
     void SetDrumNotes(const DrumNotes& notes) { drumNotes_ = notes; }
     const DrumNotes& OpenDrumNotes() const { return drumNotes_; }
@@ -80,6 +90,7 @@ private:
     ChannelsInEffect& inEffect_;
     StateKeeper& keeper_;
     PortSet withheld_;
+    TrialVoices trials_;
     DrumNotes drumNotes_;
     std::atomic<bool> suppressSysex_ = false;
 };

@@ -160,6 +160,10 @@ public:
     void SetChannelSolo(std::size_t channel, bool on);
     bool ChannelMuted(std::size_t channel) const { return routing_.Muted(channel); }
     bool ChannelSolo(std::size_t channel) const { return routing_.Solo(channel); }
+    /// A source channel (0-15) sounds with `voice` in place of what the song selects, which is not
+    /// changed, until it is called without one: then the channel gets back what the song has set.
+    /// False: not now.
+    [[nodiscard]] bool TryVoice(std::size_t channel, const std::optional<TrialVoice>& voice);
     /// Mutes a track; its notes end, its place in the song moves on. What it has set meanwhile is
     /// sent as for a channel. False: not now.
     [[nodiscard]] bool SetTrackMuted(std::size_t track, bool on);

@@ -36,6 +36,21 @@ void TMidiPlayer::SetChannelSolo(std::size_t channel, bool on) {
     }
 }
 
+bool TMidiPlayer::TryVoice(std::size_t channel, const std::optional<TrialVoice>& voice) {
+    const Hold hold(*this);
+    if (!hold) {
+        return false;
+    }
+    sender_.TryVoice(channel, voice);
+    if (voice) {
+        static_cast<void>(sender_.SendTrialVoice(channel));
+    } else {
+        keeper_.Set(Chase().channels);
+        static_cast<void>(sender_.BringChannel(channel, Extent::Difference));
+    }
+    return true;
+}
+
 bool TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
     const Hold hold(*this);
     if (!hold || track >= song_.tracks.size()) {

@@ -48,4 +48,5 @@ set(SOURCES
   stopwatch.h
   tempo_request.cpp
   tempo_request.h
-  texts.h)
+  texts.h
+  trial_voices.h)

@@ -152,5 +152,34 @@ TEST_F(ChannelTest, PanicReachesAllPorts) {
     EXPECT_EQ(log.size(), 2U * 16 * 3);
 }
 
+// Whatever the song selects meanwhile, a reset included, is heard when the trial ends, not before.
+TEST_F(ChannelTest, AVoiceIsTriedInPlaceOfThoseOfTheSong) {
+    Load(MillisecondFile().Track(TrackBuilder()
+                                     .Short(0, 0xB2, 0, 8)
+                                     .Program(0, 2, 24)
+                                     .Note(100, 2, 60, 64)
+                                     .Sysex(50, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+                                     .Short(50, 0xB2, 32, 1)
+                                     .Program(0, 2, 25)
+                                     .Short(0, 0xB2, 7, 90)
+                                     .NoteOff(100, 2, 60)
+                                     .End(500)));
+    EXPECT_TRUE(player->TryVoice(2, player::TrialVoice{104, 3, 17}));
+    Play();
+    Run(250);
+    EXPECT_EQ(Messages().find("C218"), std::string::npos);
+    EXPECT_TRUE(player->MoveToTimePosition(50));
+    Run(300);
+    const std::string heard = Messages();
+    EXPECT_NE(heard.find("F07E7F0901F7 B20068 B22003 C211 B2075A"), std::string::npos) << heard;
+    EXPECT_EQ(heard.find("C219"), std::string::npos);
+    EXPECT_TRUE(player->TryVoice(2, std::nullopt));
+    EXPECT_EQ(Messages(), "B20000 B22001 C219");
+    Stop();
+    Messages();
+    EXPECT_TRUE(player->TryVoice(2, player::TrialVoice{0, 0, 5}));
+    EXPECT_EQ(Messages(), "B20000 B22000 C205");
+}
+
 } // namespace
 } // namespace tracksmith::test
