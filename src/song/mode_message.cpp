@@ -11,9 +11,10 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-template <std::size_t Size>
-bool StartsWith(Bytes bytes, const std::array<std::uint8_t, Size>& start) {
-    return bytes.size() >= Size && std::equal(start.begin(), start.end(), bytes.begin());
+// Whether the body sets one value, of at most `most`, at the address.
+bool Sets(Bytes body, const std::array<std::uint8_t, 3>& address, std::uint8_t most) {
+    return body.size() == address.size() + 1 &&
+           std::equal(address.begin(), address.end(), body.begin()) && body.back() <= most;
 }
 
 constexpr std::array<std::uint8_t, 3> kGsReset{0x40, 0x00, 0x7F};
@@ -70,11 +71,11 @@ std::optional<SynthMode> ModeOfReset(Bytes sysex) {
         return sysex[3] == 0x03 ? std::optional(SynthMode::Gm2) : std::nullopt;
     }
     const Bytes gs = GsBody(sysex);
-    if (StartsWith(gs, kGsReset) || StartsWith(gs, kGsSystemMode)) {
+    if (Sets(gs, kGsReset, 0) || Sets(gs, kGsSystemMode, 1)) {
         return SynthMode::Gs;
     }
     const Bytes xg = XgBody(sysex);
-    if (StartsWith(xg, kXgSystemOn) || StartsWith(xg, kXgAllReset)) {
+    if (Sets(xg, kXgSystemOn, 0) || Sets(xg, kXgAllReset, 0)) {
         return SynthMode::Xg;
     }
     return std::nullopt;

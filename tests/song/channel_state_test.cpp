@@ -5,6 +5,8 @@
 
 #include "support/song_assert.h"
 
+#include "song/mode_message.h"
+
 namespace tracksmith::song {
 namespace {
 
@@ -122,6 +124,49 @@ TEST(ParameterList, ListsByTheLastEntry) {
     });
     EXPECT_EQ(place, expected.size());
     EXPECT_EQ(list.Find({true, 9, 9}), nullptr);
+    list.Clear();
+    EXPECT_EQ(list.Count(), 0U);
+    list.Enter({true, 0, 0}, true, {5, {}});
+    EXPECT_EQ(list.Find({true, 0, 0})->dataMsb.value, 5);
+    EXPECT_EQ(list.Find({true, 0, 1}), nullptr);
+}
+
+// The numbers are those of MIDI 1.0.
+TEST(ChannelState, EntersBothPartsOfAParameter) {
+    ChannelState state;
+    state.parameters.Reserve(4);
+    for (const auto& [number, value] : {std::pair{101, 0}, {100, 2}, {6, 60}, {38, 9}}) {
+        state.Take(0xB0, static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(value), {});
+    }
+    const ParameterSetting* tuning = state.parameters.Find({true, 0, 2});
+    ASSERT_NE(tuning, nullptr);
+    EXPECT_EQ(tuning->dataMsb.value, 60);
+    EXPECT_EQ(tuning->dataLsb.value, 9);
+}
+
+TEST(ModeMessage, KnowsResetsAndRhythmParts) {
+    const auto mode = [](const Bytes& message) { return ModeOfReset(WithoutFrame(message)); };
+    EXPECT_EQ(mode({0xF0, 0x7E, 0x7F, 0x09, 0x01, 0xF7}), SynthMode::Gm);
+    EXPECT_EQ(mode({0x7E, 0x05, 0x09, 0x03, 0xF7}), SynthMode::Gm2);
+    EXPECT_EQ(mode({0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x41, 0xF7}), SynthMode::Gs);
+    EXPECT_EQ(mode({0x41, 0x10, 0x42, 0x12, 0x00, 0x00, 0x7F, 0x01, 0x00, 0xF7}), SynthMode::Gs);
+    EXPECT_EQ(mode({0x43, 0x12, 0x4C, 0x00, 0x00, 0x7E, 0x00, 0xF7}), SynthMode::Xg);
+    // A wrong checksum, another value, more values, the address of the volume.
+    EXPECT_EQ(mode({0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x40, 0xF7}), std::nullopt);
+    EXPECT_EQ(mode({0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x40, 0x01, 0xF7}), std::nullopt);
+    EXPECT_EQ(mode({0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00, 0x00, 0xF7}), std::nullopt);
+    EXPECT_EQ(mode({0x43, 0x10, 0x4C, 0x00, 0x00, 0x04, 0x00, 0xF7}), std::nullopt);
+    // GS counts its parts 10, 1 to 9, 11 to 16.
+    for (int part = 0; part < 16; ++part) {
+        const int address = 0x10 | part;
+        const int sum = (128 - (0x40 + address + 0x15 + 2) % 128) % 128;
+        const Bytes message{0x41, 0x10, 0x42,
+                            0x12, 0x40, static_cast<std::uint8_t>(address),
+                            0x15, 0x02, static_cast<std::uint8_t>(sum)};
+        const int channel = part == 0 ? 9 : part < 10 ? part - 1 : part;
+        EXPECT_EQ(RhythmPartOf(message), (RhythmPart{static_cast<std::uint8_t>(channel), true}))
+            << part;
+    }
 }
 
 } // namespace

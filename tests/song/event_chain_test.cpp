@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 
 #include "support/song_assert.h"
 
@@ -150,6 +151,21 @@ TEST(EventPool, TwoSongsAtOnceDoNotMix) {
     ClearSong(second.song);
     EXPECT_EQ(first.List(0), before);
     EXPECT_EQ(CheckSong(first.song), "");
+}
+
+TEST(EventPool, SongsThatChangePlacesKeepWhatTheyOwn) {
+    auto first = std::make_unique<DecodedSong>(TwoTracks());
+    const std::string before = first->List(1);
+    Song second;
+    second.Swap(first->song);
+    first.reset(); // frees what belonged to the other
+    EXPECT_EQ(CheckSong(second), "");
+    DecodedSong third(RandomFile(1, 1)); // takes the memory that is free
+    second.Swap(third.song);
+    EXPECT_EQ(third.List(1), before);
+    second.Swap(third.song);
+    InsertByTick(second.tracks[1], Note(second, 15, 70));
+    EXPECT_EQ(CheckSong(second), "");
 }
 
 TEST(EventPool, ManyLoadsIntoOneSongTakeNoMoreMemory) {

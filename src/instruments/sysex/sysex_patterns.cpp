@@ -18,23 +18,9 @@ constexpr auto kVocalHarmony = std::to_array<std::uint8_t>({kYamahaId, 0x73, 0x0
 constexpr std::uint8_t kVocalHarmonyControl = 0x50;
 constexpr std::uint8_t kXgVocalHarmony = 0x04;
 
-bool IsAt(const ParameterMessage& message, std::uint8_t high, std::uint8_t middle,
-          std::uint8_t low) {
-    return message.high == high && message.middle == middle && message.low == low;
-}
-
-// Whether the message has one value, of at most `most`.
-bool IsUpTo(const ParameterMessage& message, std::uint8_t most) {
-    return message.values.size() == 1 && message.values.front() <= most;
-}
-
-ResetKind UniversalReset(SysexBytes data) {
-    constexpr int kGeneralMidi = 0x09;
-    if (ByteAt(data, 2) != kGeneralMidi) {
-        return ResetKind::None;
-    }
-    const int kind = ByteAt(data, 3);
-    return kind == 3 ? ResetKind::Gm2 : kind == 1 || kind == 2 ? ResetKind::Gm : ResetKind::None;
+bool IsGmOff(SysexBytes data) {
+    return ByteAt(data, 0) == kUniversalNonRealTime && ByteAt(data, 2) == 0x09 &&
+           ByteAt(data, 3) == 0x02;
 }
 
 } // namespace
@@ -89,34 +75,25 @@ bool IsOrganFlute(SysexBytes data) {
 }
 
 ResetKind ResetKindOf(SysexBytes data) {
-    if (ByteAt(data, 0) == kUniversalNonRealTime) {
-        return UniversalReset(data);
-    }
-    if (const auto gs = GsMessage(data)) {
-        const bool reset = (IsAt(*gs, 0x40, 0, 0x7F) && IsUpTo(*gs, 0)) ||
-                           (IsAt(*gs, 0, 0, 0x7F) && IsUpTo(*gs, 1)); // one of two modes
-        return reset && gs->checksumRight ? ResetKind::Gs : ResetKind::None;
-    }
-    if (const auto xg = XgMessage(data)) {
-        const bool reset = IsAt(*xg, 0, 0, 0x7E) || IsAt(*xg, 0, 0, 0x7F);
-        return reset && IsUpTo(*xg, 0) ? ResetKind::Xg : ResetKind::None;
+    if (const auto mode = song::ModeOfReset(song::WithoutFrame(data))) {
+        switch (*mode) {
+            case song::SynthMode::Gm:
+                return ResetKind::Gm;
+            case song::SynthMode::Gm2:
+                return ResetKind::Gm2;
+            case song::SynthMode::Gs:
+                return ResetKind::Gs;
+            case song::SynthMode::Xg:
+                return ResetKind::Xg;
+        }
     }
     const bool own = std::ranges::equal(data, DataOf(templates::kKetron)) ||
                      std::ranges::equal(data, DataOf(templates::kKn6000));
-    return own ? ResetKind::Own : ResetKind::None;
+    return own ? ResetKind::Own : IsGmOff(data) ? ResetKind::Gm : ResetKind::None;
 }
 
 std::optional<PartMode> PartModeOf(SysexBytes data) {
-    if (const auto gs = GsMessage(data)) {
-        const bool part = gs->high == 0x40 && (gs->middle & 0xF0) == 0x10 && gs->low == 0x15;
-        return part && gs->values.size() == 1 && gs->checksumRight
-                   ? std::optional(PartMode{GsChannel(gs->middle), gs->values[0] != 0})
-                   : std::nullopt;
-    }
-    const auto xg = XgMessage(data);
-    return xg && xg->high == 0x08 && xg->middle < 16 && xg->low == 0x07 && xg->values.size() == 1
-               ? std::optional(PartMode{xg->middle, xg->values[0] != 0})
-               : std::nullopt;
+    return song::RhythmPartOf(song::WithoutFrame(data));
 }
 
 std::array<std::uint8_t, 10> GsPartMessage(std::uint8_t device, std::size_t channel,

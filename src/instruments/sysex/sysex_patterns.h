@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "instruments/sysex/sysex_templates.h"
+#include "song/mode_message.h"
 
 /// Recognises kinds of messages. All functions take the data without F0, of any length, and read
 /// nothing behind it.
@@ -71,10 +72,7 @@ enum class ResetKind : std::uint8_t { None, Gm, Gm2, Gs, Xg, Own };
 ResetKind ResetKindOf(SysexBytes data);
 
 /// A channel that is made a drum part or a melody part.
-struct PartMode {
-    std::size_t channel = 0;
-    bool drum = false;
-};
+using PartMode = song::RhythmPart;
 
 /// GS "use for rhythm part" (40 1x 15) with the right checksum and XG part mode (08 pp 07), of any
 /// device; empty for any other message.
