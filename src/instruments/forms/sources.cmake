@@ -7,6 +7,18 @@ set(SOURCES
   instrument_list.h
   options_form.cpp
   options_form.h
+  picker_form.cpp
+  picker_form.h
+  picker_form_actions.cpp
+  picker_groups.cpp
+  picker_groups.h
+  picker_sound_delegate.cpp
+  picker_sound_delegate.h
+  picker_sounds.cpp
+  picker_sounds.h
+  picker_texts.h
+  picker_voice_card.cpp
+  picker_voice_card.h
   texts.h
   patches_form.cpp
   patches_form.h)

@@ -63,6 +63,9 @@ public:
     std::size_t Category() const { return category_; }
     SoundOrder Order() const { return order_; }
     bool IsDescending() const { return descending_; }
+    /// Voices of the instrument's own, and those that it inherits, whatever the search finds.
+    std::size_t OwnCount() const { return list_.own; }
+    std::size_t InheritedCount() const { return list_.voices.size() - list_.own; }
     /// Voices that the search finds in all families.
     std::size_t Hits() const { return hitCount_; }
 

@@ -101,6 +101,11 @@ void VoicePicker::CB_SoloClick(bool on) {
     host_.SetSolo(task_.channel, on);
 }
 
+void VoicePicker::SoundTestNote() {
+    EndNote();
+    noteStep_ = NoteStep::Begin;
+}
+
 void VoicePicker::PlayANoteTimerTimer() {
     if (noteStep_ == NoteStep::Begin) {
         sounding_ = testNote_;

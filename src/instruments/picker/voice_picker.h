@@ -79,11 +79,16 @@ public:
     void Btn_OldVoiceClick();
     void Btn_NewVoiceClick();
     bool HearsOldVoice() const { return hearsOld_; }
+    /// One of the two is heard in place of what the song says.
+    bool IsTrying() const { return isTrying_; }
     /// Lets the channel sound alone.
     void CB_SoloClick(bool on);
 
     /// The note that sounds when a voice is selected, and whether it does.
     void SetTestNote(std::uint8_t note) { testNote_ = note; }
+    std::uint8_t TestNote() const { return testNote_; }
+    /// The test note sounds once, see PlayANoteTimerTimer.
+    void SoundTestNote();
     void SetNoteOnSelection(bool on) { noteOnSelection_ = on; }
     /// The next step of the test note: it begins, it ends.
     void PlayANoteTimerTimer();
@@ -108,6 +113,7 @@ public:
     bool VoiceChanged() const { return voiceChanged_; }
     VoiceNumbers InForce() const { return inForce_; }
     VoiceNumbers Selected() const { return selected_.numbers; }
+    bool SelectedIsKit() const { return selected_.isKit; }
     NamedVoice OldVoice(Language language) const;
     NamedVoice NewVoice(Language language) const;
     /// Channels (0-15) of the song that play this voice.
