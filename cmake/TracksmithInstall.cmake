@@ -4,7 +4,7 @@ set(data ${CMAKE_INSTALL_DATADIR}/tracksmith)
 set(id ${TRACKSMITH_ID})
 
 install(TARGETS tracksmith-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(DIRECTORY data/voices data/drums data/demo DESTINATION ${data})
+install(DIRECTORY data/voices data/drums data/identity data/demo DESTINATION ${data})
 install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 if(NOT WIN32)
   install(FILES docs/tracksmith-cli.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

@@ -13,5 +13,6 @@ set(SOURCES
   recording_message_host.h
   system_reason.cpp
   system_reason.h
+  tab_lines.h
   text.h
   texts.h)

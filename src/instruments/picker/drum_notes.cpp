@@ -8,6 +8,7 @@
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
+#include "base/tab_lines.h"
 
 #include "instruments/picker/texts.h"
 #include "instruments/voices/shared_sets.h"
@@ -23,36 +24,11 @@ constexpr std::size_t kColumns = 6;
 // Instruments that follow GS: Roland's SC series and the arrangers that are set up by a GS reset.
 constexpr auto kGs = std::to_array<InstrumentId>({1, 2, 3, 4, 12, 15, 17, 22, 38, 60, 72, 83});
 
-using Fields = std::array<std::string_view, kColumns>;
-
-std::optional<Fields> Split(std::string_view line) {
-    Fields fields;
-    for (std::size_t column = 0; column < kColumns; ++column) {
-        const std::size_t end = line.find('\t');
-        if ((end == std::string_view::npos) != (column + 1 == kColumns)) {
-            return std::nullopt;
-        }
-        fields[column] = line.substr(0, end);
-        line.remove_prefix(end == std::string_view::npos ? line.size() : end + 1);
-    }
-    return fields;
-}
-
 std::optional<std::uint8_t> Number(std::string_view field) {
     std::uint8_t value = 0;
     const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
     const bool whole = error == std::errc() && end == field.data() + field.size();
     return whole && value < 128 ? std::optional(value) : std::nullopt;
-}
-
-std::string_view TakeLine(std::string_view& rest) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    if (line.ends_with('\r')) {
-        line.remove_suffix(1);
-    }
-    return line;
 }
 
 } // namespace
@@ -79,7 +55,7 @@ DrumNotes DrumNotes::ReadFile(const std::filesystem::path& path) {
 void DrumNotes::AddLine(std::string_view line, std::size_t number) {
     static constexpr auto kSets = std::to_array<std::pair<std::string_view, Set>>(
         {{"GM", Set::Gm}, {"GS", Set::Gs}, {"XG", Set::Xg}});
-    const auto fields = Split(line);
+    const auto fields = SplitColumns<kColumns>(line);
     const auto* set =
         fields ? std::ranges::find(kSets, (*fields)[0], &std::pair<std::string_view, Set>::first)
                : kSets.end();

@@ -1,0 +1,9 @@
+set(SOURCES
+  identity_messages.cpp
+  identity_messages.h
+  identity_question.cpp
+  identity_question.h
+  identity_table.cpp
+  identity_table.h
+  message_joiner.cpp
+  message_joiner.h)

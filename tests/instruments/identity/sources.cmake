@@ -1,0 +1,1 @@
+set(SOURCES identity_test.cpp)
