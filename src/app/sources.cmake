@@ -5,6 +5,11 @@ set(SOURCES
   empty_song.h
   file_signature.cpp
   file_signature.h
+  ask_texts.h
+  ask_words.cpp
+  ask_words.h
+  instrument_asker.cpp
+  instrument_asker.h
   kept_words.cpp
   kept_words.h
   load_sequence.cpp

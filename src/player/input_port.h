@@ -38,6 +38,8 @@ public:
     std::optional<std::size_t> Selected() const;
     /// Chooses a device by its name, whether it is there or not, and disconnects the former one.
     void Select(const std::string& productName);
+    /// The name last chosen; empty for none.
+    const std::string& Chosen() const { return selected_; }
 
     /// Begins to receive from the chosen device, as soon as it is there and until Disconnect. True
     /// when it receives already; a device that is there and cannot be opened is told of.

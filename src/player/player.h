@@ -226,8 +226,13 @@ public:
     /// cannot be opened is told of.
     bool ConnectMidiInPort();
     void DisconnectMidiInPort();
+    /// Product name of the chosen device, whether it is there or not; empty for none.
+    const std::string& ChosenInput() const { return input_.Chosen(); }
     /// Received messages go to where their channel is routed.
     void SetMidiThru(bool on);
+    /// Shows every received message to `listener` too, a system-exclusive one in the parts in which
+    /// it came; on the owner's thread. Null ends it; not from within a call.
+    void SetInputListener(std::function<void(const midi::TMyMidiEvent&)> listener);
 
 private:
     /// Messages to the owner's thread.
@@ -299,6 +304,7 @@ private:
     InputPort input_{[this](const midi::TMyMidiEvent& event) { MidiInputXMidiInput(event); }};
     MidiThru thru_{sender_};
     bool thruOn_ = false;
+    std::function<void(const midi::TMyMidiEvent&)> inputListener_;
     TMidiPlayerThread thread_; // last, so that it ends first
 };
 

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "player/player.h"
 
 // The input port of the player.
@@ -25,9 +27,16 @@ void TMidiPlayer::SetMidiThru(bool on) {
     }
 }
 
+void TMidiPlayer::SetInputListener(std::function<void(const midi::TMyMidiEvent&)> listener) {
+    inputListener_ = std::move(listener);
+}
+
 void TMidiPlayer::MidiInputXMidiInput(const midi::TMyMidiEvent& event) {
     if (thruOn_) {
         thru_.Forward(event);
+    }
+    if (inputListener_) {
+        inputListener_(event);
     }
 }
 
