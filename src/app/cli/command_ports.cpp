@@ -6,6 +6,7 @@
 
 #include "base/display_text.h"
 
+#include "app/cli/ask_at_port.h"
 #include "app/cli/columns.h"
 #include "app/cli/commands.h"
 #include "app/cli/port_list.h"
@@ -69,6 +70,11 @@ void WritePorts(const CliContext& context, const std::vector<PortDescription>& p
     }
 }
 
+struct PortsArguments {
+    bool json = false;
+    AskPlan ask;
+};
+
 int RunPorts(const CliContext& context, bool json) {
     const std::unique_ptr<devices::MidiDevices> devices = context.openDevices({});
     const std::vector<PortDescription> ports = ListPorts(*devices, context.language);
@@ -88,11 +94,22 @@ int RunPorts(const CliContext& context, bool json) {
 } // namespace
 
 void AddPortsCommand(CLI::App& app, CliContext& context) {
-    const auto json = std::make_shared<bool>(false);
+    const auto arguments = std::make_shared<PortsArguments>();
     CLI::App* command = app.add_subcommand("ports", context.Say(texts::kHelpPorts));
-    command->add_flag("--json", *json, context.Say(texts::kHelpPortsJson));
-    command->callback(
-        [&context, json] { context.run = [&context, json] { return RunPorts(context, *json); }; });
+    command->add_flag("--json", arguments->json, context.Say(texts::kHelpPortsJson));
+    CLI::Option* ask =
+        command->add_option("--ask", arguments->ask.output, context.Say(texts::kHelpAsk))
+            ->type_name("OUTPUT");
+    command->add_option("--input", arguments->ask.input, context.Say(texts::kHelpAskInput))
+        ->type_name("INPUT")
+        ->needs(ask);
+    command->callback([&context, arguments, ask] {
+        const bool asks = ask->count() > 0;
+        context.run = [&context, arguments, asks] {
+            return asks ? AskAtPort(context, arguments->ask, arguments->json)
+                        : RunPorts(context, arguments->json);
+        };
+    });
 }
 
 } // namespace tracksmith::cli

@@ -115,7 +115,7 @@ private:
                 names.push_back(output.productName);
             }
             host_.ShowMessage(
-                texts::NotOneOutput(context_.language, wanted, !found.empty(), names));
+                texts::NotOnePort(context_.language, false, wanted, !found.empty(), names));
             return false;
         }
         port_ = found[0].port;

@@ -9,10 +9,13 @@ namespace tracksmith::cli {
 namespace {
 
 template <class Fits>
-std::vector<player::OutputDevice> Select(std::span<const player::OutputDevice> outputs, Fits fits) {
-    std::vector<player::OutputDevice> selected;
-    std::copy_if(outputs.begin(), outputs.end(), std::back_inserter(selected),
-                 [&](const player::OutputDevice& output) { return fits(output.productName); });
+std::vector<std::size_t> Select(std::span<const std::string> names, Fits fits) {
+    std::vector<std::size_t> selected;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (fits(names[i])) {
+            selected.push_back(i);
+        }
+    }
     return selected;
 }
 
@@ -25,19 +28,30 @@ std::string SmallLetters(std::string text) {
 
 } // namespace
 
-std::vector<player::OutputDevice> MatchOutputs(std::span<const player::OutputDevice> outputs,
-                                               const std::string& name) {
-    std::vector<player::OutputDevice> found =
-        Select(outputs, [&](const std::string& product) { return product == name; });
+std::vector<std::size_t> MatchPortNames(std::span<const std::string> names,
+                                        const std::string& name) {
+    std::vector<std::size_t> found =
+        Select(names, [&](const std::string& each) { return each == name; });
     if (found.empty()) {
-        found = Select(outputs, [&](const std::string& product) {
-            return midi::NormalisedPortName(product) == midi::NormalisedPortName(name);
+        found = Select(names, [&](const std::string& each) {
+            return midi::NormalisedPortName(each) == midi::NormalisedPortName(name);
         });
     }
     if (found.empty()) {
-        found = Select(outputs, [&](const std::string& product) {
-            return SmallLetters(product).find(SmallLetters(name)) != std::string::npos;
+        found = Select(names, [&](const std::string& each) {
+            return SmallLetters(each).find(SmallLetters(name)) != std::string::npos;
         });
+    }
+    return found;
+}
+
+std::vector<player::OutputDevice> MatchOutputs(std::span<const player::OutputDevice> outputs,
+                                               const std::string& name) {
+    std::vector<std::string> names;
+    std::ranges::transform(outputs, std::back_inserter(names), &player::OutputDevice::productName);
+    std::vector<player::OutputDevice> found;
+    for (const std::size_t index : MatchPortNames(names, name)) {
+        found.push_back(outputs[index]);
     }
     return found;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <vector>
@@ -8,8 +9,13 @@
 
 namespace tracksmith::cli {
 
-/// The outputs that `name` means: the one of exactly that name; else those of that name but for
-/// numbers that change from day to day; else those whose name contains it, capital or small.
+/// The ports, by their index in `names`, that `name` means: the one of exactly that name; else
+/// those of that name but for numbers that change from day to day; else those whose name contains
+/// it, capital or small.
+std::vector<std::size_t> MatchPortNames(std::span<const std::string> names,
+                                        const std::string& name);
+
+/// The outputs that `name` means in this way.
 std::vector<player::OutputDevice> MatchOutputs(std::span<const player::OutputDevice> outputs,
                                                const std::string& name);
 

@@ -21,6 +21,8 @@ constexpr Text kFailed{De{" fehlgeschlagen"}, En{" failed"}};
 constexpr Text kPeak{De{", Spitze "}, En{", peak "}};
 constexpr Text kLimited{De{" Samples begrenzt"}, En{" samples limited"}};
 
+constexpr Text kNoInputFits{De{"Kein MIDI-Eingang heißt so: "}, En{"No MIDI input is called "}};
+constexpr Text kInputsFit{De{"Mehrere MIDI-Eingänge passen zu "}, En{"Several MIDI inputs fit "}};
 constexpr Text kNoOutputFits{De{"Kein MIDI-Ausgang heißt so: "}, En{"No MIDI output is called "}};
 constexpr Text kNoInstrumentFits{De{"Kein Instrument heißt so: "},
                                  En{"No instrument is called so: "}};
@@ -80,14 +82,16 @@ std::string Rendered(Language language, std::string_view file, std::int64_t leng
     return text.str();
 }
 
-std::string NotOneOutput(Language language, std::string_view name, bool several,
-                         std::span<const std::string> outputs) {
+std::string NotOnePort(Language language, bool input, std::string_view name, bool several,
+                       std::span<const std::string> ports) {
     std::ostringstream text;
-    text << (several ? kOutputsFit : kNoOutputFits).In(language) << name;
+    const Text& fitting = input ? kInputsFit : kOutputsFit;
+    const Text& none = input ? kNoInputFits : kNoOutputFits;
+    text << (several ? fitting : none).In(language) << name;
     const char* between = "";
-    text << kThereAre.In(language);
-    for (const std::string& output : outputs) {
-        text << between << output;
+    text << (ports.empty() ? std::string_view() : kThereAre.In(language));
+    for (const std::string& port : ports) {
+        text << between << port;
         between = ", ";
     }
     return text.str();

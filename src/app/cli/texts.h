@@ -92,8 +92,17 @@ inline constexpr Text kHelpTempo{
     En{"+5 or -5 (BPM more or less), 90% or 120 (first tempo)"}};
 inline constexpr Text kHelpPorts{De{"Zeigt die MIDI-Ausgänge und -Eingänge"},
                                  En{"Lists the MIDI outputs and inputs"}};
-inline constexpr Text kHelpPortsJson{De{"Ein JSON-Objekt je Anschluss und Zeile"},
-                                     En{"One JSON object per port and line"}};
+inline constexpr Text kHelpPortsJson{
+    De{"Ein JSON-Objekt je Anschluss, mit --ask je Antwort, und Zeile"},
+    En{"One JSON object per port, with --ask per answer, and line"}};
+inline constexpr Text kHelpAsk{
+    De{"Fragt, welches Instrument an diesem Ausgang angeschlossen ist: Name oder Teil davon"},
+    En{"Asks which instrument is connected to this output: name or part of it"}};
+inline constexpr Text kHelpAskInput{
+    De{"Eingang, an dem die Antwort kommt; sonst der gleich benannte oder einzige"},
+    En{"Input at which the answer comes; else that of the same name, or the only one"}};
+inline constexpr Text kPrepareFor{De{"Songs dafür vorbereiten: convert --instrument "},
+                                  En{"To prepare songs for it: convert --instrument "}};
 
 inline constexpr Text kHelpInstrument{
     De{"Für dieses Instrument vorbereiten: Name, Teil davon oder Nummer"},
@@ -251,9 +260,10 @@ std::string Summary(Language language, std::size_t total, std::size_t failed);
 std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,
                      std::int64_t limitedSamples);
 
-/// `name` means none of the outputs, or several of them; `outputs` are those to choose from.
-std::string NotOneOutput(Language language, std::string_view name, bool several,
-                         std::span<const std::string> outputs);
+/// `name` means none of the outputs, or with `input` of the inputs, or several of them; `ports` are
+/// those to choose from.
+std::string NotOnePort(Language language, bool input, std::string_view name, bool several,
+                       std::span<const std::string> ports);
 
 /// `name` means none of the instruments, or several of them, which `matches` names.
 std::string NotOneInstrument(Language language, std::string_view name,

@@ -1,6 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "device_fixture.h"
+#include "support/loop_instrument.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -38,6 +39,36 @@ TEST_F(DeviceTest, PortsAsText) {
     ASSERT_EQ(Run({"ports"}), 0);
     EXPECT_EQ(out_, "");
     EXPECT_TRUE(Says("no MIDI ports")) << log_;
+}
+
+TEST_F(DeviceTest, AskingNamesTheInstrument) {
+    test::LoopInstrument instrument(loop_);
+    instrument.SetGenos();
+    ASSERT_EQ(Run({"ports", "--ask", "loop 1", "--input", "2", "--json"}), 0);
+    EXPECT_EQ(json::parse(out_), json::parse(R"({"schema": 1, "output": "Loop 1",
+        "input": "Loop 2", "state": "answered", "maker": "Yamaha", "model": "Genos",
+        "instrument": "Yamaha Genos", "followsSetOnly": false, "makerCode": "43",
+        "family": "00 44", "member": "42 1C", "version": "0B 00 00 01", "xgModel": null})"));
+    ASSERT_EQ(Run({"ports", "--ask", "Loop 1", "--input", "Loop 2", "--lang", "de"}), 0);
+    EXPECT_EQ(out_, "Yamaha Genos hat an Loop 1 geantwortet\n");
+    EXPECT_TRUE(Says("convert --instrument \"Yamaha Genos\"")) << log_;
+}
+
+TEST_F(DeviceTest, AskingInVainSaysWhy) {
+    ASSERT_EQ(Run({"ports", "--ask", "Loop 1", "--json"}), 1);
+    EXPECT_EQ(json::parse(out_), json::parse(R"({"schema": 1, "output": "Loop 1",
+        "input": "Loop 1", "state": "noAnswer"})"));
+    EXPECT_EQ(Run({"ports", "--ask", "loop"}), 6);
+    EXPECT_TRUE(Says("Several MIDI outputs fit loop")) << log_;
+    EXPECT_EQ(Run({"ports", "--ask", "Loop 1", "--input", "Genos"}), 6);
+    EXPECT_TRUE(Says("No MIDI input is called Genos. There are: Loop 1, Loop 2")) << log_;
+    loop_->FailNext(0, midi::kAllocated);
+    EXPECT_EQ(Run({"ports", "--ask", "Loop 1", "--input", "Loop 2"}), 6);
+    EXPECT_TRUE(Says("The output Loop 1 takes no messages")) << log_;
+    outputs_ = Outputs::BuiltIn;
+    EXPECT_EQ(Run({"ports", "--ask", "Loop 1"}), 6);
+    EXPECT_TRUE(Says("The built-in instrument is known")) << log_;
+    EXPECT_EQ(Run({"ports", "--input", "Loop 1"}), 2);
 }
 
 } // namespace
