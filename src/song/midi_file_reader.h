@@ -8,6 +8,7 @@
 
 #include "song/load_report.h"
 #include "song/measure_sink.h"
+#include "song/note_length.h"
 #include "song/song.h"
 #include "song/sysex_place.h"
 
@@ -22,6 +23,8 @@ struct DecodeOptions {
     bool splitFormat0 = false;
     /// Let a track name that contains "zel_ignore" set the track's `ignored` flag.
     bool honourZelIgnore = false;
+    /// Notes shorter than so many ticks are reported; none at 0.
+    std::int32_t minimumNoteLength = 0;
     /// Bytes that the song may take; 0 means SongMemoryBudget().
     std::uint64_t memoryBudget = 0;
 };
@@ -37,6 +40,12 @@ struct DecodeResult {
     std::vector<SysexPlace> sysex;
     /// A channel selects a bank (MSB) from kGm2DrumBank on, which some instruments take for drums.
     bool drumBanks = false;
+    /// Note-ons and note-offs are in balance on every track; where this is false the balance check
+    /// tells.
+    bool balanced = true;
+    /// The ends of the notes that are too short, by track or, in a split song, as the file has
+    /// them.
+    std::vector<NoteEnd> shortNotes;
 };
 
 /// Decodes a Standard MIDI File (RP-001; formats 0, 1 and 2) from `file` into the emptied `song`:

@@ -220,7 +220,12 @@ void SongBuilder::EndOfTrack(std::uint32_t tick, std::uint64_t bytesAfter) {
     }
 }
 
+void SongBuilder::AddShortNote(const Track& track, EventLink off) {
+    result_.shortNotes.push_back({off, static_cast<std::int32_t>(&track - song_.tracks.data())});
+}
+
 void SongBuilder::EndTrack() {
+    pairing_.EndTrack();
     result_.report.Add(LoadChange::NoteOnVelocityZero, velocityZero_);
     velocityZero_ = 0;
 }
@@ -235,6 +240,7 @@ DecodeResult SongBuilder::Finish(std::uint32_t largestTick) {
     EndTracks();
     CompleteLists();
     result_.drumBanks = drumBanks_;
+    result_.balanced = pairing_.AllPaired();
     result_.timesAreSet = !split_ && result_.tempoMapInFirstTrack &&
                           std::max(largestStoredTick_, clock_.LastChange()) <= song_.songLength;
     return std::move(result_);
@@ -244,6 +250,8 @@ void SongBuilder::MergeChunks() {
     for (Track& track : song_.tracks) {
         SortByTick(track);
     }
+    SetNoteOnOffPointers(song_);
+    result_.shortNotes = FindShortNotes(song_, options_.minimumNoteLength);
     std::stable_sort(
         result_.sysex.begin(), result_.sysex.end(),
         [](const SysexPlace& a, const SysexPlace& b) { return a.event->tick < b.event->tick; });

@@ -6,6 +6,7 @@
 #include "song/event_chain.h"
 #include "song/event_walker.h"
 #include "song/midi_file_reader.h"
+#include "song/note_pairing.h"
 #include "song/short_record.h"
 #include "song/streaming_clock.h"
 
@@ -40,9 +41,14 @@ public:
             track.channel = static_cast<std::uint8_t>(status & 0x0F);
         }
         const EventLink event = song_.pool.NewEvent();
-        WriteShortRecord(event, {status, data1, data2}, track.last.Unit(),
+        const NotePairing::Ended ended = pairing_.Meet(status, data1, event, tick);
+        WriteShortRecord(event, {status, data1, data2}, {track.last.Unit(), ended.noteOn.Unit()},
                          static_cast<std::int32_t>(tick), MsAt(tick));
         Link(track, event);
+        if (ended.noteOn && static_cast<std::int32_t>(tick) - ended.tick <
+                                options_.minimumNoteLength) [[unlikely]] {
+            AddShortNote(track, event);
+        }
     }
 
     void Sysex(std::span<const std::uint8_t> bytes, std::uint32_t tick);
@@ -76,6 +82,7 @@ private:
     void AppendLong(Track& track, std::uint8_t status, std::uint8_t type,
                     std::span<const std::uint8_t> bytes, std::uint32_t tick);
 
+    void AddShortNote(const Track& track, EventLink off);
     Track& AddTrack();
     bool DropMeta(std::uint8_t type, std::size_t size);
     void TakeName(std::span<const std::uint8_t> bytes);
@@ -93,6 +100,7 @@ private:
     std::uint32_t chunk_ = 0;
     Track* track_ = nullptr; // where meta events and, without splitting, all events go
     StreamingClock clock_;
+    NotePairing pairing_;
     std::int64_t velocityZero_ = 0;
     bool drumBanks_ = false;
     std::int32_t largestStoredTick_ = 0;

@@ -7,6 +7,8 @@ set(SOURCES
   check_song.cpp
   check_song.h
   clock.h
+  drum_channels.cpp
+  drum_channels.h
   event_arena.cpp
   event_arena.h
   event_chain.cpp
@@ -31,8 +33,17 @@ set(SOURCES
   midi_numbers.h
   mode_message.cpp
   mode_message.h
+  note_balance.cpp
+  note_balance.h
+  note_length.cpp
+  note_length.h
+  note_names.h
+  note_overlaps.cpp
+  note_overlaps.h
   note_overview.cpp
   note_overview.h
+  note_pairing.cpp
+  note_pairing.h
   parameter_list.cpp
   parameter_list.h
   poison.h

@@ -42,6 +42,13 @@ inline constexpr Text kErrorC{Both{"Error in midifile - C!"}};
 inline constexpr Text kErrorD{Both{"Error in midifile - D!"}};
 inline constexpr Text kErrorE{Both{"Error in midifile - E!"}};
 
+// The balance of note-ons and note-offs, in pieces around the number.
+inline constexpr Text kFound{De{"Es wurden "}, En{"Found "}};
+inline constexpr Text kOffsWithoutOns{De{" Note-Offs ohne Note-Ons gefunden,"},
+                                      En{" Note-Offs without Note-Ons,"}};
+inline constexpr Text kOnsWithoutOffs{De{" Note-Ons ohne Note-Offs gefunden,"},
+                                      En{" Note-Ons without Note-Offs,"}};
+
 // Writing.
 inline constexpr Text kCoding{De{"Fehler bei der Kodierung der MidiDatei!"},
                               En{"Error coding the midi file!"}};

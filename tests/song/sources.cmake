@@ -2,6 +2,7 @@ set(SOURCES
   channel_state_test.cpp
   event_chain_test.cpp
   lead_in_test.cpp
+  note_checks_test.cpp
   note_overview_test.cpp
   practice_tempo_test.cpp
   reader_errors_test.cpp
