@@ -26,6 +26,7 @@ void EmptyWorkspace(Workspace& workspace) {
     workspace.modified = false;
     workspace.loadReport = {};
     workspace.preparation = {};
+    workspace.balanced = true;
 }
 
 // Decodes and runs the later steps of the load sequence in their order.
@@ -38,8 +39,8 @@ void LoadSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Message
     functions.RemoveCountIns();
     functions.SetTimesAfterDecoding(decoded);
     functions.SetFirstValues();
-    functions.CheckForNoteOnsNoteOffs();
-    functions.CheckForZeroLength();
+    functions.CheckForNoteOnsNoteOffs(decoded);
+    functions.CheckForZeroLength(decoded);
     workspace.hasSong = true;
 }
 
@@ -57,16 +58,27 @@ void ReplaceSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Mess
     }
 }
 
+// What loading did beyond reading.
+const session::ChangeKind* StepsOf(const Workspace& workspace) {
+    const bool prepared = workspace.preparation.Changed();
+    if (workspace.loadReport[song::LoadChange::NotesLengthened] == 0) {
+        return prepared ? &session::kPrepareSong : nullptr;
+    }
+    return prepared ? &session::kPrepareAndLengthen : &session::kLengthenNotes;
+}
+
 // The decoder has read these bytes before; only memory can be missing now.
 void OfferTakingBack(Session& session, SharedBytes bytes) {
-    if (session.HasPlayer() && session.Work().preparation.Changed()) {
+    const session::ChangeKind* const steps = StepsOf(session.Work());
+    if (session.HasPlayer() && steps != nullptr) {
         session.OfferTakingBackLoadStep(
-            session::kPrepareSong.name, [bytes = std::move(bytes), options = session.Options()](
-                                            Workspace& target, bool withStep, MessageHost& shown) {
+            steps->name, [bytes = std::move(bytes), options = session.Options()](
+                             Workspace& target, bool withStep, MessageHost& shown) {
                 // Read as the file was, whatever has been chosen since.
                 target.decodeOptions = options.decodeOptions;
                 target.runningStatusAcrossSysex = options.runningStatusAcrossSysex;
-                target.sysexOptions.automatic = withStep;
+                target.sysexOptions.automatic = withStep && options.sysexOptions.automatic;
+                target.noteLength = withStep ? options.noteLength : song::NoteLengthOptions();
                 LoadSong(target, *bytes, shown);
             });
     }

@@ -9,6 +9,7 @@
 #include "app/session/workspace.h"
 #include "instruments/sysex/sysex_index.h"
 #include "song/midi_file_reader.h"
+#include "song/note_pairing.h"
 #include "song/time_map.h"
 
 namespace tracksmith::app {
@@ -39,11 +40,17 @@ public:
     /// First program and controller values of every channel: empty until there is a mixer.
     void SetFirstValues() {}
 
-    /// Balance of note-ons and note-offs: empty until the clean-up checks are built.
-    void CheckForNoteOnsNoteOffs() {}
+    /// The balance of note-ons and note-offs of the song that has just been decoded, into the
+    /// workspace.
+    void CheckForNoteOnsNoteOffs(const song::DecodeResult& decoded);
 
-    /// Minimum length of notes: empty until the clean-up checks are built.
-    void CheckForZeroLength() {}
+    /// The minimum length for the notes of the song that has just been decoded, and how many got
+    /// it into the load report.
+    void CheckForZeroLength(const song::DecodeResult& decoded);
+
+    /// Pairs note-offs with their note-ons: see song/note_pairing.h. The decoder has done it for
+    /// what it read.
+    void SetNoteOnOffPointers() { song::SetNoteOnOffPointers(workspace_.song); }
 
     /// Tempo and time signature: see song/time_map.h.
     void ReloadTempoTimeSign() { song::ReloadTempoTimeSign(workspace_.song); }

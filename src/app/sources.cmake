@@ -18,6 +18,8 @@ set(SOURCES
   midi_functions.h
   prepare_song.cpp
   prepare_song.h
+  note_settings.cpp
+  note_settings.h
   preparation_words.cpp
   preparation_words.h
   refusal_texts.cpp

@@ -45,6 +45,7 @@ constexpr std::array<ChangeRow, kLoadChangeCount> kRows{{
      Text{De{"Format 0 auf Kanalspuren verteilt"}, En{"format 0 split into channel tracks"}}},
     {"trackIgnored",
      Text{De{"Spuren ihres Namens wegen übergangen"}, En{"tracks ignored because of their name"}}},
+    {"notesLengthened", Text{De{"sehr kurze Noten verlängert"}, En{"very short notes lengthened"}}},
 }};
 
 const ChangeRow& RowOf(LoadChange change) {

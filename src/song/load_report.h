@@ -28,6 +28,7 @@ enum class LoadChange : std::uint8_t {
     FormatChanged,        ///< one track declared as format 1 or 2 is held as format 0
     SplitIntoChannels,    ///< format 0 split into channel tracks
     TrackIgnored,         ///< by its name
+    NotesLengthened,      ///< notes given the minimum length
     Count
 };
 

@@ -138,5 +138,39 @@ TEST_F(LoadSequenceTest, TemposOfOtherTracksCountAtOnce) {
     EXPECT_EQ(session_.Work().song.tracks[0].last->prev->timeMs, 750);
 }
 
+TEST_F(LoadSequenceTest, ShortNotesAreLengthenedAsChosenAndCounted) {
+    const auto file = std::make_shared<const Bytes>(
+        MidiFileBuilder()
+            .Track(TrackBuilder()
+                       .Note(0, 0, 60, 9)
+                       .NoteOff(4, 0, 60)
+                       .Note(6, 0, 60, 9)
+                       .NoteOff(99, 0, 60))
+            .Track(TrackBuilder().Note(0, 9, 36, 9).NoteOff(1, 9, 36).NoteOff(1, 9, 36))
+            .Build());
+    const auto load = [&](const song::NoteLengthOptions& length) {
+        session_.Options().noteLength = length;
+        OpenMidiData(session_, file, "short.mid", host_);
+        EXPECT_EQ(song::CheckSong(session_.Song()), "");
+        EXPECT_FALSE(session_.Modified());
+        EXPECT_FALSE(session_.Work().balanced);
+        std::string ticks;
+        for (const song::Track& track : session_.Song().tracks) {
+            for (song::ConstEventLink event = track.first; event; event = event->next) {
+                ticks += event->noteOnLink ? std::to_string(event->tick) + " " : "";
+            }
+        }
+        return ticks +
+               std::to_string(session_.Work().loadReport[song::LoadChange::NotesLengthened]);
+    };
+    EXPECT_EQ(load({20}), "10 109 20 2");
+    EXPECT_EQ(load({20, true}), "10 109 1 1");
+    EXPECT_EQ(load({}), "4 109 1 0");
+    EXPECT_TRUE(host_.messages.empty());
+    session_.Options().skipNoteCheck = true;
+    OpenMidiData(session_, file, "short.mid", host_);
+    EXPECT_TRUE(session_.Work().balanced);
+}
+
 } // namespace
 } // namespace tracksmith::app

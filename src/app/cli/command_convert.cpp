@@ -239,6 +239,7 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
     command->add_flag("--json", arguments->json, context.Say(texts::kHelpConvertJson));
     command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
     arguments->reading.AddTo(*command, context);
+    arguments->reading.AddNoteLengthTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return Conversion(context, *arguments).Run(); };
     });

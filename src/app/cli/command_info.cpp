@@ -89,6 +89,7 @@ void AddInfoCommand(CLI::App& app, CliContext& context) {
     command->add_flag("--json", arguments->json, context.Say(texts::kHelpJson));
     command->add_flag("--all", arguments->all, context.Say(texts::kHelpAll));
     arguments->reading.AddTo(*command, context);
+    arguments->reading.AddNoteLengthTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunInfo(context, *arguments); };
     });

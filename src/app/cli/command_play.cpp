@@ -144,6 +144,7 @@ void AddPlayCommand(CLI::App& app, CliContext& context) {
     command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
         ->type_name("SF2");
     arguments->reading.AddTo(*command, context);
+    arguments->reading.AddNoteLengthTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunPlay(context, *arguments); };
     });

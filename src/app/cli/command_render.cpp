@@ -99,6 +99,7 @@ void AddRenderCommand(CLI::App& app, CliContext& context) {
     command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
         ->type_name("SF2");
     arguments->reading.AddTo(*command, context);
+    arguments->reading.AddNoteLengthTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return RunRender(context, *arguments); };
     });

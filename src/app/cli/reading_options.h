@@ -1,6 +1,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
+#include <optional>
 
 #include "app/cli/cli_context.h"
 #include "app/session/workspace.h"
@@ -11,11 +13,18 @@ namespace tracksmith::cli {
 struct ReadingOptions {
     bool runningStatusAcrossSysex = false;
     bool honourZelIgnore = false;
+    /// Fewest ticks of a note, 0 for none; as the user has set it where it is missing.
+    std::optional<std::int32_t> minimumNoteLength;
 
     /// Declares the switches. The options must outlive `command`.
     void AddTo(CLI::App& command, const CliContext& context);
+    /// Declares the switch for short notes; without it they stay as they are.
+    void AddNoteLengthTo(CLI::App& command, const CliContext& context);
     /// Makes songs be read so.
     void SetUp(session::WorkOptions& options) const;
+
+private:
+    bool lengthensNotes_ = false;
 };
 
 /// The switch that lets running status last across system-exclusive messages.

@@ -70,6 +70,9 @@ inline constexpr Text kHelpRunningStatusAcrossSysex{
     En{"Running status lasts across system exclusive and meta events"}};
 inline constexpr Text kHelpHonourZelIgnore{De{"„zel_ignore“ in Spurnamen beachten"},
                                            En{"Honour \"zel_ignore\" in track names"}};
+inline constexpr Text kHelpMinLength{
+    De{"Kürzere Noten auf so viele Ticks verlängern; sonst wie eingestellt"},
+    En{"Lengthen shorter notes to so many ticks; else as in the settings"}};
 inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
                                   En{"Plays a song on the built-in instrument into a WAV file"}};
 inline constexpr Text kHelpRenderNone{De{"In dieser Fassung nicht enthalten"},

@@ -25,6 +25,7 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "app/note_settings.h"
 #include "app/prepare_song.h"
 #include "song/song_position.h"
 
@@ -84,6 +85,7 @@ void TMainForm::ShowAreas() {
     ConnectMenu();
     ConnectOptions();
     TakeInstruments();
+    session_.Options().noteLength = app::ReadNoteLength(store_);
     menu_->SetTheme(settings_.ReadTheme());
     menu_->Choose(kTextSizeMenu, settings_.ReadTextSize());
     ApplyLanguage(settings_.ReadLanguage());

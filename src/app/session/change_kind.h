@@ -30,6 +30,14 @@ inline constexpr ChangeKind kPrepareSong{
 inline constexpr ChangeKind kInsertLeadIn{.name = Text{De{"Vortakt"}, En{"Lead-In Measure"}},
                                           .takeBack = true};
 
+/// Making short notes longer when a song is loaded.
+inline constexpr ChangeKind kLengthenNotes{
+    .name = Text{De{"Noten verlängern"}, En{"Lengthening Notes"}}};
+
+/// Both when a song is loaded.
+inline constexpr ChangeKind kPrepareAndLengthen{
+    .name = Text{De{"Vorbereiten und Verlängern"}, En{"Preparing and Lengthening Notes"}}};
+
 /// Exchanging the song with what it was before the last change.
 inline constexpr ChangeKind kTakeBack{
     .name = Text{De{"Zurücknehmen"}, En{"Taking Back"}}, .playsOn = true, .exchanges = true};

@@ -6,6 +6,7 @@
 #include "base/errors.h"
 
 #include "app/session/texts.h"
+#include "song/note_pairing.h"
 #include "song/time_map.h"
 
 namespace tracksmith::session {
@@ -110,6 +111,7 @@ void Session::BringInOrder(const ChangeKind& kind) {
         }
         return;
     }
+    song::SetNoteOnOffPointers(work_.song);
     song::UpdateTimeZoneData(work_.song);
     if (player_) {
         static_cast<void>(player_->RebuildAfterEdit());

@@ -55,7 +55,8 @@ public:
     using Edit = std::function<bool(Workspace& workspace)>;
 
     /// Changes the song: ends playing as the Stop button does, keeps the song where `kind` asks for
-    /// it, edits, and then brings times, player and listeners in order. The edit sees the tempos of
+    /// it, edits, and then brings note pairs, times, player and listeners in
+    /// order. The edit sees the tempos of
     /// the file; a practice tempo is applied again afterwards.
     ///
     /// Returns what `edit` returned. Raises EMidiError when the song cannot be changed now, with

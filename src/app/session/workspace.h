@@ -6,6 +6,7 @@
 #include "song/load_report.h"
 #include "song/midi_file_reader.h"
 #include "song/midi_file_writer.h"
+#include "song/note_length.h"
 #include "song/song.h"
 
 namespace tracksmith::session {
@@ -20,6 +21,10 @@ struct WorkOptions {
     song::EncodeOptions encodeOptions;
     /// Running status survives system exclusive and meta events while reading.
     bool runningStatusAcrossSysex = false;
+    /// Short notes are made so long when a song is loaded: not at all unless somebody says so.
+    song::NoteLengthOptions noteLength;
+    /// Songs are loaded without looking whether their notes begin and end.
+    bool skipNoteCheck = false;
 };
 
 /// The one song that is worked on, with its file, its reports and its options. Owned by a Session;
@@ -36,6 +41,8 @@ struct Workspace : WorkOptions {
     song::LoadReport loadReport;
     /// What the last preparation for an instrument did.
     instruments::PreparationReport preparation;
+    /// The song as it was loaded has as many note-offs as note-ons; true where nobody looked.
+    bool balanced = true;
 };
 
 } // namespace tracksmith::session

@@ -51,11 +51,12 @@ QPushButton* NoticeBar::AddButton(const char* objectName, void (NoticeBar::*sign
 void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBack,
                             bool canInsertLeadIn) {
     Forget(Subject::Song);
-    if (workspace.loadReport.Kinds() > 0 || workspace.preparation.Changed()) {
+    song::LoadReport report = workspace.loadReport;
+    report.counts[static_cast<std::size_t>(song::LoadChange::NotesLengthened)] = 0; // no news
+    if (report.Kinds() > 0 || workspace.preparation.Changed()) {
         Add({.subject = Subject::Song,
              .text =
-                 [report = workspace.loadReport,
-                  preparation = workspace.preparation](Language language) {
+                 [report, preparation = workspace.preparation](Language language) {
                      return texts::ChangesSummary(report, preparation, language);
                  },
              .details = true,
