@@ -8,6 +8,9 @@
 namespace tracksmith::player {
 namespace {
 
+// Of the notes that the player ends itself.
+constexpr std::uint8_t kReleaseVelocity = 64;
+
 bool IsNote(std::uint8_t command) {
     return command == song::kNoteOn || command == song::kNoteOff;
 }
@@ -163,8 +166,16 @@ std::optional<std::uint8_t> EventSender::NoteToSend(std::size_t channel, std::ui
     return sounding;
 }
 
+void EventSender::EndSoundingNotes(std::size_t channel) noexcept {
+    for (std::uint8_t key = 0; key < 128; ++key) {
+        while (activity_.Sounding(channel, key) > 0) {
+            activity_.NoteOff(channel, key);
+            Put(channel, song::kNoteOff, key, kReleaseVelocity, nullptr);
+        }
+    }
+}
+
 void EventSender::EndNote(std::size_t channel, std::uint8_t key) noexcept {
-    constexpr std::uint8_t kReleaseVelocity = 64;
     if (const auto note = NoteToSend(channel, song::kNoteOff, key, kReleaseVelocity, false)) {
         Put(channel, song::kNoteOff, *note, kReleaseVelocity, nullptr);
     }

@@ -50,6 +50,8 @@ public:
     void WithholdFrom(const PortSet& ports) noexcept { withheld_ = ports; }
     /// Ends a note of the song (key 0-127) when it sounds.
     void EndNote(std::size_t channel, std::uint8_t key) noexcept;
+    /// Ends every note that sounds on a channel by its note-off.
+    void EndSoundingNotes(std::size_t channel) noexcept;
     /// All Sound Off and All Notes Off to one channel or to all; nothing sounds there any more.
     /// Within a pass false when that was given up meanwhile.
     bool Silence(std::size_t channel, PassState* pass = nullptr) noexcept;

@@ -173,6 +173,11 @@ public:
     /// channel of either ends. False: not now.
     [[nodiscard]] bool SetDrumNotes(const DrumNotes& notes);
 
+    /// Lets `write` change the pitches of notes of the song by song::WriteShared. What sounds on
+    /// `channels` (a bit for each) ends at its old pitch before. No pass runs meanwhile. False: not
+    /// now; then nothing is written.
+    [[nodiscard]] bool ChangePitches(std::uint32_t channels, const std::function<void()>& write);
+
     /// Sets where all source channels go, in one step. While playing, a port that is new among them
     /// is opened and set up before its channels, which are not heard until then. When no channel
     /// goes to a port any more whose driver hangs, the player goes on without it. False, and

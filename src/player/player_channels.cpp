@@ -93,6 +93,20 @@ bool TMidiPlayer::SetDrumNotes(const DrumNotes& notes) {
     return true;
 }
 
+bool TMidiPlayer::ChangePitches(std::uint32_t channels, const std::function<void()>& write) {
+    const Hold hold(*this);
+    if (!hold) {
+        return false;
+    }
+    for (std::size_t channel = 0; channel < kChannels; ++channel) {
+        if ((channels >> channel & 1U) != 0) {
+            sender_.EndSoundingNotes(channel);
+        }
+    }
+    write();
+    return true;
+}
+
 bool TMidiPlayer::SetRoutes(const ChannelRoutes& routes) {
     if (routes == routing_.Routes()) {
         return true;
