@@ -7,6 +7,8 @@ set(SOURCES
   count_early_notes.h
   describe_sysex.cpp
   describe_sysex.h
+  drum_channels.cpp
+  drum_channels.h
   drum_part_walk.cpp
   drum_part_walk.h
   gs_ticks.h
