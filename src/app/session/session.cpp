@@ -136,6 +136,7 @@ void Session::MarkSaved(const std::filesystem::path& file, SaveFormat format) {
     if (transport_) {
         transport_->TakeTempoAsFile();
     }
+    listeners_.Tell(&SessionListener::OnSaved);
     listeners_.Tell(&SessionListener::OnFileState);
 }
 

@@ -18,6 +18,8 @@ public:
     virtual void OnSongChanged(const ChangeKind& /*kind*/) {}
     /// File name, modified mark or what can be taken back has changed.
     virtual void OnFileState() {}
+    /// The song has been written to its file, as it is in memory.
+    virtual void OnSaved() {}
     /// Playing has begun or ended.
     virtual void OnPlaying(bool /*playing*/) {}
     /// The place in the song was moved by somebody.
