@@ -38,7 +38,6 @@ void LoadSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Message
     functions.CheckEventCounter();
     functions.RemoveCountIns();
     functions.SetTimesAfterDecoding(decoded);
-    functions.SetFirstValues();
     functions.CheckForNoteOnsNoteOffs(decoded);
     functions.CheckForZeroLength(decoded);
     workspace.hasSong = true;

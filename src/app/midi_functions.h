@@ -8,6 +8,7 @@
 
 #include "app/session/workspace.h"
 #include "instruments/sysex/sysex_index.h"
+#include "mixer/controller_index.h"
 #include "song/midi_file_reader.h"
 #include "song/note_pairing.h"
 #include "song/time_map.h"
@@ -37,8 +38,9 @@ public:
     /// Removal of count-ins by time signature: empty until that tool is built.
     void RemoveCountIns() {}
 
-    /// First program and controller values of every channel: empty until there is a mixer.
-    void SetFirstValues() {}
+    /// What the song sets first on every channel: the values that count as in effect at its start.
+    /// The mixer shows them as soon as it hears of the song.
+    mixer::FirstValues SetFirstValues() const { return mixer::ReadFirstValues(workspace_.song); }
 
     /// The balance of note-ons and note-offs of the song that has just been decoded, into the
     /// workspace.

@@ -1,0 +1,15 @@
+set(SOURCES
+  controller_index.cpp
+  controller_index.h
+  controls.h
+  live_sender.cpp
+  live_sender.h
+  master_link.cpp
+  master_link.h
+  mixer.cpp
+  mixer.h
+  mixer_controls.cpp
+  mixer_edits.cpp
+  texts.h
+  transposition.cpp
+  transposition.h)
