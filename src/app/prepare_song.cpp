@@ -7,6 +7,7 @@
 #include "app/midi_functions.h"
 #include "app/texts.h"
 #include "song/lead_in.h"
+#include "song/note_length.h"
 
 namespace tracksmith::app {
 
@@ -47,10 +48,27 @@ bool HasEarlyNotes(const instruments::PreparationReport& report) {
                                [](const auto& channel) { return channel.earlyNotes > 0; });
 }
 
-bool CanInsertLeadIn(const session::Session& session) {
+namespace {
+
+bool LastIs(const session::Session& session, const session::ChangeKind& kind) {
     const session::TakeBack& last = session.LastChange();
-    return last.Available() && !last.Taken() &&
-           last.Name().english == session::kPrepareSong.name.english &&
+    return last.Available() && !last.Taken() && last.Name().english == kind.name.english;
+}
+
+// What the load did beside preparing, and what is taken back with it.
+void LengthenNotes(session::Workspace& workspace) {
+    const std::vector<song::NoteEnd> ends =
+        song::FindShortNotes(workspace.song, workspace.noteLength.minimum);
+    workspace.loadReport.Add(
+        song::LoadChange::NotesLengthened,
+        song::LengthenLoadedNotes(workspace.song, ends, workspace.noteLength));
+}
+
+} // namespace
+
+bool CanInsertLeadIn(const session::Session& session) {
+    return (LastIs(session, session::kPrepareSong) ||
+            LastIs(session, session::kPrepareAndLengthen)) &&
            HasEarlyNotes(session.Work().preparation);
 }
 
@@ -61,10 +79,14 @@ bool InsertLeadIn(session::Session& session, MessageHost& host) {
         return false;
     }
     bool inserted = false;
+    const bool lengthens = LastIs(session, session::kPrepareAndLengthen);
     session.TakeBackLastChange(host);
     session.Change(session::kInsertLeadIn, host, [&](session::Workspace& workspace) {
         inserted = song::InsertLeadInMeasure(workspace.song);
         TMidiFunctions(workspace, host).CheckSysexs();
+        if (lengthens) {
+            LengthenNotes(workspace);
+        }
         return true;
     });
     return inserted;
