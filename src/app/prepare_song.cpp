@@ -59,9 +59,8 @@ bool LastIs(const session::Session& session, const session::ChangeKind& kind) {
 void LengthenNotes(session::Workspace& workspace) {
     const std::vector<song::NoteEnd> ends =
         song::FindShortNotes(workspace.song, workspace.noteLength.minimum);
-    workspace.loadReport.Add(
-        song::LoadChange::NotesLengthened,
-        song::LengthenLoadedNotes(workspace.song, ends, workspace.noteLength));
+    workspace.loadReport.Add(song::LoadChange::NotesLengthened,
+                             song::LengthenLoadedNotes(workspace.song, ends, workspace.noteLength));
 }
 
 } // namespace

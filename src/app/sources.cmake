@@ -16,6 +16,8 @@ set(SOURCES
   load_sequence.h
   midi_functions.cpp
   midi_functions.h
+  picker_task.cpp
+  picker_task.h
   prepare_song.cpp
   prepare_song.h
   note_settings.cpp

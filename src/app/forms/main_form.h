@@ -17,6 +17,7 @@
 #include "app/forms/ports/sound_settings.h"
 #include "app/forms/settings/file_chooser.h"
 #include "app/forms/settings/form_settings.h"
+#include "app/forms/song/song_picker_host.h"
 #include "app/forms/song/voice_names.h"
 #include "app/save_song.h"
 #include "app/session/session.h"
@@ -88,6 +89,9 @@ public:
     /// Enables and names the commands of the menu by what is possible now.
     void ShowCommands();
 
+    /// Opens the window in which a voice is picked for a channel (0-15).
+    void PickVoice(std::size_t channel);
+
     void ApplyLanguage(Language language);
     void ApplyChosenTheme(Theme theme);
 
@@ -123,6 +127,7 @@ public:
     void MMI_ChooseInstrumentClick();
     void MMI_PrepareSongClick();
     void MMI_InsertLeadInClick();
+    void MMI_PickVoiceClick();
     void MMI_VoicesClick();
     // View, Settings, Help
     void MMV_NextPageClick();
@@ -155,6 +160,7 @@ private:
     void TakeInstruments();
     InstrumentOutput MainOutput() const;
     QString PlayingText(std::size_t channel) const;
+    SongPickerHost::Window PickerWindow();
     void OfferPreparing(const std::string& formerInstrument);
     void ConnectMenu();
     void ConnectAreas();
@@ -196,6 +202,7 @@ private:
     std::unique_ptr<devices::MidiDevices> devices_;
     std::unique_ptr<NoticeHost> noticeHost_;
     std::unique_ptr<SessionSignals> signals_;
+    std::unique_ptr<SongPickerHost> pickerHost_;
 
     MainMenu* menu_ = nullptr;
     QStackedWidget* pages_ = nullptr;

@@ -6,6 +6,7 @@ set(SOURCES
   main_form_commands.cpp
   main_form_files.cpp
   main_form_instrument.cpp
+  main_form_picker.cpp
   main_form_play.cpp
   texts.cpp
   texts.h
@@ -76,6 +77,8 @@ set(SOURCES
   song/shown_voice.h
   song/song_header.cpp
   song/song_header.h
+  song/song_picker_host.cpp
+  song/song_picker_host.h
   song/song_rows.cpp
   song/song_rows.h
   song/song_view.cpp

@@ -38,6 +38,10 @@ inline constexpr ChangeKind kLengthenNotes{
 inline constexpr ChangeKind kPrepareAndLengthen{
     .name = Text{De{"Vorbereiten und Verlängern"}, En{"Preparing and Lengthening Notes"}}};
 
+/// Choosing another voice for a channel.
+inline constexpr ChangeKind kChangeVoice{
+    .name = Text{De{"Klang wählen"}, En{"Choosing a Voice"}}, .takeBack = true, .playsOn = true};
+
 /// Exchanging the song with what it was before the last change.
 inline constexpr ChangeKind kTakeBack{
     .name = Text{De{"Zurücknehmen"}, En{"Taking Back"}}, .playsOn = true, .exchanges = true};

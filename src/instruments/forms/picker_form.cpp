@@ -49,6 +49,17 @@ QLabel* NewChip(std::size_t channel, const QPalette& palette) {
     return chip;
 }
 
+// In a frame of the program's own.
+QWidget* Framed(QAbstractScrollArea* list) {
+    auto* panel = new Panel(QPalette::Base);
+    auto* inside = new QVBoxLayout(panel);
+    const int margin = static_cast<int>(CornerRadius() / 2) + 1;
+    inside->setContentsMargins(margin, margin, margin, margin);
+    inside->addWidget(list);
+    list->setFrameShape(QFrame::NoFrame);
+    return panel;
+}
+
 } // namespace
 
 TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::PickerTask task,
@@ -90,7 +101,7 @@ TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::Pi
     ShowCategories();
     ShowSounds();
     ShowVoices();
-    resize(fontMetrics().averageCharWidth() * 124, fontMetrics().height() * 38);
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
     restoreGeometry(QByteArray::fromBase64(
         QByteArray::fromStdString(program_.store.ReadStrFromUserRegistry(kGeometry, ""))));
     ShowChosenRow();
@@ -140,7 +151,7 @@ void TPickerForm::AddHeader(QVBoxLayout& column) {
     search_->setPlaceholderText(Say(picker_texts::kSearch));
     search_->setAccessibleName(Say(picker_texts::kSearch));
     search_->setClearButtonEnabled(true);
-    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 34);
+    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 46);
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &TPickerForm::Search);
     auto* row = new QHBoxLayout;
@@ -167,12 +178,12 @@ void TPickerForm::AddLists(QVBoxLayout& column) {
     nothing_->setText(Say(picker_texts::kNoHit));
     nothing_->hide();
     auto* voices = new QVBoxLayout;
-    voices->addWidget(table_);
+    voices->addWidget(Framed(table_));
     voices->addWidget(nothing_);
     auto* row = new QHBoxLayout;
     row->setSpacing(Gap());
-    row->addWidget(families_, 31);
-    row->addWidget(categories_, 37);
+    row->addWidget(Framed(families_), 31);
+    row->addWidget(Framed(categories_), 37);
     row->addLayout(voices, 100);
     column.addLayout(row, 1);
 }
@@ -286,6 +297,9 @@ void TPickerForm::AddControls(QVBoxLayout& column) {
          std::initializer_list<QWidget*>{play_, solo_, noteOnSelection_, testNote_}) {
         flow->addWidget(widget);
     }
+    auto* space = new QWidget;
+    flow->addWidget(space);
+    flow->SetStretching(space);
     column.addWidget(row);
     AddPlaces();
     if (program_.places.size() > 1) {

@@ -174,8 +174,9 @@ void TPickerForm::StepTestNote() {
 }
 
 void TPickerForm::ToggleFavourite() {
-    if (!picker_.ToggleFavourite()) {
-        hits_->setText(Say(picker_texts::kNotStored));
+    const bool known = picker_.NewVoice(language_).match == VoiceMatch::Exact;
+    if (!known || !picker_.ToggleFavourite()) {
+        hits_->setText(Say(known ? picker_texts::kNotStored : picker_texts::kUnknownVoice));
         return;
     }
     ShowFamilies();
@@ -197,6 +198,10 @@ void TPickerForm::SwitchOldNew() {
 
 // Down and Up go from the search line to the voices; Enter accepts from either.
 bool TPickerForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == search_ && event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_D) {
+        return true; // on some desktops Ctrl+D deletes in a line of text
+    }
     if (event->type() != QEvent::KeyPress) {
         return QDialog::eventFilter(watched, event);
     }

@@ -16,7 +16,6 @@ PickerGroups::PickerGroups(const char* objectName, QWidget* parent) : QTreeWidge
     setColumnCount(2);
     setRootIsDecorated(false);
     setIndentation(0);
-    setUniformRowHeights(true);
     setTabKeyNavigation(false);
     header()->hide();
     header()->setStretchLastSection(false);
@@ -53,6 +52,7 @@ void PickerGroups::AddGroup(const QString& name, const QString& hits, bool dimme
     if (dimmed) {
         item->setForeground(0, DimText(palette()));
     }
+    item->setSizeHint(0, {0, fontMetrics().height() * 3 / 2});
     addTopLevelItem(item);
     rows_.append(item);
 }

@@ -29,9 +29,6 @@ public:
     /// Writes the voice into the song at these of its places (see WriteVoice), and shows its name.
     virtual void WriteVoice(std::size_t channel, std::span<const std::size_t> changes,
                             VoiceNumbers numbers) = 0;
-
-    /// Keeps a rule for all songs: where `from` is asked for, `to` is played.
-    virtual void SaveToRevoicer(VoiceNumbers from, VoiceNumbers to) = 0;
 };
 
 } // namespace tracksmith::instruments

@@ -105,7 +105,6 @@ public:
     void Btn_OKClick();
     /// Leaves the song unchanged; the voice in force is heard again.
     void Btn_CancelClick();
-    void Btn_SaveToRevoicerClick() { host_.SaveToRevoicer(inForce_, selected_.numbers); }
     /// Writes the selected numbers into the channel's state.
     void UpdateMSB_LSB_PC(PatchState& state) const;
 

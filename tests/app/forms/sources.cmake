@@ -6,6 +6,7 @@ set(SOURCES
   main.cpp
   menu_test.cpp
   overview_test.cpp
+  picker_test.cpp
   playing_test.cpp
   program_test.cpp
   recent_files_test.cpp

@@ -46,10 +46,6 @@ public:
         }
         Log("", numbers);
     }
-    void SaveToRevoicer(VoiceNumbers from, VoiceNumbers to) override {
-        Log("from", from);
-        Log("to", to);
-    }
 
     /// What was asked since the last call.
     std::string Take() { return std::exchange(log, {}); }
@@ -215,9 +211,8 @@ TEST_F(VoicePickerTest, SelectingIsHeardAndWrittenOnlyWhenAccepted) {
     EXPECT_FALSE(picker.HearsOldVoice());
     EXPECT_EQ(host_.Take(), "try 8/34/0; try 8/34/1; try 8/34/0; ");
     picker.CB_SoloClick(true);
-    picker.Btn_SaveToRevoicerClick();
     picker.Btn_OKClick();
-    EXPECT_EQ(host_.Take(), "solo; from 8/34/1; to 8/34/0; channel 4 at 8/34/0; all; end 4; ");
+    EXPECT_EQ(host_.Take(), "solo; channel 4 at 8/34/0; all; end 4; ");
     EXPECT_TRUE(picker.VoiceChanged());
     EXPECT_EQ(memory_->LastUsed(), (std::vector{VoiceKey{false, {8, 34, 0}}}));
     PatchState state;

@@ -20,6 +20,11 @@ constexpr auto kRows = std::to_array<CommandRow>({
      kWithSong,
      {"Ctrl+Shift+I"}},
     {"MMI_InsertLeadIn", texts::kInsertLeadIn, &TMainForm::MMI_InsertLeadInClick, kWithEarlyNotes},
+    {"MMI_PickVoice",
+     texts::kPickVoice,
+     &TMainForm::MMI_PickVoiceClick,
+     kWithSong,
+     {"Ctrl+Shift+K"}},
     {"MMI_Voices", texts::kVoices, &TMainForm::MMI_VoicesClick, kAlways, {"Ctrl+K"}},
 });
 
