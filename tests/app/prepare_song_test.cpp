@@ -129,6 +129,14 @@ TEST_F(PrepareSongTest, NewSongHasATrackForEachChannelAndIsPrepared) {
     ASSERT_EQ(session_.Work().song.trackCount, 17);
     EXPECT_EQ(session_.Work().song.tracks[10].channel, 9);
     EXPECT_EQ(session_.Work().loadReport.Kinds(), 0U);
+    const song::Track& conductor = session_.Work().song.tracks[0];
+    for (const int type : {0x03, 0x51, 0x58}) { // name, tempo, time signature
+        song::ConstEventLink event = conductor.first;
+        while (event && !event->IsMeta(static_cast<std::uint8_t>(type))) {
+            event = event->next;
+        }
+        EXPECT_TRUE(event) << type;
+    }
     EXPECT_TRUE(session_.Work().file.name.empty());
     EXPECT_EQ(Line(), "Prepared for GM2 Soundset: +1 GM2 System On");
 }

@@ -28,6 +28,11 @@ TEST_F(TakeBackTest, GoesBackAndForth) {
     session.TakeBackLastChange(host);
     EXPECT_FALSE(session.LastChange().Taken());
     EXPECT_EQ(Saved(), twice);
+    EXPECT_FALSE(session.LastChange().Touched());
+    session.MarkModified();
+    EXPECT_TRUE(session.LastChange().Touched());
+    session.TakeBackLastChange(host);
+    EXPECT_FALSE(session.LastChange().Touched());
     EXPECT_EQ(song::CheckSong(session.Song()), "");
 }
 
