@@ -65,6 +65,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
 // The devices and the bar for notices, which the player uses, end before the session does.
 TMainForm::~TMainForm() {
     signals_.reset();
+    asker_.reset();
     session_.EndPlayer();
 }
 

@@ -19,6 +19,7 @@
 #include "app/forms/settings/form_settings.h"
 #include "app/forms/song/song_picker_host.h"
 #include "app/forms/song/voice_names.h"
+#include "app/instrument_asker.h"
 #include "app/save_song.h"
 #include "app/session/session.h"
 #include "instruments/instrument_settings.h"
@@ -161,6 +162,7 @@ private:
     InstrumentOutput MainOutput() const;
     QString PlayingText(std::size_t channel) const;
     SongPickerHost::Window PickerWindow();
+    void TakeAnsweredInstrument(const QString& name);
     void OfferPreparing(const std::string& formerInstrument);
     void ConnectMenu();
     void ConnectAreas();
@@ -197,6 +199,8 @@ private:
     std::string missingOutput_;
     /// The change of the file on the disk that the user was told of last.
     std::optional<session::FileStamp> toldStamp_;
+    /// Made when it is first needed; ends before the player.
+    std::shared_ptr<app::InstrumentAsker> asker_;
     /// The user has agreed to lose the changes made so far.
     bool mayLoseChanges_ = false;
     std::unique_ptr<devices::MidiDevices> devices_;

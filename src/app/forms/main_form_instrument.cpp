@@ -70,6 +70,13 @@ void TMainForm::MMI_ChooseInstrumentClick() {
     chooser->open();
 }
 
+void TMainForm::TakeAnsweredInstrument(const QString& name) {
+    if (!instruments_.WriteInstrument(name.toStdString())) {
+        notice_->ShowText(texts::kSettingNotStored);
+    }
+    TakeInstruments();
+}
+
 void TMainForm::OfferPreparing(const std::string& formerInstrument) {
     const std::string& name = session_.Work().outputs.outputs.front().name;
     const QString question = texts::PrepareQuestion(ToQString(name), host_.CurrentLanguage());

@@ -101,7 +101,15 @@ void TMainForm::MMV_NextPageClick() {
 }
 
 void TMainForm::MMS_MidiPortsClick() {
-    auto* dialog = new PortsDialog(*signals_, sound_, *chooser_, host_.CurrentLanguage(), this);
+    if (!asker_) {
+        asker_ = std::make_shared<app::InstrumentAsker>(session_.Controls().Player(),
+                                                        instruments::IdentityTable::Load());
+    }
+    auto* dialog =
+        new PortsDialog(*signals_, sound_, *chooser_, asker_, host_.CurrentLanguage(), this);
+    const std::string former = instruments_.ReadInstrument();
+    connect(dialog, &PortsDialog::InstrumentChosen, this, &TMainForm::TakeAnsweredInstrument);
+    connect(dialog, &QDialog::finished, this, [this, former] { OfferPreparing(former); });
     dialog->open();
 }
 

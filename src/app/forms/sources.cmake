@@ -47,6 +47,8 @@ set(SOURCES
   overview/overview_scene.h
   overview/overview_widget.cpp
   overview/overview_widget.h
+  ports/ask_panel.cpp
+  ports/ask_panel.h
   ports/output_box.cpp
   ports/output_box.h
   ports/port_items.cpp

@@ -199,10 +199,18 @@ inline constexpr Text kInput{De{"Eingang"}, En{"Input"}};
 inline constexpr Text kNoInput{De{"keiner"}, En{"none"}};
 inline constexpr Text kThru{De{"Eingang zum Ausgang &durchreichen"},
                             En{"Pass the input on to the &output"}};
+inline constexpr Text kAskInstrument{De{"Instrument &fragen"}, En{"&Ask the Instrument"}};
+inline constexpr Text kAskInstrumentHint{
+    De{"Fragt am Ausgang, welches Instrument angeschlossen ist, und wartet am Eingang auf seine "
+       "Antwort."},
+    En{"Asks at the output which instrument is connected and waits for its answer at the input."}};
+inline constexpr Text kChooseAnswered{De{"%1 wähle&n"}, En{"Choose %1 &now"}};
+inline constexpr Text kChosenNow{De{"Gewählt: Songs werden für %1 vorbereitet."},
+                                 En{"Chosen: songs are prepared for %1."}};
 inline constexpr Text kSoundfont{Both{"SoundFont"}};
 inline constexpr Text kSoundfontUsual{De{"des Systems"}, En{"the system's"}};
-inline constexpr Text kChooseSoundfont{De{"&Wählen…"}, En{"&Choose…"}};
-inline constexpr Text kUsualSoundfont{De{"Des &Systems"}, En{"The &System's"}};
+inline constexpr Text kChooseSoundfont{De{"&Wählen…"}, En{"C&hoose…"}};
+inline constexpr Text kUsualSoundfont{De{"Des S&ystems"}, En{"The S&ystem's"}};
 inline constexpr Text kSoundfontFiles{De{"SoundFonts"}, En{"SoundFonts"}};
 inline constexpr Text kVolume{De{"Lautstärke"}, En{"Volume"}};
 inline constexpr Text kPolyphony{De{"Stimmen"}, En{"Voices"}};

@@ -1,4 +1,5 @@
 set(SOURCES
+  ask_test.cpp
   file_commands_test.cpp
   form_fixture.h
   instrument_test.cpp

@@ -16,15 +16,18 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "app/forms/ports/ask_panel.h"
 #include "app/forms/ports/port_items.h"
 #include "app/forms/settings/file_chooser.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "instruments/catalogue.h"
 
 namespace tracksmith::forms {
 
 PortsDialog::PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
-                         Language language, QWidget* parent)
+                         const std::shared_ptr<app::InstrumentAsker>& asker, Language language,
+                         QWidget* parent)
     : QDialog(parent),
       session_(session),
       sound_(sound),
@@ -40,6 +43,7 @@ PortsDialog::PortsDialog(SessionSignals& session, SoundSettings& sound, FileChoo
     setWindowTitle(Say(texts::kPortsTitle));
     AddColumn(*this);
     layout()->addWidget(BuildPorts());
+    BuildAsking(asker);
     if (sound_.HasSynth()) {
         layout()->addWidget(BuildSynth());
     }
@@ -68,12 +72,29 @@ QWidget* PortsDialog::BuildPorts() {
     form->addRow(Say(texts::kInput), input_);
     form->addRow(QString(), thru_);
     connect(output_, &QComboBox::activated, this, [this] {
+        asking_->Clear();
         session_.Controls().ChooseOutput(output_->currentData().toString().toStdString());
     });
-    connect(input_, &QComboBox::activated, this,
-            [this] { sound_.SetInput(input_->currentData().toString().toStdString()); });
+    connect(input_, &QComboBox::activated, this, [this] {
+        asking_->Clear();
+        sound_.SetInput(input_->currentData().toString().toStdString());
+    });
     connect(thru_, &QCheckBox::toggled, this, [this](bool on) { sound_.SetThru(on); });
     return group;
+}
+
+void PortsDialog::BuildAsking(const std::shared_ptr<app::InstrumentAsker>& asker) {
+    asking_ = new AskPanel(
+        asker,
+        {[this] { return session_.Controls().Outputs().Output(); },
+         [this] { return sound_.ReadInput(); },
+         [this] {
+             const std::string& name = session_.Session().Work().outputs.outputs.front().name;
+             return instruments::FindInstrument(name) != nullptr ? name : std::string();
+         }},
+        language_);
+    layout()->addWidget(asking_);
+    connect(asking_, &AskPanel::InstrumentChosen, this, &PortsDialog::InstrumentChosen);
 }
 
 QWidget* PortsDialog::BuildSynth() {

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <filesystem>
-#include <functional>
+#include <memory>
 
 #include "base/text.h"
 #include <QDialog>
 
 #include "app/forms/ports/sound_settings.h"
-#include "app/settings/settings_store.h"
+#include "app/instrument_asker.h"
 
 class QCheckBox;
 class QComboBox;
@@ -17,22 +16,29 @@ class QSpinBox;
 
 namespace tracksmith::forms {
 
+class AskPanel;
 class FileChooser;
 class SessionSignals;
 
-/// The window for MIDI input and the built-in instrument. What is set takes effect at once. Its
-/// object name is "Dlg_MidiPorts".
+/// The window for the MIDI ports, the question which instrument is connected, and the built-in
+/// instrument. What is set takes effect at once. Its object name is "Dlg_MidiPorts".
 class PortsDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// All must outlive the dialog; `synth` may be null.
+    /// All must outlive the dialog, but not the asker.
     PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
-                Language language, QWidget* parent = nullptr);
+                const std::shared_ptr<app::InstrumentAsker>& asker, Language language,
+                QWidget* parent = nullptr);
+
+signals:
+    /// The user wants songs to be prepared for the instrument of this name, which has answered.
+    void InstrumentChosen(const QString& name);
 
 private:
     QWidget* BuildPorts();
     QWidget* BuildSynth();
+    void BuildAsking(const std::shared_ptr<app::InstrumentAsker>& asker);
     void ShowInputs();
     void ShowSoundfont();
     void ChooseSoundfont();
@@ -43,6 +49,7 @@ private:
     SoundSettings& sound_;
     FileChooser& chooser_;
     Language language_;
+    AskPanel* asking_ = nullptr;
     QComboBox* output_;
     QComboBox* input_;
     QCheckBox* thru_;
