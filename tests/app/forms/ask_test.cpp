@@ -61,6 +61,9 @@ TEST_F(AskTest, SilenceSaysWhatToCheckAndKeepsTheWindowFree) {
     EXPECT_LT(time.elapsed(), 500);
     ASSERT_TRUE(Becomes("Nothing answered on Loop 1"));
     EXPECT_NE(Detail().find("to the input Loop 2"), std::string::npos) << Detail();
+    const QLabel* detail = In<QLabel>("L_AskDetail");
+    QTest::qWait(0); // laid out
+    EXPECT_GE(detail->height(), detail->heightForWidth(detail->width())) << "cut off";
     EXPECT_EQ(instrument_.Heard(), 2);
     Ask();
     In<QComboBox>("CB_Input")->setCurrentIndex(0);

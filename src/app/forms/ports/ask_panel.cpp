@@ -131,8 +131,7 @@ void AskPanel::ShowResult() {
     }
     offer_ = words.offer;
     headline_->setText(ToQString(words.headline));
-    detail_->setText(detail);
-    detail_->setVisible(!detail.isEmpty());
+    ShowDetail(detail);
     choose_->setVisible(offer_ != nullptr);
     if (offer_ != nullptr) {
         choose_->setText(Say(texts::kChooseAnswered).arg(MenuText(ToQString(offer_->name))));
@@ -140,6 +139,16 @@ void AskPanel::ShowResult() {
     result_->setVisible(!words.headline.empty());
     QAccessibleEvent told(headline_, QAccessible::Alert);
     QAccessible::updateAccessibility(&told);
+}
+
+// The window grows with what is said; without a least height it would cut wrapped lines off.
+void AskPanel::ShowDetail(const QString& text) {
+    constexpr int kCharacters = 48;
+    const int width = fontMetrics().averageCharWidth() * kCharacters;
+    detail_->setText(text);
+    detail_->setMinimumSize(width, 0);
+    detail_->setMinimumHeight(detail_->heightForWidth(width));
+    detail_->setVisible(!text.isEmpty());
 }
 
 void AskPanel::Choose() {
@@ -150,8 +159,7 @@ void AskPanel::Choose() {
     // The button that has the focus goes away.
     ask_->setFocus();
     choose_->hide();
-    detail_->setText(Say(texts::kChosenNow).arg(name));
-    detail_->show();
+    ShowDetail(Say(texts::kChosenNow).arg(name));
     emit InstrumentChosen(name);
 }
 

@@ -50,6 +50,7 @@ private:
     void Ask();
     void Look();
     void ShowResult();
+    void ShowDetail(const QString& text);
     void Choose();
     QString Say(const Text& text) const;
 
