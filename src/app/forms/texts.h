@@ -93,7 +93,7 @@ inline constexpr Text kMenuInstrument{De{"&Instrument"}, En{"&Instrument"}};
 inline constexpr Text kChooseInstrument{De{"Instrument &wählen…"}, En{"&Choose…"}};
 inline constexpr Text kPrepareAgain{De{"Song &neu vorbereiten"}, En{"&Prepare Song Again"}};
 inline constexpr Text kInsertLeadIn{De{"&Vortakt einsetzen"}, En{"Insert &Lead-In Measure"}};
-inline constexpr Text kPickVoice{De{"Klang für den &Kanal wählen…"},
+inline constexpr Text kPickVoice{De{"Klang &für den Kanal wählen…"},
                                  En{"Pick Voice for the C&hannel…"}};
 inline constexpr Text kPortBusy{De{"Das ist gerade nicht zu hören: Der Ausgang ist nicht bereit."},
                                 En{"This cannot be heard now: the output is not ready."}};
