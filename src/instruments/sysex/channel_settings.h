@@ -30,6 +30,25 @@ inline bool IsSetting(const song::MidiEvent& event) {
            (event.data1 != song::kAllSoundOff && event.data1 != song::kAllNotesOff);
 }
 
+/// Whether the event sets a controller that stands for itself: no bank select, no part of a
+/// parameter, no mode message. Nearly all settings of long songs are such.
+inline bool IsPlainController(const song::MidiEvent& event) {
+    static constexpr auto kPlain = [] {
+        std::array<bool, 256> plain{};
+        for (std::size_t number = 0; number < song::kFirstModeMessage; ++number) {
+            plain.at(number) = true;
+        }
+        for (const std::uint8_t other :
+             {song::kBankMsb, song::kBankLsb, song::kDataMsb, song::kDataLsb, song::kDataIncrement,
+              song::kDataDecrement, song::kNonRegisteredLsb, song::kNonRegisteredMsb,
+              song::kRegisteredLsb, song::kRegisteredMsb}) {
+            plain.at(other) = false;
+        }
+        return plain;
+    }();
+    return event.Command() == song::kControlChange && kPlain[event.data1] && event.length > 0;
+}
+
 /// The settings in force on one channel, as the events that made them: played again in their order
 /// they bring an instrument that was reset into the same state. A bank select counts with the
 /// program change that took it (MIDI 1.0), a data entry with the events that chose its registered
@@ -38,6 +57,12 @@ class ChannelSettings {
 public:
     /// Takes an event of the channel that IsSetting. Throws std::bad_alloc.
     void Apply(const SettingEvent& setting);
+
+    /// The same for one that IsPlainController, `number` of which it sets; allocates nothing.
+    void ApplyPlain(const SettingEvent& setting, std::uint8_t number) {
+        used_ = true;
+        controllers_[number] = setting;
+    }
 
     /// As after a reset of the instrument.
     void Clear();

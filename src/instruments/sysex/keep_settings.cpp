@@ -27,10 +27,13 @@ public:
 
     void Run() {
         for (std::size_t left = marks_.Count(); left > 0 && !walk_.AtEnd();) {
-            const EventLink event = walk_.Event();
-            const PlayPlace place = walk_.Place();
-            walk_.Take();
-            if (event->status == song::kSystemExclusive) {
+            const std::int32_t track = walk_.Track();
+            const EventLink event = walk_.Take();
+            const PlayPlace place{event->tick, track};
+            if (IsPlainController(*event)) {
+                settings_[event->Channel()].ApplyPlain({event, place.track, ++order_},
+                                                       event->data1);
+            } else if (event->status == song::kSystemExclusive) {
                 left -= MeetMessage(event, place) ? 1 : 0;
             } else if (event->IsNoteOn() && event->length > 0) {
                 played_.at(event->Channel()) = true;

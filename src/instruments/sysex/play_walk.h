@@ -29,14 +29,16 @@ public:
     bool AtEnd() const { return walk_->Peek() == nullptr; }
     /// The event that comes next; only before the end.
     song::EventLink Event() const { return song::LinkTo(*walk_->Peek()); }
-    PlayPlace Place() const {
-        return {walk_->Peek()->tick, static_cast<std::int32_t>(walk_->NextTrack())};
-    }
+    PlayPlace Place() const { return {walk_->Peek()->tick, Track()}; }
+    /// Its track.
+    std::int32_t Track() const { return static_cast<std::int32_t>(walk_->NextTrack()); }
 
-    /// Passes the event that comes next.
-    void Take() {
-        passed_[walk_->NextTrack()] = Event();
-        walk_->Take();
+    /// Passes the event that comes next and returns it; only before the end.
+    song::EventLink Take() {
+        const std::size_t track = walk_->NextTrack();
+        const song::EventLink event = song::LinkTo(*walk_->Take());
+        passed_[track] = event;
+        return event;
     }
 
     /// The first event of the track that the walk has not passed; null behind its last.

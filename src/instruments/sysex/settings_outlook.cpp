@@ -84,8 +84,12 @@ void SettingsOutlook::MeetSetting(const SettingEvent& setting, PlayPlace place) 
     if (!lane.open) {
         return;
     }
-    settings_.at(channel).Apply(setting);
-    voices_.Meet(*setting.event);
+    if (IsPlainController(*setting.event)) {
+        settings_[channel].ApplyPlain(setting, setting.event->data1);
+    } else {
+        settings_[channel].Apply(setting);
+        voices_.Meet(*setting.event);
+    }
     if (!Counts(*setting.event)) {
         return;
     }
