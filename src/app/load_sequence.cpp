@@ -57,27 +57,29 @@ void ReplaceSong(Workspace& workspace, std::span<const std::uint8_t> bytes, Mess
     }
 }
 
-// What loading did beyond reading.
-const session::ChangeKind* StepsOf(const Workspace& workspace) {
-    const bool prepared = workspace.preparation.Changed();
-    if (workspace.loadReport[song::LoadChange::NotesLengthened] == 0) {
-        return prepared ? &session::kPrepareSong : nullptr;
+// What loading did beyond reading and can be taken back; of both, preparing, which changes more.
+const session::ChangeKind* StepOf(const Workspace& workspace) {
+    if (workspace.preparation.Changed()) {
+        return &session::kPrepareSong;
     }
-    return prepared ? &session::kPrepareAndLengthen : &session::kLengthenNotes;
+    return workspace.loadReport[song::LoadChange::NotesLengthened] > 0 ? &session::kLengthenNotes
+                                                                       : nullptr;
 }
 
 // The decoder has read these bytes before; only memory can be missing now.
 void OfferTakingBack(Session& session, SharedBytes bytes) {
-    const session::ChangeKind* const steps = StepsOf(session.Work());
-    if (session.HasPlayer() && steps != nullptr) {
+    const session::ChangeKind* const step = StepOf(session.Work());
+    if (session.HasPlayer() && step != nullptr) {
+        const bool prepared = session.Work().preparation.Changed();
         session.OfferTakingBackLoadStep(
-            steps->name, [bytes = std::move(bytes), options = session.Options()](
-                             Workspace& target, bool withStep, MessageHost& shown) {
+            step->name, [bytes = std::move(bytes), options = session.Options(), prepared](
+                            Workspace& target, bool withStep, MessageHost& shown) {
                 // Read as the file was, whatever has been chosen since.
                 target.decodeOptions = options.decodeOptions;
                 target.runningStatusAcrossSysex = options.runningStatusAcrossSysex;
-                target.sysexOptions.automatic = withStep && options.sysexOptions.automatic;
-                target.noteLength = withStep ? options.noteLength : song::NoteLengthOptions();
+                target.sysexOptions.automatic = withStep && prepared;
+                target.noteLength =
+                    withStep || prepared ? options.noteLength : song::NoteLengthOptions();
                 LoadSong(target, *bytes, shown);
             });
     }

@@ -19,8 +19,8 @@ void ClearMidiMemory(session::Session& session, MessageHost& host);
 /// and runs the later steps. Faults are shown through `host` and raised as EMidiError; when the
 /// file cannot be read, is too short, or the song cannot be left now, the song in memory stays;
 /// after any other fault it is empty and without a file name, so that saving cannot overwrite the
-/// file. What preparing and lengthening notes changed can be taken back. The demo song gets no name
-/// to save to.
+/// file. What preparing changed can be taken back, else the lengthening of notes. The demo song
+/// gets no name to save to.
 void OpenMidiFile(session::Session& session, const std::filesystem::path& file, MessageHost& host,
                   bool isDemo = false);
 

@@ -7,7 +7,6 @@
 #include "app/midi_functions.h"
 #include "app/texts.h"
 #include "song/lead_in.h"
-#include "song/note_length.h"
 
 namespace tracksmith::app {
 
@@ -48,26 +47,10 @@ bool HasEarlyNotes(const instruments::PreparationReport& report) {
                                [](const auto& channel) { return channel.earlyNotes > 0; });
 }
 
-namespace {
-
-bool LastIs(const session::Session& session, const session::ChangeKind& kind) {
-    const session::TakeBack& last = session.LastChange();
-    return last.Available() && !last.Taken() && last.Name().english == kind.name.english;
-}
-
-// What the load did beside preparing, and what is taken back with it.
-void LengthenNotes(session::Workspace& workspace) {
-    const std::vector<song::NoteEnd> ends =
-        song::FindShortNotes(workspace.song, workspace.noteLength.minimum);
-    workspace.loadReport.Add(song::LoadChange::NotesLengthened,
-                             song::LengthenLoadedNotes(workspace.song, ends, workspace.noteLength));
-}
-
-} // namespace
-
 bool CanInsertLeadIn(const session::Session& session) {
-    return (LastIs(session, session::kPrepareSong) ||
-            LastIs(session, session::kPrepareAndLengthen)) &&
+    const session::TakeBack& last = session.LastChange();
+    return last.Available() && !last.Taken() &&
+           last.Name().english == session::kPrepareSong.name.english &&
            HasEarlyNotes(session.Work().preparation);
 }
 
@@ -78,14 +61,10 @@ bool InsertLeadIn(session::Session& session, MessageHost& host) {
         return false;
     }
     bool inserted = false;
-    const bool lengthens = LastIs(session, session::kPrepareAndLengthen);
     session.TakeBackLastChange(host);
     session.Change(session::kInsertLeadIn, host, [&](session::Workspace& workspace) {
         inserted = song::InsertLeadInMeasure(workspace.song);
         TMidiFunctions(workspace, host).CheckSysexs();
-        if (lengthens) {
-            LengthenNotes(workspace);
-        }
         return true;
     });
     return inserted;

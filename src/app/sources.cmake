@@ -20,6 +20,8 @@ set(SOURCES
   picker_task.h
   prepare_song.cpp
   prepare_song.h
+  note_report.cpp
+  note_report.h
   note_settings.cpp
   note_settings.h
   preparation_words.cpp

@@ -16,7 +16,7 @@ struct NoteOverlap {
     ConstEventLink next;
 };
 
-/// The overlaps of one track that RemoveNoteOverlaps mends, in the order of the note-offs. The
+/// The overlaps of one track that RemoveNoteOverlaps mends, in the order of the notes. The
 /// notes must be paired. Linear. Throws std::bad_alloc.
 std::vector<NoteOverlap> FindNoteOverlaps(const Track& track);
 

@@ -70,4 +70,6 @@ set(SOURCES
   time_map.h
   time_map_record.h
   time_zones.cpp
+  track_notes.cpp
+  track_notes.h
   track_walk.h)

@@ -34,10 +34,6 @@ inline constexpr ChangeKind kInsertLeadIn{.name = Text{De{"Vortakt"}, En{"Lead-I
 inline constexpr ChangeKind kLengthenNotes{
     .name = Text{De{"Noten verlängern"}, En{"Lengthening Notes"}}};
 
-/// Both when a song is loaded.
-inline constexpr ChangeKind kPrepareAndLengthen{
-    .name = Text{De{"Vorbereiten und Verlängern"}, En{"Preparing and Lengthening Notes"}}};
-
 /// Choosing another voice for a channel.
 inline constexpr ChangeKind kChangeVoice{
     .name = Text{De{"Klang wählen"}, En{"Choosing a Voice"}}, .takeBack = true, .playsOn = true};

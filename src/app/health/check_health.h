@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "app/health/finding.h"
+#include "app/session/workspace.h"
+#include "instruments/voices/voice_lookup.h"
+
+namespace tracksmith::health {
+
+/// What a song is checked against.
+struct HealthOptions {
+    /// Null where no voices are to be looked for.
+    const instruments::VoiceTables* voices = nullptr;
+    /// The instrument that the song is to be played on; none for any.
+    std::optional<instruments::InstrumentId> instrument;
+    instruments::LookupOptions lookup;
+    /// Notes shorter than so many ticks are named.
+    std::int32_t shortNote = song::kUsualNoteLength;
+};
+
+/// What was found in a song.
+struct HealthReport {
+    /// By severity, then by rule, then by channel.
+    std::vector<Finding> findings;
+    /// Of each Severity.
+    std::array<std::int64_t, 3> counts{};
+
+    /// Number of findings that RepairAll mends.
+    std::size_t Repairable() const;
+};
+
+/// Checks the song; changes nothing. The notes must be paired and the song have a time map. Two
+/// walks over its events. Ignored tracks are left out. Throws std::bad_alloc.
+HealthReport CheckHealth(const session::Workspace& workspace, const HealthOptions& options);
+
+} // namespace tracksmith::health

@@ -1,0 +1,15 @@
+set(SOURCES
+  channel_check.cpp
+  channel_check.h
+  check_health.cpp
+  check_health.h
+  finding.cpp
+  finding.h
+  finding_list.h
+  note_check.cpp
+  note_check.h
+  repair.cpp
+  repair.h
+  text_encoding.cpp
+  text_encoding.h
+  texts.h)

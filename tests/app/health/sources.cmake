@@ -1,0 +1,1 @@
+set(SOURCES health_test.cpp)
