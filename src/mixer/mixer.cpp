@@ -25,6 +25,7 @@ Mixer::~Mixer() {
 void Mixer::OnSongChanged(const session::ChangeKind& kind) {
     live_.Clear();
     enabled_ = session_.HasSong();
+    revision_ = session_.Revision();
     index_ = enabled_ ? ControllerIndex(session_.Song()) : ControllerIndex();
     if (kind.replaces) {
         ForgetSong();
@@ -84,7 +85,7 @@ bool Mixer::AtStart() const {
 }
 
 song::EventLink Mixer::EventInEffect(std::size_t channel, Control control) const {
-    if (!enabled_) {
+    if (!enabled_ || !Current()) {
         return {};
     }
     if (session_.HasPlayer()) {
@@ -95,10 +96,18 @@ song::EventLink Mixer::EventInEffect(std::size_t channel, Control control) const
         }
     }
     const auto places = index_.Places(channel, control);
-    return AtStart() && !places.empty() ? places.front().event : song::EventLink();
+    return !places.empty() && AtStart() ? places.front().event : song::EventLink();
+}
+
+// Within a change of the song others are told before the mixer has found its events again.
+bool Mixer::Current() const {
+    return revision_ == session_.Revision();
 }
 
 void Mixer::Refresh() {
+    if (!Current()) {
+        return;
+    }
     for (std::size_t channel = 0; channel < stored_.size(); ++channel) {
         for (const Control control : kAllControls) {
             Stored& stored = At(channel, control);
@@ -113,6 +122,9 @@ void Mixer::Refresh() {
 
 // Where nothing is in effect a control shows what the song sets first.
 void Mixer::Renew() {
+    if (!Current()) {
+        return;
+    }
     for (std::size_t channel = 0; channel < stored_.size(); ++channel) {
         for (const Control control : kAllControls) {
             const auto places = index_.Places(channel, control);
@@ -203,6 +215,18 @@ void Mixer::ClearMutes() {
 void Mixer::ClearSolos() {
     for (std::size_t channel = 0; channel < solo_.size(); ++channel) {
         SetSolo(channel, false);
+    }
+}
+
+std::optional<unsigned> Mixer::Level(std::size_t channel) const {
+    return session_.HasPlayer() && session_.Controls().Playing()
+               ? std::optional(session_.Controls().Player().Activity().Level(channel))
+               : std::nullopt;
+}
+
+void Mixer::LetLevelsFall() {
+    if (session_.HasPlayer()) {
+        session_.Controls().Player().UpdateRMS();
     }
 }
 

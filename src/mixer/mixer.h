@@ -88,6 +88,11 @@ public:
     void ClearMutes();
     void ClearSolos();
 
+    /// Level meter of a channel, 0-127, none while nothing plays; each frame of the display lets
+    /// them fall by one step.
+    std::optional<unsigned> Level(std::size_t channel) const;
+    void LetLevelsFall();
+
     /// The channel that the windows work on.
     std::size_t CurrentChannel() const { return currentChannel_; }
     void SetMidiChannel(std::size_t channel) { currentChannel_ = channel; }
@@ -143,6 +148,7 @@ private:
     void ForgetSong();
     void MarkModified();
     song::EventLink EventInEffect(std::size_t channel, Control control) const;
+    bool Current() const;
     bool AtStart() const;
     LampResult Press(std::size_t channel) const;
     void SetMuted(std::size_t channel, bool on);
@@ -168,6 +174,7 @@ private:
     Transposition transposition_;
     std::array<bool, song::kMidiChannels> muted_{};
     std::array<bool, song::kMidiChannels> solo_{};
+    std::uint64_t revision_ = 0;
     std::size_t currentChannel_ = 0;
     bool enabled_ = false;
 };

@@ -58,6 +58,7 @@ bool Session::Change(const ChangeKind& kind, MessageHost& host, const Edit& edit
     bool changed = false;
     try {
         Keep(kind, host);
+        ++revision_;
         changed = RunEdit(kind, edit);
     } catch (...) {
         finish();

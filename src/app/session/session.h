@@ -64,6 +64,9 @@ public:
     /// is as before then, if `kind` keeps it.
     bool Change(const ChangeKind& kind, MessageHost& host, const Edit& edit);
 
+    /// Grows before each edit: links found at another revision may lead to events that are gone.
+    std::uint64_t Revision() const { return revision_; }
+
     /// The practice tempo in quarter notes per minute against the file's; 0 without a player.
     std::int32_t TempoOffset() const { return player_ ? player_->TempoOffset() : 0; }
     /// The song differs from its file: by an edit, or by the practice tempo, which would be saved.
@@ -91,6 +94,7 @@ private:
     void BringInOrder(const ChangeKind& kind);
 
     Workspace work_;
+    std::uint64_t revision_ = 0;
     song::SongEncoder encoder_;
     session::TakeBack takeBack_;
     ListenerList listeners_;
