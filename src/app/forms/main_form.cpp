@@ -27,6 +27,7 @@
 #include "app/forms/transport/session_signals.h"
 #include "app/note_settings.h"
 #include "app/prepare_song.h"
+#include "mixer/mixer.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {
@@ -66,6 +67,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
 TMainForm::~TMainForm() {
     signals_.reset();
     asker_.reset();
+    mixer_.reset();
     session_.EndPlayer();
 }
 
@@ -76,6 +78,7 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
                        : std::make_unique<devices::MidiDevices>(sound_.ReadSynthOptions());
     session_.StartPlayer(
         {devices_->Outputs(), &devices_->Input(), sound_.ReadInput(), *noticeHost_}, &store_);
+    mixer_ = std::make_unique<mixer::Mixer>(session_); // hears of changes before what shows it
     signals_ = std::make_unique<SessionSignals>(session_);
     sound_.Attach(*devices_, session_.Controls());
 }
@@ -101,7 +104,7 @@ void TMainForm::BuildAreas() {
     status_ = new StatusLine(this);
     setStatusBar(status_);
     emptyPage_ = new EmptyPage;
-    songView_ = new SongView(session_.Work(), voices_, *menu_, *signals_);
+    songView_ = new SongView(session_.Work(), voices_, *menu_, *signals_, *mixer_);
     pages_ = new QStackedWidget;
     pages_->addWidget(NewScrollArea(emptyPage_));
     pages_->addWidget(songView_);
@@ -118,6 +121,8 @@ void TMainForm::BuildAreas() {
     connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
     connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
     connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
+    connect(songView_, &SongView::VoicePressed, this, &TMainForm::MMI_VoicesClick);
+    connect(songView_, &SongView::InsertWanted, this, &TMainForm::InsertAtStart);
 }
 
 void TMainForm::ConnectMenu() {

@@ -24,6 +24,11 @@
 #include "app/session/session.h"
 #include "instruments/instrument_settings.h"
 
+namespace tracksmith::mixer {
+class Mixer;
+enum class Control : std::uint8_t;
+} // namespace tracksmith::mixer
+
 class QStackedWidget;
 class QTranslator;
 
@@ -123,6 +128,9 @@ public:
     void MMP_TempoDownClick();
     void MMP_TempoUpClick();
     void MMP_TempoResetClick();
+    void MMP_TransposeUpClick();
+    void MMP_TransposeDownClick();
+    void MMP_TransposeResetClick();
     void MMP_PanicClick();
     // Instrument
     void MMI_ChooseInstrumentClick();
@@ -158,6 +166,8 @@ private:
     void ShowLooping();
     void ShowMissingOutput();
     void ShowSettingsTrouble();
+    void TransposeSong(int semitones);
+    void InsertAtStart(int channel, mixer::Control control);
     void TakeInstruments();
     InstrumentOutput MainOutput() const;
     QString PlayingText(std::size_t channel) const;
@@ -205,6 +215,7 @@ private:
     bool mayLoseChanges_ = false;
     std::unique_ptr<devices::MidiDevices> devices_;
     std::unique_ptr<NoticeHost> noticeHost_;
+    std::unique_ptr<mixer::Mixer> mixer_;
     std::unique_ptr<SessionSignals> signals_;
     std::unique_ptr<SongPickerHost> pickerHost_;
 

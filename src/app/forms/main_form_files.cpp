@@ -12,6 +12,7 @@
 #include "app/load_sequence.h"
 #include "app/prepare_song.h"
 #include "app/refusal_words.h"
+#include "mixer/mixer.h"
 
 // The commands that open and save songs.
 
@@ -120,6 +121,8 @@ bool TMainForm::SaveSongAs(app::SaveFormat format) {
 bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format) {
     const std::filesystem::path target = file; // may be the session's own
     const std::int32_t bpm = session_.TempoOffset() != 0 ? session_.Controls().Bpm() : 0;
+    const bool transposed = mixer_->Transposing().Any();
+    const int semitones = mixer_->Transposing().song;
     if (!ConfirmOverwrite(target)) {
         return false;
     }
@@ -130,6 +133,9 @@ bool TMainForm::SaveTo(const std::filesystem::path& file, app::SaveFormat format
     RememberFile(target);
     if (bpm != 0) {
         notice_->ShowPlain(texts::SavedWithTempo(bpm, host_.CurrentLanguage()));
+    }
+    if (transposed) {
+        notice_->ShowPlain(texts::SavedTransposed(semitones, host_.CurrentLanguage()));
     }
     status_->ShowStatus(texts::kSaved, ShownFileName(target));
     return true;

@@ -7,6 +7,7 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "mixer/mixer.h"
 
 // The commands that play the song.
 
@@ -90,6 +91,27 @@ void TMainForm::MMP_TempoUpClick() {
 
 void TMainForm::MMP_TempoResetClick() {
     session_.Controls().ResetTempo();
+}
+
+void TMainForm::TransposeSong(int semitones) {
+    mixer_->TransposeChange(semitones);
+    songView_->ShowMixer();
+}
+
+void TMainForm::MMP_TransposeUpClick() {
+    TransposeSong(mixer_->Transposing().song + 1);
+}
+
+void TMainForm::MMP_TransposeDownClick() {
+    TransposeSong(mixer_->Transposing().song - 1);
+}
+
+void TMainForm::MMP_TransposeResetClick() {
+    TransposeSong(0);
+}
+
+void TMainForm::InsertAtStart(int channel, mixer::Control control) {
+    Run([&] { mixer_->InsertAtStart(static_cast<std::size_t>(channel), control, host_); });
 }
 
 void TMainForm::MMP_PanicClick() {

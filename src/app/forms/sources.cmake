@@ -70,13 +70,10 @@ set(SOURCES
   settings/qt_german.cpp
   settings/qt_german.h
   settings/song_options.h
-  song/channel_cards.cpp
-  song/channel_cards.h
   song/empty_page.cpp
   song/empty_page.h
   song/instrument_box.cpp
   song/instrument_box.h
-  song/shown_voice.h
   song/song_header.cpp
   song/song_header.h
   song/song_picker_host.cpp
@@ -85,8 +82,6 @@ set(SOURCES
   song/song_rows.h
   song/song_view.cpp
   song/song_view.h
-  song/voice_lines.cpp
-  song/voice_lines.h
   song/voice_names.cpp
   song/voice_names.h
   transport/play_bar.cpp

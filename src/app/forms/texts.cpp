@@ -12,8 +12,6 @@ constexpr int kNamedChanges = 2;
 constexpr Text kMeasure{De{"Takt %1"}, En{"Measure %1"}};
 constexpr Text kMeasures{De{"Takte %1–%2"}, En{"Measures %1–%2"}};
 constexpr Text kChannelNumber{De{"Kanal %1"}, En{"Channel %1"}};
-constexpr Text kChannelCard{De{"Kanal %1: %2, %3 Noten, Bank und Programm %4"},
-                            En{"Channel %1: %2, %3 notes, bank and program %4"}};
 constexpr Text kOneNote{De{"1 Note"}, En{"1 note"}};
 constexpr Text kManyNotes{De{"%1 Noten"}, En{"%1 notes"}};
 constexpr Text kOneTrack{De{"1 Spur"}, En{"1 track"}};
@@ -39,15 +37,17 @@ QString RouteTargetName(int channel, Language language) {
     return InLanguage(kNumbered, language).arg(channel + 1);
 }
 
-QString ChannelCardName(int channel, const QString& voice, const QString& notes,
-                        const QString& numbers, Language language) {
-    return InLanguage(kChannelCard, language)
-        .arg(QString::number(channel + 1), voice, notes, numbers);
-}
-
-QString UnusedChannelName(int channel, Language language) {
-    static constexpr Text kUnused{De{"Kanal %1: nicht benutzt"}, En{"Channel %1: not used"}};
-    return InLanguage(kUnused, language).arg(channel + 1);
+QString SavedTransposed(int semitones, Language language) {
+    static constexpr Text kAll{
+        De{"Gespeichert mit allen Noten um %1 Halbtöne verschoben; die Transponierung ist wieder 0."},
+        En{"Saved with all notes moved by %1 semitones; the transposition is 0 again."}};
+    static constexpr Text kSome{
+        De{"Gespeichert mit verschobenen Noten; die Transponierung ist wieder 0."},
+        En{"Saved with the notes moved; the transposition is 0 again."}};
+    return semitones == 0 ? InLanguage(kSome, language)
+                          : InLanguage(kAll, language)
+                                .arg((semitones > 0 ? QStringLiteral("+") : QString()) +
+                                     QString::number(semitones));
 }
 
 QString DropOpens(const QString& fileName, Language language) {

@@ -64,6 +64,9 @@ inline constexpr Text kLoopToHere{De{"Schleife &bis hier"}, En{"Loop T&o Here"}}
 inline constexpr Text kTempoDown{De{"&Langsamer"}, En{"Slo&wer"}};
 inline constexpr Text kTempoUp{De{"S&chneller"}, En{"F&aster"}};
 inline constexpr Text kTempoReset{De{"&Tempo der Datei"}, En{"File's Te&mpo"}};
+inline constexpr Text kTransposeUp{De{"Halbt&on höher"}, En{"Semitone &Up"}};
+inline constexpr Text kTransposeDown{De{"Halbto&n tiefer"}, En{"Semitone &Down"}};
+inline constexpr Text kTransposeReset{De{"Tonhöhe &der Datei"}, En{"File's P&itch"}};
 inline constexpr Text kPanic{De{"&Panik: alle Töne aus"}, En{"Pa&nic: All Notes Off"}};
 inline constexpr Text kNextPage{De{"&Nächste Seite"}, En{"&Next Page"}};
 inline constexpr Text kMidiPorts{De{"&MIDI und Klang…"}, En{"&MIDI and Sound…"}};
@@ -158,12 +161,6 @@ inline constexpr Text kPlace{Both{"Position"}};
 inline constexpr Text kBpm{Both{"BPM"}};
 inline constexpr Text kClock{De{"Zeit"}, En{"Time"}};
 inline constexpr Text kIgnored{De{"ignoriert"}, En{"ignored"}};
-inline constexpr Text kDrums{Both{"drums"}};
-inline constexpr Text kChannelHint{
-    De{"Bank·Prog.: erste Bankwahl (MSB·LSB) und erster Programmwechsel, von 1 an gezählt. "
-       "Anklicken hebt den Kanal in der Übersicht hervor."},
-    En{"Bank·Prog.: first bank select (MSB·LSB) and first program change, counted from 1. "
-       "Click to bring the channel out in the overview."}};
 inline constexpr Text kOverview{De{"Notenübersicht"}, En{"Note overview"}};
 inline constexpr Text kOverviewHint{
     De{"Noten je Takt und Kanal. Pfeiltasten, Bild auf/ab, Pos1 und Ende bewegen die Marke."},
@@ -189,7 +186,9 @@ inline constexpr Text kOutputMissing{
     De{"Der MIDI-Ausgang „%1“ ist nicht angeschlossen. Es spielt: %2."},
     En{"The MIDI output \"%1\" is not connected. Playing on: %2."}};
 inline constexpr Text kPages{De{"Seiten"}, En{"Pages"}};
-inline constexpr Text kPageSong{Both{"Song"}};
+inline constexpr Text kPageMix{De{"Mischen"}, En{"Mix"}};
+inline constexpr Text kPageSound{De{"Klang 71–74 · 94"}, En{"Sound 71–74 · 94"}};
+inline constexpr Text kPageLists{De{"Listen"}, En{"Lists"}};
 inline constexpr Text kPageRouting{De{"Kanalwege"}, En{"Routing"}};
 inline constexpr Text kCommonOutput{De{"wie Ausgang oben"}, En{"same as output above"}};
 inline constexpr Text kTargetChannel{De{"auf Kanal"}, En{"to channel"}};
@@ -224,8 +223,6 @@ inline constexpr Text kInstrumentHint{
        "gezeigt."},
     En{"The instrument at the output: songs are prepared for it and its voice names are shown."}};
 inline constexpr Text kVoice{De{"Klang"}, En{"Voice"}};
-inline constexpr Text kSimilarVoice{De{"%1 (ähnlich)"}, En{"%1 (similar)"}};
-inline constexpr Text kBankProgram{De{"Bank·Prog."}, En{"Bank·Prog."}};
 inline constexpr Text kSettingNotStored{De{"Die Einstellung konnte nicht gespeichert werden."},
                                         En{"The setting could not be stored."}};
 
@@ -245,12 +242,8 @@ inline constexpr Text kDemoName{De{"Demosong"}, En{"Demo song"}};
 /// "Kanal 3" / "Channel 3"; `channel` counts from 0.
 QString ChannelName(int channel, Language language);
 
-/// Channel, voice, notes and numbers of a channel card in one sentence for a screen reader.
-QString ChannelCardName(int channel, const QString& voice, const QString& notes,
-                        const QString& numbers, Language language);
-
-/// The name of a channel that the song does not use, for a screen reader.
-QString UnusedChannelName(int channel, Language language);
+/// The song was saved with the notes of some channels moved, of all by `semitones`.
+QString SavedTransposed(int semitones, Language language);
 
 /// What dropping the dragged file does.
 QString DropOpens(const QString& fileName, Language language);

@@ -13,6 +13,10 @@ struct ShownVoice {
     /// Why it is only similar, one sentence; empty otherwise.
     QString why;
 
+    /// Bank select MSB and LSB and the program counted from 1, as far as the song has them:
+    /// "0·112·5".
+    QString numbers{};
+
     /// The name with its mark.
     QString Marked() const { return similar ? QStringLiteral("≈ ") + name : name; }
 };

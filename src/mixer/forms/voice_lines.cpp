@@ -1,4 +1,4 @@
-#include "app/forms/song/voice_lines.h"
+#include "mixer/forms/voice_lines.h"
 
 namespace tracksmith::forms {
 namespace {

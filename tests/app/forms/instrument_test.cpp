@@ -234,13 +234,13 @@ TEST_F(InstrumentTest, AnotherOutputHasAnInstrumentOfItsOwn) {
 TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     Choose("yamaha genos");
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
-    const auto voice = [this] { return Find<QWidget>("Card_Channel02")->accessibleName(); };
+    const auto voice = [this] { return Find<QWidget>("Btn_Voice02")->accessibleName(); };
     EXPECT_EQ(voice().indexOf(QStringLiteral("Acoustic Guitar")), -1);
     auto* output = Find<QComboBox>("CB_RouteOutput02");
     output->setCurrentIndex(2);
     emit output->activated(2);
     EXPECT_NE(voice().indexOf(QStringLiteral("Acoustic Guitar (nylon) (similar)")), -1); // GM
-    EXPECT_NE(Find<QWidget>("Card_Channel02")->toolTip().indexOf(QStringLiteral("8·3·25")), -1);
+    EXPECT_NE(Find<QWidget>("Btn_Voice02")->toolTip().indexOf(QStringLiteral("8·3·25")), -1);
     Trigger("MMI_ChooseInstrument");
     auto* choice = Find<QComboBox>("CB_ChooserOutput");
     ASSERT_EQ(choice->count(), 2);
@@ -251,8 +251,7 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     EXPECT_EQ(Instrument(), "Yamaha Genos");
     EXPECT_EQ(form_->Session().Work().outputs.InstrumentOfChannel(2), 71);
 
-    Find<QAbstractButton>("Card_Channel02")->click();
-    Trigger("MMI_Voices");
+    Find<QAbstractButton>("Btn_Voice02")->click();
     EXPECT_EQ(Find<QDialog>("PatchesForm")->windowTitle(),
               QStringLiteral("Voices: Roland Integra-7"));
     auto* family = Find<QComboBox>("CB_VoiceFamily");
@@ -285,9 +284,8 @@ TEST_F(InstrumentTest, OwnVoiceListsNameTheChannels) {
     Find<QPushButton>("Btn_ImportVoices")->click();
     EXPECT_NE(LabelText("L_VoicesMessage").find("1 voices taken"), std::string::npos);
     EXPECT_EQ(RowText("Table_Voices", 0), "Our Guitar|P|Voices|8|3|25");
-    EXPECT_NE(
-        Find<QWidget>("Card_Channel02")->accessibleName().indexOf(QStringLiteral("Our Guitar")),
-        -1);
+    EXPECT_NE(Find<QWidget>("Btn_Voice02")->accessibleName().indexOf(QStringLiteral("Our Guitar")),
+              -1);
     {
         const BoxAnswer no("Btn_No"); // the table that is there is the user's own
         Find<QPushButton>("Btn_ImportVoices")->click();

@@ -84,8 +84,10 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
         form_->OpenMidiFile(file);
         Trigger("MMF_SplitFormat0");
         ExpectNames(*form_);
-        Trigger("MMV_NextPage");
-        ExpectNames(*form_);
+        for (int page = 1; page < 5; ++page) { // all pages, and back to the first
+            Trigger("MMV_NextPage");
+            ExpectNames(*form_);
+        }
         for (const auto& [action, dialog] :
              {std::pair("MMS_MidiPorts", "Dlg_MidiPorts"),
               std::pair("MMI_ChooseInstrument", "Dlg_Instrument"),

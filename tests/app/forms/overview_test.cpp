@@ -20,14 +20,14 @@ protected:
         overview_ = Find<OverviewWidget>("Overview");
     }
 
-    /// The middle of a channel's cell.
-    QPoint Cell(int channel, int column) const {
+    /// The middle of a cell; the channels in use, 3 and 10, have the rows 0 and 1.
+    QPoint Cell(std::size_t row, int column) const {
         const OverviewGeometry geometry = overview_->Geometry();
-        return QPointF(geometry.X(column + 0.5), geometry.Y(channel) + geometry.RowHeight() / 2)
+        return QPointF(geometry.X(column + 0.5), geometry.Y(row) + geometry.RowHeight() / 2)
             .toPoint();
     }
-    QColor Pixel(int channel, int column) const {
-        return overview_->grab().toImage().pixelColor(Cell(channel, column));
+    QColor Pixel(std::size_t row, int column) const {
+        return overview_->grab().toImage().pixelColor(Cell(row, column));
     }
 
     OverviewWidget* overview_ = nullptr;
@@ -36,21 +36,21 @@ protected:
 TEST_F(OverviewTest, OnlyCellsWithNotesHaveTheirChannelsColour) {
     // Channel 3 plays in measures 1 to 2, channel 10 in measure 3 (from tick 2,880).
     EXPECT_EQ(overview_->ColumnCount(), 3);
-    EXPECT_EQ(Pixel(2, 2), Pixel(6, 2));
-    EXPECT_NE(Pixel(2, 1), Pixel(6, 1));
-    EXPECT_NE(Pixel(9, 2), Pixel(6, 2));
-    EXPECT_EQ(Pixel(9, 1), Pixel(6, 1));
-    EXPECT_NEAR(Pixel(2, 1).hslHue(), ChannelColour(2, overview_->palette()).hslHue(), 8);
+    EXPECT_EQ(overview_->Geometry().channels, (std::vector<int>{2, 9}));
+    EXPECT_EQ(Pixel(0, 2), Pixel(1, 1));
+    EXPECT_NE(Pixel(0, 1), Pixel(1, 1));
+    EXPECT_NE(Pixel(1, 2), Pixel(0, 2));
+    EXPECT_NEAR(Pixel(0, 1).hslHue(), ChannelColour(2, overview_->palette()).hslHue(), 8);
 }
 
 TEST_F(OverviewTest, ChosenChannelStandsOut) {
-    const QColor before = Pixel(2, 1);
-    Find<QAbstractButton>("Card_Channel09")->click();
-    EXPECT_LT(Pixel(2, 1).lightness(), before.lightness());
+    const QColor before = Pixel(0, 1);
+    Find<QAbstractButton>("Btn_Channel09")->click();
+    EXPECT_LT(Pixel(0, 1).lightness(), before.lightness());
     overview_->SetCursorColumn(2);
     EXPECT_EQ(LabelText("Lbl_NotesHere"), "1");
-    Find<QAbstractButton>("Card_Channel09")->click();
-    EXPECT_EQ(Pixel(2, 1), before);
+    Find<QAbstractButton>("Btn_Channel09")->click();
+    EXPECT_EQ(Pixel(0, 1), before);
 }
 
 struct Move {
@@ -88,19 +88,19 @@ TEST_F(OverviewTest, DraggingDrawsALoopOverWholeMeasures) {
         QApplication::sendEvent(overview_, &moved);
         QTest::mouseRelease(overview_, Qt::LeftButton, {}, Cell(0, to));
     };
-    const QColor before = Pixel(6, 0);
+    const QColor before = Pixel(1, 0);
     drag(1, 0);
     const auto& loop = form_->Session().Controls().Loop();
     ASSERT_TRUE(loop);
     EXPECT_EQ(loop->startTick, 0);
     EXPECT_EQ(loop->endTick, 2880);
     EXPECT_TRUE(loop->on);
-    EXPECT_NE(Pixel(6, 0), before);
+    EXPECT_NE(Pixel(1, 0), before);
     EXPECT_EQ(form_->Session().Controls().Tick(), 0); // a drag is no seek
 }
 
 TEST_F(OverviewTest, ToolTipNamesMeasureChannelAndNotes) {
-    const QPoint at = Cell(2, 1);
+    const QPoint at = Cell(0, 1);
     QHelpEvent hover(QEvent::ToolTip, at, overview_->mapToGlobal(at));
     QApplication::sendEvent(overview_, &hover);
     EXPECT_EQ(QToolTip::text().toStdString(), "Measure 2 · Channel 3 · 2 notes");

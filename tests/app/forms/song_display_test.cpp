@@ -1,7 +1,7 @@
 #include <QAbstractButton>
 
 #include "app/forms/form_fixture.h"
-#include "app/forms/song/voice_lines.h"
+#include "mixer/forms/voice_lines.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -26,17 +26,17 @@ TEST_F(SongDisplayTest, HeaderAndStatusShowTheFactsOfTheFile) {
     EXPECT_EQ(LabelText("Lbl_Length"), form_->SongPositionToMTC(3000) + " · 0:03");
 }
 
-TEST_F(SongDisplayTest, TablesAndCardsShowTracksChannelsTemposAndTimeSignatures) {
+TEST_F(SongDisplayTest, TablesAndStripsShowTracksChannelsTemposAndTimeSignatures) {
     EXPECT_EQ(RowText("Table_Tracks", 1), "2|Piano|3|12|3");
     EXPECT_EQ(RowText("Table_Tracks", 2), "3|zel_ignore Extra|10|5|1");
     EXPECT_EQ(RowText("Table_Tempos", 0), form_->SongPositionToMTC(0) + "|0:00|120");
     EXPECT_EQ(RowText("Table_Tempos", 1), form_->SongPositionToMTC(1440) + "|0:01|100");
     EXPECT_EQ(RowText("Table_TimeSignatures", 0), form_->SongPositionToMTC(0) + "|0:00|3/4");
-    EXPECT_EQ(Find<QAbstractButton>("Card_Channel02")->accessibleName().toStdString(),
-              "Channel 3: Acoustic Guitar (nylon) (similar), 3 notes, bank and program 8·3·25");
-    EXPECT_FALSE(Find<QAbstractButton>("Card_Channel00")->isEnabled());
-    EXPECT_EQ(Find<QAbstractButton>("Card_Channel00")->accessibleName().toStdString(),
-              "Channel 1: not used");
+    EXPECT_EQ(Find<QAbstractButton>("Btn_Voice02")->accessibleName().toStdString(),
+              "Voice, channel 3, Acoustic Guitar (nylon) (similar)");
+    EXPECT_FALSE(Find<QAbstractButton>("Btn_Voice00")->isEnabled());
+    EXPECT_EQ(Find<QWidget>("Strip_Channel00")->accessibleName().toStdString(),
+              "channel 1, not in use");
 }
 
 TEST_F(SongDisplayTest, ReadingOptionOffersAReloadAndTakesEffectWithIt) {

@@ -6,6 +6,7 @@ set(SOURCES
   language_test.cpp
   main.cpp
   menu_test.cpp
+  mixer_test.cpp
   overview_test.cpp
   picker_test.cpp
   playing_test.cpp

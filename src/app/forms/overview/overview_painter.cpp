@@ -15,6 +15,9 @@ constexpr double kBackground = 0.3;
 /// Width in pixels of the loop's bracket and of the playhead.
 constexpr double kBracket = 2;
 
+/// Share of a line of text that a row must have for its channel's number.
+constexpr double kReadable = 0.9;
+
 /// Height in pixels of the tick at a change of tempo or time signature.
 constexpr double kMarkHeight = 3;
 
@@ -85,19 +88,25 @@ public:
         }
     }
 
-    void PaintGutter(int channel) const {
-        const QRectF row(g_.gutter.left(), g_.Y(channel), g_.gutter.width(), g_.RowHeight());
-        const double side = std::min(row.height() - 2, row.width() / 4);
-        QColor colour = ChannelColour(channel, palette_);
-        colour.setAlphaF(s_.notes.total[static_cast<std::size_t>(channel)] > 0 ? 1 : 0.25F);
-        p_.fillRect(QRectF(row.left(), row.top() + 1, side, row.height() - 2), colour);
+    // The number only where the row is high enough to read it.
+    void PaintGutter(std::size_t index) const {
+        const QRectF row(g_.gutter.left(), g_.Y(index), g_.gutter.width(), g_.RowHeight());
+        const int channel = g_.channels[index];
+        const double side = std::min(row.height(), row.width() / 4);
+        p_.fillRect(QRectF(row.left(), std::round(row.top()), side,
+                           std::max(1.0, std::round(row.height()) - 1)),
+                    ChannelColour(channel, palette_));
+        if (row.height() < kReadable * p_.fontMetrics().height()) {
+            return;
+        }
         p_.setPen(DimText(palette_));
         p_.drawText(row.adjusted(0, 0, -row.width() / 6, 0),
                     Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip,
                     QString::number(channel + 1));
     }
 
-    void PaintRow(int channel) const {
+    void PaintRow(std::size_t row) const {
+        const int channel = g_.channels[row];
         const auto& counts = s_.notes.notes[static_cast<std::size_t>(channel)];
         const double most = counts.empty() ? 0 : *std::max_element(counts.begin(), counts.end());
         QColor colour = ChannelColour(channel, palette_);
@@ -110,7 +119,7 @@ public:
             }
             if (count > 0) {
                 colour.setAlphaF(Strength(channel, count / most));
-                p_.fillRect(Cell(channel, left, std::floor(g_.X(static_cast<double>(at)))), colour);
+                p_.fillRect(Cell(row, left, std::floor(g_.X(static_cast<double>(at)))), colour);
             }
         }
     }
@@ -133,10 +142,10 @@ private:
                                                                           : own * kBackground);
     }
 
-    QRectF Cell(int channel, double left, double right) const {
+    QRectF Cell(std::size_t row, double left, double right) const {
         const double gap = right - left >= 4 ? 1 : 0;
-        const double top = std::round(g_.Y(channel));
-        const double height = std::round(g_.Y(channel + 1)) - top;
+        const double top = std::round(g_.Y(row));
+        const double height = std::round(g_.Y(row + 1)) - top;
         return {left, top, std::max(1.0, right - left - gap), std::max(1.0, height - 1)};
     }
 
@@ -170,11 +179,10 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
     parts.PaintLoop();
     parts.PaintMeasures();
     parts.PaintMarks();
-    const double fitting = geometry.RowHeight() / painter.fontMetrics().height();
-    painter.setFont(ScaledFont(painter.font(), std::min(0.8, fitting)));
-    for (int channel = 0; channel < 16; ++channel) {
-        parts.PaintGutter(channel);
-        parts.PaintRow(channel);
+    painter.setFont(ScaledFont(painter.font(), 0.7));
+    for (std::size_t row = 0; row < geometry.channels.size(); ++row) {
+        parts.PaintGutter(row);
+        parts.PaintRow(row);
     }
     parts.PaintPlayhead();
 }

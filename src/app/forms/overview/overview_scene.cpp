@@ -10,19 +10,26 @@ std::size_t OverviewGeometry::ColumnAt(double x) const {
 }
 
 int OverviewGeometry::ChannelAt(double y) const {
-    if (y < cells.top() || y >= cells.bottom()) {
+    if (y < cells.top() || y >= cells.bottom() || channels.empty()) {
         return -1;
     }
-    return std::clamp(static_cast<int>((y - cells.top()) / RowHeight()), 0, 15);
+    const auto row = static_cast<std::size_t>((y - cells.top()) / RowHeight());
+    return channels[std::min(row, channels.size() - 1)];
 }
 
-OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight, std::size_t columns) {
+OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight,
+                                const song::NoteOverview& notes) {
     const double margin = fontHeight / 2;
     const double gutter = fontHeight * 2;
-    const QRectF inside = QRectF({0, 0}, size).adjusted(margin, margin / 2, -margin, -margin);
+    const QRectF inside = QRectF({0, 0}, size).adjusted(margin, margin / 4, -margin, -margin / 2);
     OverviewGeometry geometry;
-    geometry.columns = std::max<std::size_t>(columns, 1);
-    geometry.cells = inside.adjusted(gutter, 2.3 * fontHeight, 0, 0);
+    geometry.columns = std::max<std::size_t>(notes.Columns(), 1);
+    for (std::size_t channel = 0; channel < notes.total.size(); ++channel) {
+        if (notes.total[channel] > 0) {
+            geometry.channels.push_back(static_cast<int>(channel));
+        }
+    }
+    geometry.cells = inside.adjusted(gutter, 2.2 * fontHeight, 0, 0);
     geometry.measureRuler = {geometry.cells.left(), inside.top(), geometry.cells.width(),
                              fontHeight};
     geometry.markRuler = geometry.measureRuler.translated(0, fontHeight);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -25,14 +26,19 @@ struct OverviewGeometry {
     QRectF markRuler;
     /// Channel numbers.
     QRectF gutter;
-    /// The cells: columns from left to right, channels from top to bottom.
+    /// The cells: columns from left to right, channels in use from top to bottom.
     QRectF cells;
     std::size_t columns = 1;
+    /// The channels (0-15) that have a row, in order.
+    std::vector<int> channels;
 
     double ColumnWidth() const { return cells.width() / static_cast<double>(columns); }
-    double RowHeight() const { return cells.height() / 16; }
+    double RowHeight() const {
+        return cells.height() / static_cast<double>(channels.empty() ? 1 : channels.size());
+    }
     double X(double column) const { return cells.left() + column * ColumnWidth(); }
-    double Y(int channel) const { return cells.top() + channel * RowHeight(); }
+    /// Top of a row, counted from 0.
+    double Y(std::size_t row) const { return cells.top() + static_cast<double>(row) * RowHeight(); }
     /// The column at `x`, the nearest one when `x` is outside.
     std::size_t ColumnAt(double x) const;
     /// The channel (0-15) at `y`, -1 outside the cells.
@@ -56,8 +62,10 @@ struct OverviewScene {
     bool looping = false;
 };
 
-/// The geometry for a widget of `size` with a font of height `fontHeight`.
-OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight, std::size_t columns);
+/// The geometry for a widget of `size` with a font of height `fontHeight`: a row for each channel
+/// that has notes.
+OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight,
+                                const song::NoteOverview& notes);
 
 /// The column in which `tick` lies, with the fraction of the column before it.
 double ColumnOfTick(const song::NoteOverview& notes, std::int32_t tick);

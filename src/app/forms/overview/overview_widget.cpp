@@ -19,7 +19,7 @@ namespace tracksmith::forms {
 OverviewWidget::OverviewWidget(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Overview"));
     setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     InstallOverviewAccessibility();
 }
 
@@ -130,7 +130,7 @@ QString OverviewWidget::HoverText(const QPointF& at) const {
 }
 
 OverviewGeometry OverviewWidget::Geometry() const {
-    return LayOutOverview(size(), fontMetrics().height(), scene_.notes.Columns());
+    return LayOutOverview(size(), fontMetrics().height(), scene_.notes);
 }
 
 void OverviewWidget::Retranslate(Language language) {
@@ -140,11 +140,11 @@ void OverviewWidget::Retranslate(Language language) {
 }
 
 QSize OverviewWidget::sizeHint() const {
-    return {fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 15};
+    return {fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 7};
 }
 
 QSize OverviewWidget::minimumSizeHint() const {
-    return {fontMetrics().averageCharWidth() * 40, fontMetrics().height() * 9};
+    return {fontMetrics().averageCharWidth() * 40, fontMetrics().height() * 5};
 }
 
 bool OverviewWidget::event(QEvent* event) {

@@ -31,19 +31,19 @@ SongHeader::SongHeader(QWidget* parent)
       division_(new ValueBox("Lbl_Division", texts::kDivision, 1, false)),
       tracks_(new ValueBox("Lbl_TrackCount", texts::kTracks, 1, false)),
       length_(new ValueBox("Lbl_Length", texts::kLength, 1, false)),
-      facts_{format_, division_, tracks_, length_} {
+      facts_{format_, division_, tracks_, length_},
+      panel_(new Panel(QPalette::Button)) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());
     row->addWidget(BuildNames(), 1);
-    auto* panel = new Panel(QPalette::Button);
-    auto* inside = new QHBoxLayout(panel);
+    auto* inside = new QHBoxLayout(panel_);
     inside->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() * 3 / 2, Gap() / 2);
     inside->setSpacing(Gap() * 2);
     for (ValueBox* box : facts_) {
         inside->addWidget(box);
     }
-    row->addWidget(panel);
+    inside->addStretch(1);
 }
 
 QWidget* SongHeader::BuildNames() {

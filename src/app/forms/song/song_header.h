@@ -10,9 +10,10 @@
 namespace tracksmith::forms {
 
 class ElidedLabel;
+class Panel;
 class ValueBox;
 
-/// Song name, file name and facts about the file in one line.
+/// Song name and file name in one line, and facts about the file in another.
 class SongHeader : public QWidget {
     Q_OBJECT
 
@@ -21,6 +22,9 @@ public:
 
     /// Shows the facts of a song; `fileName` is ready to show, with its mark when modified.
     void ShowSong(const app::SongDescription& song, const QString& fileName, Language language);
+
+    /// The facts in a panel of their own, which stands elsewhere.
+    Panel* Facts() const { return panel_; }
 
     void Retranslate(Language language);
 
@@ -34,6 +38,7 @@ private:
     ValueBox* tracks_;
     ValueBox* length_;
     std::vector<ValueBox*> facts_;
+    Panel* panel_;
 };
 
 } // namespace tracksmith::forms

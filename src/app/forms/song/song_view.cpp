@@ -7,12 +7,12 @@
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
 #include <QScrollArea>
-#include <QTabWidget>
+#include <QStackedWidget>
+#include <QTabBar>
 #include <QVBoxLayout>
 
 #include "app/forms/overview/overview_widget.h"
 #include "app/forms/ports/routing_page.h"
-#include "app/forms/song/channel_cards.h"
 #include "app/forms/song/instrument_box.h"
 #include "app/forms/song/song_header.h"
 #include "app/forms/song/song_rows.h"
@@ -21,11 +21,16 @@
 #include "app/forms/transport/play_bar.h"
 #include "app/forms/transport/position_display.h"
 #include "app/forms/transport/session_signals.h"
+#include "mixer/forms/strips_view.h"
 #include "song/note_overview.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {
 namespace {
+
+constexpr int kPages = 4;
+/// Behind the two pages of the strips.
+constexpr int kRoutingPage = 2;
 
 QString ClockPair(std::int64_t ms, std::int64_t lengthMs) {
     return ToQString(song::ClockText(ms)) + QStringLiteral(" / ") +
@@ -44,7 +49,7 @@ PositionDisplay::Place PlaceAt(const song::TimeMap& map, std::int32_t tick, std:
 } // namespace
 
 SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
-                   SessionSignals& session, QWidget* parent)
+                   SessionSignals& session, mixer::Mixer& mixer, QWidget* parent)
     : QWidget(parent),
       workspace_(workspace),
       voices_(voices),
@@ -52,13 +57,15 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
       playBar_(new PlayBar(menu, session)),
       header_(new SongHeader),
       overview_(new OverviewWidget),
-      cards_(new ChannelCards),
+      mixer_(mixer),
+      strips_(new StripsView(mixer)),
       tracks_(new ListPanel("Table_Tracks", texts::kTracks, TrackColumns(), 1)),
       tempos_(new ListPanel("Table_Tempos", texts::kTempos, TempoColumns(), 0)),
       timeSignatures_(
           new ListPanel("Table_TimeSignatures", texts::kTimeSignatures, TimeSignatureColumns(), 0)),
       routing_(new RoutingPage(session)),
-      pages_(new QTabWidget) {
+      pages_(new QTabBar),
+      shown_(new QStackedWidget) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Gap() * 3 / 2, Gap(), Gap() * 3 / 2, Gap());
     column->setSpacing(Gap());
@@ -71,23 +78,32 @@ QWidget* SongView::BuildSong() {
     auto* song = new QWidget;
     auto* column = new QVBoxLayout(song);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Gap());
-    column->addWidget(header_);
-    column->addWidget(overview_, 5);
+    column->setSpacing(Gap() * 2 / 3);
     pages_->setObjectName(QStringLiteral("Pages"));
-    pages_->setDocumentMode(true);
-    pages_->addTab(BuildSongPage(), QString());
-    pages_->addTab(NewScrollArea(routing_), QString());
-    column->addWidget(pages_, 4);
+    pages_->setDrawBase(false);
+    pages_->setExpanding(false);
+    for (int page = 0; page < kPages; ++page) {
+        pages_->addTab(QString());
+    }
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Gap());
+    row->addWidget(header_, 1);
+    row->addWidget(pages_);
+    column->addLayout(row);
+    column->addWidget(overview_);
+    shown_->addWidget(strips_);
+    shown_->addWidget(NewScrollArea(routing_));
+    shown_->addWidget(BuildLists());
+    column->addWidget(shown_, 1);
     return song;
 }
 
-QWidget* SongView::BuildSongPage() {
+QWidget* SongView::BuildLists() {
     auto* page = new QWidget;
     auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, Gap(), 0, 0);
+    column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap());
-    column->addWidget(cards_);
+    column->addWidget(header_->Facts());
     auto* lists = new QHBoxLayout;
     lists->setSpacing(Gap());
     lists->addWidget(tracks_, 5);
@@ -97,10 +113,21 @@ QWidget* SongView::BuildSongPage() {
     return page;
 }
 
+// The first two pages are the strips with different controls.
+void SongView::ShowPage(int page) {
+    if (page < kRoutingPage) {
+        strips_->SetPage(page == 0 ? StripPage::Mix : StripPage::Sound);
+    }
+    shown_->setCurrentIndex(std::max(0, page - kRoutingPage + 1));
+}
+
 void SongView::Connect() {
     connect(overview_, &OverviewWidget::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     connect(overview_, &OverviewWidget::LoopChosen, &session_, &SessionSignals::SetLoop);
-    connect(cards_, &ChannelCards::ChannelChosen, overview_, &OverviewWidget::SetChannel);
+    connect(strips_, &StripsView::ChannelChosen, overview_, &OverviewWidget::SetChannel);
+    connect(strips_, &StripsView::VoicePressed, this, &SongView::VoicePressed);
+    connect(strips_, &StripsView::InsertWanted, this, &SongView::InsertWanted);
+    connect(pages_, &QTabBar::currentChanged, this, &SongView::ShowPage);
     for (const ListPanel* list : {tempos_, timeSignatures_}) {
         connect(list, &ListPanel::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     }
@@ -115,7 +142,8 @@ void SongView::ShowSong(const QString& fileName) {
     playBar_->Position().Reserve(
         PlaceAt(workspace_.song, workspace_.song.songLength, 0, language_));
     ShowLists();
-    cards_->ClearChoice();
+    strips_->ShowSong([this](int channel) { return VoiceOf(channel); });
+    overview_->SetChannel(-1);
     overview_->SetSong(song::MakeNoteOverview(workspace_.song), OverviewMarks(description_));
     ShowPlace();
     ShowLoop();
@@ -126,7 +154,7 @@ void SongView::FocusOverview() {
 }
 
 std::size_t SongView::ChosenChannel() const {
-    return static_cast<std::size_t>(std::max(0, cards_->ChosenChannel()));
+    return mixer_.CurrentChannel();
 }
 
 void SongView::ShowNextPage() {
@@ -136,28 +164,29 @@ void SongView::ShowNextPage() {
 void SongView::ShowFileName(const QString& fileName) {
     fileName_ = fileName;
     header_->ShowSong(description_, fileName_, language_);
+    ShowMixer();
+}
+
+void SongView::ShowMixer() {
+    strips_->ShowState();
 }
 
 void SongView::ShowLists() {
     header_->ShowSong(description_, fileName_, language_);
-    ShowCards();
     tracks_->SetRows(TrackRows(description_, language_));
     tempos_->SetRows(TempoRows(description_));
     timeSignatures_->SetRows(TimeSignatureRows(description_));
 }
 
-void SongView::ShowCards() {
-    cards_->ShowChannels(
-        description_.channels,
-        [this](const app::SongDescription::ChannelLine& line) {
-            return voices_.NameOf(line, language_);
-        },
-        language_);
+ShownVoice SongView::VoiceOf(int channel) const {
+    const auto line = std::ranges::find(description_.channels, channel,
+                                        &app::SongDescription::ChannelLine::channel);
+    return line == description_.channels.end() ? ShownVoice() : voices_.NameOf(*line, language_);
 }
 
 void SongView::ShowInstrument(const std::string& name) {
     playBar_->Instrument().ShowInstrument(name);
-    ShowCards();
+    strips_->ShowVoices([this](int channel) { return VoiceOf(channel); });
 }
 
 void SongView::ShowPlace() {
@@ -165,6 +194,7 @@ void SongView::ShowPlace() {
     if (workspace_.hasSong && !map->timeZones.empty()) {
         const std::int32_t tick = session_.Controls().Tick();
         overview_->ShowPlace(tick);
+        strips_->ShowFrame();
         playBar_->Position().ShowPlace(PlaceAt(*map, tick, overview_->CursorNotes(), language_));
     }
 }
@@ -180,8 +210,13 @@ void SongView::Retranslate(Language language) {
     header_->Retranslate(language);
     routing_->Retranslate(language);
     pages_->setAccessibleName(InLanguage(texts::kPages, language));
-    pages_->setTabText(0, InLanguage(texts::kPageSong, language));
-    pages_->setTabText(1, InLanguage(texts::kPageRouting, language));
+    int page = 0;
+    for (const Text& text :
+         {texts::kPageMix, texts::kPageSound, texts::kPageRouting, texts::kPageLists}) {
+        pages_->setTabText(page++, InLanguage(text, language));
+    }
+    strips_->Retranslate(language);
+    strips_->ShowVoices([this](int channel) { return VoiceOf(channel); });
     overview_->Retranslate(language);
     for (ListPanel* list : {tracks_, tempos_, timeSignatures_}) {
         list->Retranslate(language);

@@ -5,12 +5,14 @@
 
 #include "app/session/workspace.h"
 #include "app/song_description.h"
+#include "mixer/forms/shown_voice.h"
+#include "mixer/mixer.h"
 
-class QTabWidget;
+class QStackedWidget;
+class QTabBar;
 
 namespace tracksmith::forms {
 
-class ChannelCards;
 class ListPanel;
 class MainMenu;
 class OverviewWidget;
@@ -18,6 +20,7 @@ class PlayBar;
 class SessionSignals;
 class RoutingPage;
 class SongHeader;
+class StripsView;
 class VoiceNames;
 
 /// Everything that the window shows of a song, built anew from the workspace by ShowSong.
@@ -27,7 +30,7 @@ class SongView : public QWidget {
 public:
     /// All of them must outlive the view.
     SongView(const session::Workspace& workspace, const VoiceNames& voices, MainMenu& menu,
-             SessionSignals& session, QWidget* parent = nullptr);
+             SessionSignals& session, mixer::Mixer& mixer, QWidget* parent = nullptr);
 
     /// Shows the workspace's song, which must have a time map, from its start. `fileName` is what
     /// is shown as the file's name.
@@ -43,22 +46,32 @@ public:
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
 
-    /// Turns to the next page: song, routing.
+    /// Turns to the next page: mixer, sound controllers, routing, lists.
     void ShowNextPage();
 
-    /// The channel (0-15) brought out, the first while none is.
+    /// Shows the mixer after something else than the strips has moved it.
+    void ShowMixer();
+
+    /// The channel (0-15) whose strip is worked on.
     std::size_t ChosenChannel() const;
 
     const app::SongDescription& Description() const { return description_; }
 
     void Retranslate(Language language);
 
+signals:
+    /// The voice of a channel (0-15) is to be chosen.
+    void VoicePressed(int channel);
+    /// A controller is to be put in front of a channel's first note.
+    void InsertWanted(int channel, mixer::Control control);
+
 private:
     QWidget* BuildSong();
-    QWidget* BuildSongPage();
+    QWidget* BuildLists();
     void Connect();
+    void ShowPage(int page);
+    ShownVoice VoiceOf(int channel) const;
     void ShowLists();
-    void ShowCards();
     void ShowPlace();
     void ShowLoop();
 
@@ -71,12 +84,14 @@ private:
     PlayBar* playBar_;
     SongHeader* header_;
     OverviewWidget* overview_;
-    ChannelCards* cards_;
+    mixer::Mixer& mixer_;
+    StripsView* strips_;
     ListPanel* tracks_;
     ListPanel* tempos_;
     ListPanel* timeSignatures_;
     RoutingPage* routing_;
-    QTabWidget* pages_;
+    QTabBar* pages_;
+    QStackedWidget* shown_;
 };
 
 } // namespace tracksmith::forms

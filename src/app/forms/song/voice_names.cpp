@@ -1,5 +1,7 @@
 #include "app/forms/song/voice_names.h"
 
+#include <optional>
+
 #include "base/data_folders.h"
 #include "base/forms/qt_text.h"
 
@@ -9,6 +11,20 @@
 #include "instruments/voices/voice_list.h"
 
 namespace tracksmith::forms {
+namespace {
+
+QString NumbersText(const app::SongDescription::ChannelLine& line) {
+    const auto part = [](std::optional<std::uint8_t> byte, int from) {
+        return byte ? QString::number(*byte + from) : QStringLiteral("–");
+    };
+    if (!line.bankMsb && !line.bankLsb) {
+        return line.program ? part(line.program, 1) : QString();
+    }
+    return part(line.bankMsb, 0) + QStringLiteral("·") + part(line.bankLsb, 0) +
+           QStringLiteral("·") + part(line.program, 1);
+}
+
+} // namespace
 
 VoiceNames::VoiceNames(const session::Workspace& workspace,
                        instruments::InstrumentSettings& settings)
@@ -26,17 +42,18 @@ instruments::LookupOptions VoiceNames::OptionsOf(instruments::InstrumentId id) c
 ShownVoice VoiceNames::NameOf(const app::SongDescription::ChannelLine& line,
                               Language language) const {
     if (!line.program) {
-        return {};
+        return {{}, false, {}, NumbersText(line)};
     }
     const instruments::InstrumentId id = workspace_.outputs.InstrumentOfChannel(line.channel);
     const instruments::LookupOptions options = OptionsOf(id);
     const auto channel = app::FirstVoiceOf(tables_, line, id, options);
     const auto voice = instruments::NameVoice(tables_, channel, options, language);
     if (voice.match != instruments::VoiceMatch::Similar) {
-        return {ToQString(voice.name), false, {}};
+        return {ToQString(voice.name), false, {}, NumbersText(line)};
     }
     return {ToQString(voice.name), true,
-            ToQString(instruments::texts::WhySimilar(channel.numbers, voice.numbers, language))};
+            ToQString(instruments::texts::WhySimilar(channel.numbers, voice.numbers, language)),
+            NumbersText(line)};
 }
 
 QString VoiceNames::Remark(const instruments::Instrument& instrument, Language language) const {

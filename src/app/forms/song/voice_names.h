@@ -3,11 +3,11 @@
 #include "base/text.h"
 #include <QString>
 
-#include "app/forms/song/shown_voice.h"
 #include "app/session/workspace.h"
 #include "app/song_description.h"
 #include "instruments/instrument_settings.h"
 #include "instruments/voices/voice_lookup.h"
+#include "mixer/forms/shown_voice.h"
 
 namespace tracksmith::forms {
 
