@@ -121,7 +121,8 @@ void TMainForm::BuildAreas() {
     connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
     connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
     connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
-    connect(songView_, &SongView::VoicePressed, this, &TMainForm::MMI_VoicesClick);
+    connect(songView_, &SongView::VoicePressed, this,
+            [this](int channel) { PickVoice(static_cast<std::size_t>(channel)); });
     connect(songView_, &SongView::InsertWanted, this, &TMainForm::InsertAtStart);
 }
 

@@ -12,6 +12,7 @@
 #include "instruments/forms/picker_form.h"
 #include "instruments/picker/drum_notes.h"
 #include "instruments/voices/voice_file_error.h"
+#include "mixer/mixer.h"
 
 // Picking a voice for a channel.
 
@@ -59,7 +60,10 @@ SongPickerHost::Window TMainForm::PickerWindow() {
             },
             [this](const Text& text) { notice_->ShowText(text); },
             [this](std::size_t channel, bool on) {
-                session_.Controls().Player().SetChannelSolo(channel, on);
+                if (mixer_->Solo(channel) != on) {
+                    static_cast<void>(mixer_->Btn_Solo00MouseDown(channel, false));
+                    songView_->ShowMixer();
+                }
             }};
 }
 
