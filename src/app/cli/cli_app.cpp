@@ -115,6 +115,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddCommonOptions(app, context, environment);
         AddInfoCommand(app, context);
         AddConvertCommand(app, context);
+        AddSetCommand(app, context);
         AddRenderCommand(app, context);
         AddPlayCommand(app, context);
         AddPortsCommand(app, context);

@@ -14,6 +14,9 @@ void AddInfoCommand(CLI::App& app, CliContext& context);
 /// `convert`: saves songs in another format.
 void AddConvertCommand(CLI::App& app, CliContext& context);
 
+/// `set`: changes voice and controllers of a channel as the mixer's strips do.
+void AddSetCommand(CLI::App& app, CliContext& context);
+
 /// `render`: plays a song on the built-in instrument into an audio file.
 void AddRenderCommand(CLI::App& app, CliContext& context);
 

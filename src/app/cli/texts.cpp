@@ -109,6 +109,35 @@ std::string NotOneInstrument(Language language, std::string_view name,
     return text.str();
 }
 
+std::string NoSuchChannel(Language language, int channel) {
+    static constexpr Text kNothing{De{"Der Song enthält nichts auf Kanal "},
+                                   En{"The song has nothing on channel "}};
+    return std::string(kNothing.In(language)) + std::to_string(channel) + ".";
+}
+
+std::string NoEventToSet(Language language, std::span<const std::string> options) {
+    static constexpr Text kNoEvent{De{"Der Song enthält auf diesem Kanal kein Ereignis für "},
+                                   En{"On this channel the song has no event for "}};
+    static constexpr Text kWayOn{De{" (--insert setzt eines ein)"}, En{" (--insert makes one)"}};
+    std::string text(kNoEvent.In(language));
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        text += (i == 0 ? "" : ", ") + options[i];
+    }
+    return text.append(kWayOn.In(language)).append(".");
+}
+
+std::string NotOneVoice(Language language, std::string_view name,
+                        std::span<const std::string> matches) {
+    static constexpr Text kNoVoiceFits{De{"Kein Klang passt zu "}, En{"No voice matches "}};
+    static constexpr Text kSeveral{De{"Mehrere Klänge passen zu "}, En{"Several voices match "}};
+    std::string text((matches.empty() ? kNoVoiceFits : kSeveral).In(language));
+    text += name;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        text += (i == 0 ? ": " : ", ") + matches[i];
+    }
+    return text;
+}
+
 std::string NamesOf(Language language, std::string_view set) {
     return language == Language::German ? std::string("Namen von ").append(set)
                                         : std::string(set).append(" names");

@@ -73,6 +73,19 @@ inline constexpr Text kHelpHonourZelIgnore{De{"„zel_ignore“ in Spurnamen bea
 inline constexpr Text kHelpMinLength{
     De{"Kürzere Noten auf so viele Ticks verlängern; sonst wie eingestellt"},
     En{"Lengthen shorter notes to so many ticks; else as in the settings"}};
+inline constexpr Text kHelpSet{De{"Ändert Klang und Regler eines Kanals"},
+                               En{"Changes voice and controllers of a channel"}};
+inline constexpr Text kHelpSetChannel{De{"Der Kanal"}, En{"The channel"}};
+inline constexpr Text kHelpSetVoice{
+    De{"Klang des Instruments: Name, Teil davon oder Bank und Programm (0/112/1)"},
+    En{"Voice of the instrument: name, part of it, or bank and program (0/112/1)"}};
+inline constexpr Text kHelpController{De{"Am Songanfang geltender Wert von Controller "},
+                                      En{"Value in effect at the song's start of controller "}};
+inline constexpr Text kHelpSetTranspose{De{"Noten um so viele Halbtöne verschieben"},
+                                        En{"Move the notes by so many semitones"}};
+inline constexpr Text kHelpSetInsert{De{"Einsetzen, was der Song nicht enthält"},
+                                     En{"Insert what the song does not have"}};
+inline constexpr Text kHelpOutFile{De{"Die Datei für das Ergebnis"}, En{"The file for the result"}};
 inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
                                   En{"Plays a song on the built-in instrument into a WAV file"}};
 inline constexpr Text kHelpRenderNone{De{"In dieser Fassung nicht enthalten"},
@@ -151,6 +164,10 @@ inline constexpr Text kOutAndInPlace{De{"--out und --in-place schließen sich au
                                      En{"--out and --in-place exclude each other."}};
 inline constexpr Text kNoOutput{De{"Wohin? Bitte --out ORDNER oder --in-place angeben."},
                                 En{"Where to? Please give --out DIR or --in-place."}};
+inline constexpr Text kNoOutputFile{De{"Wohin? Bitte --out DATEI oder --in-place angeben."},
+                                    En{"Where to? Please give --out FILE or --in-place."}};
+inline constexpr Text kNothingToSet{De{"Was soll geändert werden? Zum Beispiel --volume 100."},
+                                    En{"What is to be changed? For example --volume 100."}};
 inline constexpr Text kOneToStandardOutput{De{"In die Standardausgabe passt nur ein Song."},
                                            En{"Only one song fits into the standard output."}};
 inline constexpr Text kStandardInputInPlace{De{"Die Standardeingabe kann nicht ersetzt werden."},
@@ -271,6 +288,16 @@ std::string NotOnePort(Language language, bool input, std::string_view name, boo
 /// `name` means none of the instruments, or several of them, which `matches` names.
 std::string NotOneInstrument(Language language, std::string_view name,
                              std::span<const std::string> matches);
+
+/// The song has nothing on the channel (from 1).
+std::string NoSuchChannel(Language language, int channel);
+
+/// The song has no event that `options` could change.
+std::string NoEventToSet(Language language, std::span<const std::string> options);
+
+/// `name` means none of the instrument's voices, or several, of which `matches` names some.
+std::string NotOneVoice(Language language, std::string_view name,
+                        std::span<const std::string> matches);
 
 /// "XG names": what an instrument without a table of its own is shown with.
 std::string NamesOf(Language language, std::string_view set);
