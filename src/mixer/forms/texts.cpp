@@ -16,7 +16,7 @@ struct Names {
 constexpr std::array<Names, mixer::kControls> kNames{{
     {Text{De{"Lautstärke"}, En{"Volume"}}, Text{Both{"Vol"}}},
     {Text{De{"Panorama"}, En{"Pan"}}, Text{Both{"Pan"}}},
-    {Text{De{"Ausdruck"}, En{"Expression"}}, Text{De{"Ausd"}, En{"Exp"}}},
+    {Text{De{"Ausdruck"}, En{"Expression"}}, Text{Both{"Exp"}}},
     {Text{De{"Hall"}, En{"Reverb"}}, Text{De{"Hall"}, En{"Rev"}}},
     {Text{Both{"Chorus"}}, Text{Both{"Cho"}}},
     {Text{De{"Klangfarbe (71)"}, En{"Harmonic content (71)"}}, Text{De{"Frb"}, En{"Har"}}},

@@ -19,7 +19,7 @@ inline constexpr Text kLinkedHint{
     De{"Der Master bewegt die Lautstärken aller Kanäle im gleichen Verhältnis"},
     En{"The master moves the volumes of all channels in proportion"}};
 inline constexpr Text kLink{De{"Koppeln"}, En{"Link"}};
-inline constexpr Text kResetAll{De{"Alles zurück"}, En{"Reset all"}};
+inline constexpr Text kResetAll{De{"Reset"}, En{"Reset all"}};
 inline constexpr Text kResetAllHint{De{"Alle Regler und Noten wie in der Datei"},
                                     En{"All controls and notes as in the file"}};
 inline constexpr Text kUnmute{De{"Alle hören"}, En{"Unmute"}};
