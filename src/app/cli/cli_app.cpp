@@ -114,6 +114,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         TranslateLabels(app, context.language);
         AddCommonOptions(app, context, environment);
         AddInfoCommand(app, context);
+        AddCheckCommand(app, context);
         AddConvertCommand(app, context);
         AddSetCommand(app, context);
         AddRenderCommand(app, context);

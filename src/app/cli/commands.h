@@ -11,6 +11,9 @@ namespace tracksmith::cli {
 /// `info`: describes songs as text or JSON.
 void AddInfoCommand(CLI::App& app, CliContext& context);
 
+/// `check`: finds what is wrong with songs and repairs it.
+void AddCheckCommand(CLI::App& app, CliContext& context);
+
 /// `convert`: saves songs in another format.
 void AddConvertCommand(CLI::App& app, CliContext& context);
 

@@ -1,12 +1,14 @@
 #include "app/cli/info_json.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "base/display_text.h"
 
 #include "app/cli/reading_options.h"
 #include "app/kept_words.h"
 #include "instruments/catalogue.h"
+#include "song/song_position.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -165,6 +167,31 @@ std::string ConversionJson(const std::string& file, const std::string& target,
     } else {
         json["preparation"] = nullptr;
     }
+    return Line(json);
+}
+
+std::string CheckJson(const std::string& file, const song::Song& song,
+                      const health::HealthReport& report, const std::string& instrument,
+                      Language language) {
+    Json findings = Json::array();
+    for (const health::Finding& finding : report.findings) {
+        const bool placed = !finding.ticks.empty();
+        const bool all = finding.channel == health::kAllChannels;
+        findings.push_back(
+            {{"rule", health::RuleName(finding.rule)},
+             {"severity", health::SeverityName(finding.severity)},
+             {"channel", all ? Json() : Json(finding.channel + 1)},
+             {"count", finding.count},
+             {"tick", placed ? Json(finding.ticks.front()) : Json()},
+             {"position",
+              placed ? Json(song::SongPositionToMTC(song, finding.ticks.front())) : Json()},
+             {"ticks", finding.ticks},
+             {"text", health::Title(finding, instrument, language)},
+             {"repairable", finding.repairable}});
+    }
+    Json json = Start(file, true);
+    json["error"] = nullptr;
+    json["findings"] = std::move(findings);
     return Line(json);
 }
 

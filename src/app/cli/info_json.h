@@ -6,6 +6,7 @@
 #include "base/text.h"
 
 #include "app/cli/song_input.h"
+#include "app/health/check_health.h"
 #include "app/song_description.h"
 #include "instruments/preparation.h"
 #include "instruments/voices/voice_lookup.h"
@@ -23,6 +24,12 @@ std::string InfoJson(const std::string& file, const app::SongDescription& song,
 /// kept, see app::KeptKind.
 std::string ConversionJson(const std::string& file, const std::string& target,
                            const instruments::PreparationReport& preparation);
+
+/// The line for a song that was checked: each finding with rule, severity, channel (null for all),
+/// count, tick and position of the first place, all ticks, text, whether it can be repaired.
+std::string CheckJson(const std::string& file, const song::Song& song,
+                      const health::HealthReport& report, const std::string& instrument,
+                      Language language);
 
 /// The line for a file that could not be read, with the kind of fault and its place where they are
 /// known.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/cli/texts.h"
+#include "app/cli/user_settings.h"
 #include "app/note_settings.h"
 
 namespace tracksmith::cli {
@@ -15,7 +16,7 @@ void ReadingOptions::AddTo(CLI::App& command, const CliContext& context) {
 }
 
 void ReadingOptions::AddNoteLengthTo(CLI::App& command, const CliContext& context) {
-    lengthensNotes_ = true;
+    context_ = &context;
     command
         .add_option_function<std::string>(
             "--min-length",
@@ -33,8 +34,8 @@ void ReadingOptions::AddNoteLengthTo(CLI::App& command, const CliContext& contex
 void ReadingOptions::SetUp(session::WorkOptions& options) const {
     options.runningStatusAcrossSysex = runningStatusAcrossSysex;
     options.decodeOptions.honourZelIgnore = honourZelIgnore;
-    if (lengthensNotes_) {
-        settings::SettingsStore store;
+    if (context_ != nullptr) {
+        settings::SettingsStore store = OpenSettings(*context_);
         options.noteLength = app::ReadNoteLength(store);
         options.noteLength.minimum = minimumNoteLength.value_or(options.noteLength.minimum);
     }

@@ -24,7 +24,7 @@ struct ReadingOptions {
     void SetUp(session::WorkOptions& options) const;
 
 private:
-    bool lengthensNotes_ = false;
+    const CliContext* context_ = nullptr; // of a command that lengthens short notes
 };
 
 /// The switch that lets running status last across system-exclusive messages.

@@ -66,6 +66,27 @@ std::string Summary(Language language, std::size_t total, std::size_t failed) {
     return text.str();
 }
 
+std::string FindingCounts(Language language, const std::array<std::int64_t, 3>& counts) {
+    struct Words {
+        Text one;
+        Text several;
+    };
+    static constexpr std::array<Words, 3> kWords{
+        {{Text{De{" Fehler"}, En{" error"}}, Text{De{" Fehler"}, En{" errors"}}},
+         {Text{De{" Warnung"}, En{" warning"}}, Text{De{" Warnungen"}, En{" warnings"}}},
+         {Text{De{" Hinweis"}, En{" hint"}}, Text{De{" Hinweise"}, En{" hints"}}}}};
+    static constexpr Text kNothing{De{"nichts gefunden"}, En{"nothing found"}};
+    std::string text;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        if (counts.at(i) > 0) {
+            const Words& words = kWords.at(i);
+            text += (text.empty() ? "" : ", ") + std::to_string(counts.at(i));
+            text += (counts.at(i) == 1 ? words.one : words.several).In(language);
+        }
+    }
+    return text.empty() ? std::string(kNothing.In(language)) : text;
+}
+
 std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,
                      std::int64_t limitedSamples) {
     std::ostringstream text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -70,6 +71,21 @@ inline constexpr Text kHelpRunningStatusAcrossSysex{
     En{"Running status lasts across system exclusive and meta events"}};
 inline constexpr Text kHelpHonourZelIgnore{De{"„zel_ignore“ in Spurnamen beachten"},
                                            En{"Honour \"zel_ignore\" in track names"}};
+inline constexpr Text kHelpCheck{De{"Prüft Songs auf Fehler und repariert sie"},
+                                 En{"Checks songs for faults and repairs them"}};
+inline constexpr Text kHelpCheckFor{De{"Auch prüfen, ob dieses Instrument die Klänge hat"},
+                                    En{"Check too whether this instrument has the voices"}};
+inline constexpr Text kHelpRepair{De{"Reparieren, was sich gefahrlos reparieren lässt"},
+                                  En{"Repair what can be repaired safely"}};
+inline constexpr Text kHelpRepairOut{De{"Ordner für die reparierten Songs"},
+                                     En{"Folder for the repaired songs"}};
+inline constexpr Text kHelpStrict{De{"Auch Hinweise ergeben den Code 1"},
+                                  En{"Hints give the exit code 1 too"}};
+inline constexpr Text kHelpReport{
+    De{"Ordner für Berichte über Noten ohne Anfang oder Ende (*_NoteOnOff.txt)"},
+    En{"Folder for reports of notes without beginning or end (*_NoteOnOff.txt)"}};
+inline constexpr Text kRepairNeedsOut{De{"--repair und --out ORDNER gehören zusammen."},
+                                      En{"--repair and --out DIR belong together."}};
 inline constexpr Text kHelpMinLength{
     De{"Kürzere Noten auf so viele Ticks verlängern; sonst wie eingestellt"},
     En{"Lengthen shorter notes to so many ticks; else as in the settings"}};
@@ -275,6 +291,9 @@ std::string FolderNotRead(Language language, const std::error_code& error);
 
 /// The line at the end of a batch.
 std::string Summary(Language language, std::size_t total, std::size_t failed);
+
+/// "2 errors, 5 warnings, 4 hints" for the numbers of each severity, "nothing found" for none.
+std::string FindingCounts(Language language, const std::array<std::int64_t, 3>& counts);
 
 /// What was rendered: the file, its length in milliseconds, its peak in decibels of full scale.
 std::string Rendered(Language language, std::string_view file, std::int64_t lengthMs, double peakDb,

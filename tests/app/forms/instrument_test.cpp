@@ -252,6 +252,10 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     EXPECT_EQ(form_->Session().Work().outputs.InstrumentOfChannel(2), 71);
 
     Find<QAbstractButton>("Btn_Voice02")->click();
+    auto* picker = Find<QDialog>("PickerForm");
+    EXPECT_NE(LabelText("L_PickerSubtitle").find("Roland Integra-7"), std::string::npos);
+    picker->reject();
+    Trigger("MMI_Voices");
     EXPECT_EQ(Find<QDialog>("PatchesForm")->windowTitle(),
               QStringLiteral("Voices: Roland Integra-7"));
     auto* family = Find<QComboBox>("CB_VoiceFamily");
