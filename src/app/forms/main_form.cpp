@@ -92,6 +92,7 @@ void TMainForm::ShowAreas() {
     session_.Options().noteLength = app::ReadNoteLength(store_);
     menu_->SetTheme(settings_.ReadTheme());
     menu_->Choose(kTextSizeMenu, settings_.ReadTextSize());
+    menu_->Choose(kNoteLengthMenu, session_.Options().noteLength.minimum);
     ApplyLanguage(settings_.ReadLanguage());
     ShowRecentFiles();
     ShowSong();
@@ -186,6 +187,7 @@ void TMainForm::RestoreGeometry() {
 void TMainForm::ShowSong() {
     if (session_.HasSong()) {
         songView_->ShowSong(SongFileName());
+        CountFindings();
     }
     pages_->setCurrentIndex(session_.HasSong() ? 1 : 0);
     status_->ShowSong(session_.HasSong() ? &songView_->Description() : nullptr);

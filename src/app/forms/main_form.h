@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "app/devices/midi_devices.h"
 #include "app/forms/menu/main_menu.h"
@@ -19,6 +20,7 @@
 #include "app/forms/settings/form_settings.h"
 #include "app/forms/song/song_picker_host.h"
 #include "app/forms/song/voice_names.h"
+#include "app/health/check_health.h"
 #include "app/instrument_asker.h"
 #include "app/save_song.h"
 #include "app/session/session.h"
@@ -36,6 +38,7 @@ namespace tracksmith::forms {
 
 class DropHint;
 class EmptyPage;
+class HealthForm;
 struct InstrumentOutput;
 class NoticeBar;
 class NoticeHost;
@@ -115,6 +118,8 @@ public:
     // Edit
     void MME_TakeBackClick();
     // Song
+    void MMF_HealthClick();
+    void MMF_NoteLengthClick();
     void MMF_WhatChangedClick();
     // Play
     void MMP_PlayStopClick();
@@ -187,6 +192,12 @@ private:
     void LoadThatWay(const std::filesystem::path& file);
     void RememberFile(const std::filesystem::path& file);
     void ShowChanges();
+    health::HealthOptions HealthOptionsOf();
+    health::HealthReport CheckHealth();
+    void CountFindings();
+    void TellNoteCheck();
+    void OpenNoteReport();
+    void TakeBackLengthening();
     void TellChangedOnDisk();
     void LoadAndShow(const std::filesystem::path& file, bool isDemo);
     bool SaveSong();
@@ -226,6 +237,7 @@ private:
     NoticeBar* notice_ = nullptr;
     StatusLine* status_ = nullptr;
     DropHint* dropHint_ = nullptr;
+    QPointer<HealthForm> health_;
 };
 
 } // namespace tracksmith::forms

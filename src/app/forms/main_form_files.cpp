@@ -55,7 +55,7 @@ void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
     }
     notice_->Clear();
     ShowChanges();
-    status_->ShowStatus(texts::kLoaded, SongFileName());
+    TellNoteCheck();
     songView_->FocusOverview();
 }
 

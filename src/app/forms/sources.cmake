@@ -5,11 +5,17 @@ set(SOURCES
   main_form.h
   main_form_commands.cpp
   main_form_files.cpp
+  main_form_health.cpp
   main_form_instrument.cpp
   main_form_picker.cpp
   main_form_play.cpp
   texts.cpp
   texts.h
+  health/health_form.cpp
+  health/health_form.h
+  health/severity_icon.cpp
+  health/severity_icon.h
+  health/texts.h
   menu/command_ids.h
   menu/command_row.h
   menu/edit_menu.cpp

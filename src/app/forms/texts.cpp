@@ -116,6 +116,12 @@ QString TakeBackChange(const Text& change, bool taken, Language language) {
     return InLanguage(taken ? kAgain : kBack, language).arg(InLanguage(change, language));
 }
 
+QString ReportWritten(const QString& path, Language language) {
+    static constexpr Text kWritten{De{"Der Notenbericht liegt in %1"},
+                                   En{"The note report lies in %1"}};
+    return InLanguage(kWritten, language).arg(path);
+}
+
 QString NoticesWaiting(std::size_t number, Language language) {
     static constexpr Text kWaiting{De{"und %1 weitere"}, En{"and %1 more"}};
     return InLanguage(kWaiting, language).arg(number);

@@ -39,6 +39,19 @@ inline constexpr Text kMenuRecent{De{"&Zuletzt geöffnet"}, En{"Open &Recent"}};
 inline constexpr Text kMenuReading{De{"Beim &Laden"}, En{"When &Loading"}};
 inline constexpr Text kMenuWriting{De{"Beim S&peichern"}, En{"When &Saving"}};
 inline constexpr Text kMenuTheme{De{"&Farben"}, En{"&Theme"}};
+inline constexpr Text kMenuNoteLength{De{"&Mindestlänge der Noten"}, En{"&Minimum Note Length"}};
+inline constexpr Text kNoteLengthOff{De{"&Aus"}, En{"&Off"}};
+inline constexpr Text kNoteLength10{De{"&10 Ticks"}, En{"&10 ticks"}};
+inline constexpr Text kNoteLength20{De{"&20 Ticks"}, En{"&20 ticks"}};
+inline constexpr Text kNoteLength30{De{"&30 Ticks"}, En{"&30 ticks"}};
+inline constexpr Text kNoteLength60{De{"&60 Ticks"}, En{"&60 ticks"}};
+inline constexpr Text kExceptDrums{De{"&Schlagzeug nicht verlängern"},
+                                   En{"Leave &Drum Parts Alone"}};
+inline constexpr Text kSkipNoteCheck{De{"&Noten nicht prüfen"}, En{"Do Not &Check Notes"}};
+inline constexpr Text kNoteFault{De{"Fehler bei der Midifile-Überprüfung!"},
+                                 En{"Error while checking the midi file!"}};
+inline constexpr Text kNoteCheckOff{De{"Midifile-Überprüfung ist abgeschaltet!"},
+                                    En{"General MIDI check is disabled!"}};
 inline constexpr Text kMenuTextSize{De{"&Textgröße"}, En{"Text &Size"}};
 inline constexpr Text kMenuLanguage{De{"&Sprache"}, En{"&Language"}};
 inline constexpr Text kNew{De{"&Neu"}, En{"&New"}};
@@ -51,6 +64,7 @@ inline constexpr Text kSaveFormat1{De{"Speichern als Format &1…"}, En{"Save as
 inline constexpr Text kQuit{De{"&Beenden"}, En{"&Quit"}};
 inline constexpr Text kClearRecent{De{"Liste &leeren"}, En{"&Clear List"}};
 inline constexpr Text kNoRecent{De{"Noch keine Dateien"}, En{"No files yet"}};
+inline constexpr Text kHealth{De{"&Zustand…"}, En{"&Health…"}};
 inline constexpr Text kWhatChanged{De{"Was wurde &geändert…"}, En{"&What Changed…"}};
 inline constexpr Text kPlay{De{"&Abspielen"}, En{"&Play"}};
 inline constexpr Text kStop{De{"An&halten"}, En{"&Stop"}};
@@ -279,6 +293,9 @@ inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
 
 /// The menu's text for taking back `change`, or for carrying it out again once `taken`.
 QString TakeBackChange(const Text& change, bool taken, Language language);
+
+/// The note-pairing report lies in the file `path`.
+QString ReportWritten(const QString& path, Language language);
 
 /// How many notices wait behind the one that is shown.
 QString NoticesWaiting(std::size_t number, Language language);

@@ -2,6 +2,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -252,9 +253,10 @@ TEST_F(InstrumentTest, ChannelsOnAnotherOutputAreNamedByItsInstrument) {
     EXPECT_EQ(form_->Session().Work().outputs.InstrumentOfChannel(2), 71);
 
     Find<QAbstractButton>("Btn_Voice02")->click();
-    auto* picker = Find<QDialog>("PickerForm");
+    const QPointer<QDialog> picker = Find<QDialog>("PickerForm");
     EXPECT_NE(LabelText("L_PickerSubtitle").find("Roland Integra-7"), std::string::npos);
     picker->reject();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return picker.isNull(); }));
     Trigger("MMI_Voices");
     EXPECT_EQ(Find<QDialog>("PatchesForm")->windowTitle(),
               QStringLiteral("Voices: Roland Integra-7"));

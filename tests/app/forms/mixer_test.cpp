@@ -128,7 +128,7 @@ TEST_F(MixerFormTest, KeysGoBetweenTheStripsAndPressTheLamps) {
     Press(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(Focus().substr(Focus().size() - 2), "09");
     Press(Qt::Key_Return);
-    EXPECT_NE(form_->findChild<QDialog*>(QStringLiteral("PatchesForm")), nullptr);
+    EXPECT_NE(form_->findChild<QDialog*>(QStringLiteral("PickerForm")), nullptr);
 }
 
 TEST_F(MixerFormTest, MenuInsertsScalesAndResets) {

@@ -2,6 +2,7 @@ set(SOURCES
   ask_test.cpp
   file_commands_test.cpp
   form_fixture.h
+  health_test.cpp
   instrument_test.cpp
   language_test.cpp
   main.cpp

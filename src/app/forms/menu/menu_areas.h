@@ -17,6 +17,9 @@ extern const MenuArea kHelpMenu;
 /// In the view menu; the values are per cent.
 extern const MenuArea kTextSizeMenu;
 
+/// In the song menu; the values are ticks, 0 for off.
+extern const MenuArea kNoteLengthMenu;
+
 /// In the file menu; filled at run time.
 extern const MenuArea kRecentMenu;
 

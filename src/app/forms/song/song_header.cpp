@@ -3,9 +3,13 @@
 #include "base/forms/labels.h"
 #include "base/forms/panel.h"
 #include "base/forms/theme.h"
+#include <QAction>
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/forms/health/severity_icon.h"
+#include "app/forms/health/texts.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/value_box.h"
 #include "song/song_position.h"
@@ -23,8 +27,9 @@ QString FormatText(const app::SongDescription& song, Language language) {
 
 } // namespace
 
-SongHeader::SongHeader(QWidget* parent)
+SongHeader::SongHeader(QAction& health, QWidget* parent)
     : QWidget(parent),
+      health_(new QPushButton),
       title_(new ElidedLabel),
       fileName_(new ElidedLabel),
       format_(new ValueBox("Lbl_Format", texts::kFormat, 1, false)),
@@ -37,6 +42,9 @@ SongHeader::SongHeader(QWidget* parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());
     row->addWidget(BuildNames(), 1);
+    health_->setObjectName(QStringLiteral("Btn_Health"));
+    connect(health_, &QPushButton::clicked, &health, &QAction::trigger);
+    row->addWidget(health_);
     auto* inside = new QHBoxLayout(panel_);
     inside->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() * 3 / 2, Gap() / 2);
     inside->setSpacing(Gap() * 2);
@@ -71,7 +79,26 @@ void SongHeader::ShowSong(const app::SongDescription& song, const QString& fileN
                       ToQString(song::ClockText(song.lengthMs)));
 }
 
+void SongHeader::ShowHealth(const std::array<std::int64_t, 3>& counts) {
+    findings_ = counts;
+    ShowHealthText();
+}
+
+// The worst sign stands beside the number of errors and warnings.
+void SongHeader::ShowHealthText() {
+    using health::Severity;
+    const std::int64_t faults = findings_[0] + findings_[1];
+    health_->setText(faults == 0 ? InLanguage(health_texts::kHealthGood, language_)
+                                 : InLanguage(health_texts::kHealthButton, language_).arg(faults));
+    health_->setIcon(
+        faults == 0
+            ? QIcon()
+            : SeverityIcon(findings_[0] > 0 ? Severity::Error : Severity::Warning, palette()));
+}
+
 void SongHeader::Retranslate(Language language) {
+    language_ = language;
+    ShowHealthText();
     for (ValueBox* box : facts_) {
         box->Retranslate(language);
     }

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <vector>
 
 #include "base/text.h"
 #include <QWidget>
 
 #include "app/song_description.h"
+
+class QAction;
+class QPushButton;
 
 namespace tracksmith::forms {
 
@@ -18,7 +23,8 @@ class SongHeader : public QWidget {
     Q_OBJECT
 
 public:
-    explicit SongHeader(QWidget* parent = nullptr);
+    /// `health` opens what is wrong with the song and must outlive the widget.
+    explicit SongHeader(QAction& health, QWidget* parent = nullptr);
 
     /// Shows the facts of a song; `fileName` is ready to show, with its mark when modified.
     void ShowSong(const app::SongDescription& song, const QString& fileName, Language language);
@@ -26,11 +32,19 @@ public:
     /// The facts in a panel of their own, which stands elsewhere.
     Panel* Facts() const { return panel_; }
 
+    /// Shows how many errors, warnings and hints the song has.
+    void ShowHealth(const std::array<std::int64_t, 3>& counts);
+
     void Retranslate(Language language);
 
 private:
     QWidget* BuildNames();
 
+    void ShowHealthText();
+
+    QPushButton* health_;
+    std::array<std::int64_t, 3> findings_{};
+    Language language_ = Language::English;
     ElidedLabel* title_;
     ElidedLabel* fileName_;
     ValueBox* format_;

@@ -55,7 +55,7 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
       voices_(voices),
       session_(session),
       playBar_(new PlayBar(menu, session)),
-      header_(new SongHeader),
+      header_(new SongHeader(menu.ActionOf("MMF_Health"))),
       overview_(new OverviewWidget),
       mixer_(mixer),
       strips_(new StripsView(mixer)),
@@ -147,6 +147,10 @@ void SongView::ShowSong(const QString& fileName) {
     overview_->SetSong(song::MakeNoteOverview(workspace_.song), OverviewMarks(description_));
     ShowPlace();
     ShowLoop();
+}
+
+void SongView::ShowHealth(const std::array<std::int64_t, 3>& counts) {
+    header_->ShowHealth(counts);
 }
 
 void SongView::FocusOverview() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
+
 #include "base/text.h"
 #include <QWidget>
 
@@ -45,6 +48,9 @@ public:
 
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
+
+    /// Shows how many errors, warnings and hints the song has.
+    void ShowHealth(const std::array<std::int64_t, 3>& counts);
 
     /// Turns to the next page: mixer, sound controllers, routing, lists.
     void ShowNextPage();
