@@ -11,6 +11,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "app/forms/menu/main_menu.h"
 #include "app/forms/overview/overview_widget.h"
 #include "app/forms/ports/routing_page.h"
 #include "app/forms/song/instrument_box.h"
