@@ -1,6 +1,6 @@
 #!/bin/sh
 # Paints the pictures of the documents: the main window playing the demo song in both themes, the
-# list of instruments, what preparing the demo song did, and what is shown when a file is refused or
+# list of instruments, what preparing the demo song did, picking a voice, and what is shown when a file is refused or
 # cannot be saved.
 # usage: tools/make_screenshots.sh PROGRAM [FOLDER]
 # PROGRAM is the built tracksmith; no screen is needed. FOLDER takes the pictures instead of docs;
@@ -31,6 +31,7 @@ picture main-window-dark dark --play 23
 picture main-window-light light --play 23
 picture instrument-chooser dark --show MMI_ChooseInstrument
 picture what-changed dark --show MMF_WhatChanged
+picture voice-picker dark --show MMI_PickVoice
 
 # A song that is cut off, and one in a folder that cannot be written.
 head -c 3000 "$song" >"$scratch/Evening Waltz.mid"
