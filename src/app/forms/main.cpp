@@ -25,7 +25,7 @@ void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
     // The song is loaded, laid out and plays by then.
     constexpr std::chrono::milliseconds kSettled{1'000};
     QTimer::singleShot(kSettled, &form, [&form, picture] {
-        QWidget* dialog = QApplication::activeModalWidget();
+        QWidget* dialog = QApplication::activeWindow();
         QWidget& shown = dialog != nullptr ? *dialog : form;
         QApplication::exit(shown.grab().save(picture) ? 0 : 1);
     });

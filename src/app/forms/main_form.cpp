@@ -242,6 +242,7 @@ void TMainForm::ApplyLanguage(Language language) {
     notice_->Retranslate(language);
     status_->Retranslate(language);
     ShowFileState();
+    ShowHealthAnew();
 }
 
 void TMainForm::ShowQtTexts(Language language) {

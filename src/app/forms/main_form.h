@@ -195,6 +195,7 @@ private:
     health::HealthOptions HealthOptionsOf();
     health::HealthReport CheckHealth();
     void CountFindings();
+    void ShowHealthAnew();
     void TellNoteCheck();
     void OpenNoteReport();
     void TakeBackLengthening();

@@ -71,6 +71,14 @@ void TMainForm::MMF_HealthClick() {
     health_->show();
 }
 
+// In another language.
+void TMainForm::ShowHealthAnew() {
+    if (health_ != nullptr) {
+        delete health_.data();
+        MMF_HealthClick();
+    }
+}
+
 // The load step that can be taken back, else the file once more without it.
 void TMainForm::TakeBackLengthening() {
     const session::TakeBack& last = session_.LastChange();

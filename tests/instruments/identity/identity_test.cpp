@@ -43,9 +43,9 @@ TEST(IdentityMessages, OnlyWholeAnswersAreRead) {
     Bytes request(kIdentityRequest.begin(), kIdentityRequest.end());
     request.insert(request.begin(), 0xF0);
     Bytes notEnded = kGenos;
-    notEnded.back() = 0x01;
+    notEnded.at(kGenos.size() - 1) = 0x01;
     Bytes status = kGenos;
-    status[8] = 0x90;
+    status.at(8) = 0x90;
     for (const Bytes& wrong :
          {Bytes{}, Bytes{0xF0}, Bytes{0xF0, 0xF7}, request, notEnded, status, Reply({}),
           Reply({0x43, 0, 0x44, 0x42}), Reply({0, 0x20}), Reply({0, 0x20, 0x29, 1, 2, 3})}) {
