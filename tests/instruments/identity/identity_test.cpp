@@ -40,8 +40,8 @@ TEST(IdentityMessages, OnlyWholeAnswersAreRead) {
     EXPECT_EQ(ReadIdentityReply(kGenos), genos);
     EXPECT_EQ(ReadIdentityReply(Reply({0x00, 0x20, 0x29, 1, 2, 3, 4, 5})),
               (IdentityReply{"00 20 29", "01 02", "03 04", "05"}));
-    Bytes request(kIdentityRequest.begin(), kIdentityRequest.end());
-    request.insert(request.begin(), 0xF0);
+    Bytes request{0xF0};
+    request.insert(request.end(), kIdentityRequest.begin(), kIdentityRequest.end());
     Bytes notEnded = kGenos;
     notEnded.at(kGenos.size() - 1) = 0x01;
     Bytes status = kGenos;
