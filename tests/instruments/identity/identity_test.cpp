@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -24,8 +26,8 @@ Bytes Reply(Bytes behindSubId) {
 Bytes XgDump(std::string name, const Bytes& more = {}) {
     name.resize(14, ' ');
     Bytes dump{0xF0, 0x43, 0x00, 0x4C, 0x00, static_cast<std::uint8_t>(14 + more.size()), 1, 0, 0};
-    dump.insert(dump.end(), name.begin(), name.end());
-    dump.insert(dump.end(), more.begin(), more.end());
+    std::ranges::copy(name, std::back_inserter(dump));
+    std::ranges::copy(more, std::back_inserter(dump));
     unsigned sum = 0;
     for (std::size_t i = 4; i < dump.size(); ++i) {
         sum += dump[i];
