@@ -99,8 +99,8 @@ public:
 
     /// Moves the song, or a channel, to `semitones` (within kMostSemitones) against its file, at
     /// once in the sound. Drum parts stay. False while a driver hangs; then nothing is changed.
-    bool TransposeChange(int semitones);
-    bool TransposeChannel(std::size_t channel, int semitones);
+    [[nodiscard]] bool TransposeChange(int semitones);
+    [[nodiscard]] bool TransposeChannel(std::size_t channel, int semitones);
     const Transposition& Transposing() const { return transposition_; }
     /// The channel plays drums somewhere.
     bool PlaysDrums(std::size_t channel) const {

@@ -32,7 +32,7 @@ public:
         const std::uint32_t isOn = static_cast<std::uint32_t>(isNote) & command & 1U;
         const std::size_t key = isNote ? KeyOf(status, data1) : kNoKey;
         Slot& slot = slots_[key];
-        const std::uint32_t taken = static_cast<std::uint32_t>(slot.unit != 0);
+        const auto taken = static_cast<std::uint32_t>(slot.unit != 0);
         if (((taken & isOn) | (slot.tick >> kTickBits)) != 0) [[unlikely]] {
             return isOn != 0 ? Queue(key, event, tick) : EndOldest(key);
         }

@@ -49,7 +49,7 @@ TEST_F(TransposingTest, MovesPairsOfAllButDrumParts) {
     EXPECT_TRUE(session.Modified());
     mixer.Btn_ResetClick(1);
     EXPECT_EQ(mixer.Transposing().channels[1], 0);
-    mixer.TransposeChange(0);
+    EXPECT_TRUE(mixer.TransposeChange(0));
     EXPECT_EQ(Track(1).find("3F"), std::string::npos);
 }
 
@@ -66,12 +66,12 @@ TEST_F(TransposingTest, WhatSoundsEndsAtItsOldPitch) {
 
 TEST_F(TransposingTest, SavingKeepsItAndBeginsAnew) {
     OpenParts();
-    mixer.TransposeChange(2);
+    EXPECT_TRUE(mixer.TransposeChange(2));
     session.MarkSaved("moved.mid", session::SaveFormat::AsSong);
     EXPECT_FALSE(mixer.Transposing().Any());
     const std::string moved = Track(1);
-    mixer.TransposeChange(1);
-    mixer.TransposeChange(0);
+    EXPECT_TRUE(mixer.TransposeChange(1));
+    EXPECT_TRUE(mixer.TransposeChange(0));
     EXPECT_EQ(Track(1), moved);
     EXPECT_NE(moved.find("0 903E5A"), std::string::npos);
 }
@@ -80,13 +80,13 @@ TEST_F(TransposingTest, StaysOverEditsAndTakingThemBack) {
     OpenParts();
     const std::string file = Track(1);
     mixer.InsertAtStart(0, Control::Volume, host);
-    mixer.TransposeChange(1);
+    EXPECT_TRUE(mixer.TransposeChange(1));
     const std::string moved = Track(1);
     session.TakeBackLastChange(host);
     EXPECT_NE(Track(1).find("0 903D5A"), std::string::npos);
-    mixer.TransposeChange(0);
+    EXPECT_TRUE(mixer.TransposeChange(0));
     EXPECT_EQ(Track(1), file);
-    mixer.TransposeChange(1);
+    EXPECT_TRUE(mixer.TransposeChange(1));
     session.TakeBackLastChange(host);
     EXPECT_EQ(Track(1), moved);
     Open(ThreeNotes());

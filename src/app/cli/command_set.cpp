@@ -38,12 +38,16 @@ struct ControlOption {
     Control control;
     const char* name;
 };
-constexpr ControlOption kControlOptions[]{
-    {Control::Volume, "volume"},         {Control::Pan, "pan"},
-    {Control::Expression, "expression"}, {Control::Reverb, "reverb"},
-    {Control::Chorus, "chorus"},         {Control::Harmonic, "harmonic"},
-    {Control::Release, "release"},       {Control::Attack, "attack"},
-    {Control::Brightness, "brightness"}, {Control::Variation, "variation"}};
+constexpr auto kControlOptions = std::to_array<ControlOption>({{Control::Volume, "volume"},
+                                                               {Control::Pan, "pan"},
+                                                               {Control::Expression, "expression"},
+                                                               {Control::Reverb, "reverb"},
+                                                               {Control::Chorus, "chorus"},
+                                                               {Control::Harmonic, "harmonic"},
+                                                               {Control::Release, "release"},
+                                                               {Control::Attack, "attack"},
+                                                               {Control::Brightness, "brightness"},
+                                                               {Control::Variation, "variation"}});
 
 struct SetArguments {
     std::string file;
@@ -145,7 +149,7 @@ private:
         }
         if (!arguments_.voice.empty() &&
             instruments::SongPatches(session.Song()).Changes(channel).empty()) {
-            missing.push_back("--voice");
+            missing.emplace_back("--voice");
         }
         return arguments_.insert ? std::vector<std::string>() : missing;
     }
@@ -161,7 +165,8 @@ private:
             }
         }
         if (arguments_.transpose) {
-            mixer.TransposeChannel(channel, *arguments_.transpose);
+            // Without a player nothing can be in the way.
+            static_cast<void>(mixer.TransposeChannel(channel, *arguments_.transpose));
         }
     }
 
@@ -175,8 +180,9 @@ private:
         const auto matches = MatchVoices(id, drums);
         if (matches.size() != 1) {
             std::vector<std::string> names;
+            names.reserve(matches.size());
             for (const Voice* voice : matches) {
-                names.push_back(std::string(voice->name));
+                names.emplace_back(voice->name);
             }
             names.resize(std::min(names.size(), kMostVoicesListed));
             job.host.ShowMessage(texts::NotOneVoice(context_.language, arguments_.voice, names));

@@ -125,6 +125,7 @@ void TMainForm::BuildAreas() {
     connect(songView_, &SongView::VoicePressed, this,
             [this](int channel) { PickVoice(static_cast<std::size_t>(channel)); });
     connect(songView_, &SongView::InsertWanted, this, &TMainForm::InsertAtStart);
+    connect(songView_, &SongView::Refused, this, &TMainForm::TellPortHangs);
 }
 
 void TMainForm::ConnectMenu() {

@@ -194,6 +194,7 @@ private:
     void ShowChanges();
     health::HealthOptions HealthOptionsOf();
     health::HealthReport CheckHealth();
+    void TellPortHangs();
     void CountFindings();
     void ShowHealthAnew();
     void TellNoteCheck();

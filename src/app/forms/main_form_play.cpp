@@ -7,6 +7,7 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "app/session/texts.h"
 #include "mixer/mixer.h"
 
 // The commands that play the song.
@@ -94,8 +95,15 @@ void TMainForm::MMP_TempoResetClick() {
 }
 
 void TMainForm::TransposeSong(int semitones) {
-    mixer_->TransposeChange(semitones);
+    if (!mixer_->TransposeChange(semitones)) {
+        TellPortHangs();
+    }
     songView_->ShowMixer();
+}
+
+void TMainForm::TellPortHangs() {
+    notice_->ShowPlain(ToQString(session::texts::PortHangs(
+        host_.CurrentLanguage(), session_.Controls().Player().HangingPort())));
 }
 
 void TMainForm::MMP_TransposeUpClick() {

@@ -19,28 +19,21 @@ constexpr std::int32_t kManyNotes = 64;
 constexpr std::uint8_t kPedalDown = 64;
 
 // The settings that a musician misses when a reset has wiped them.
-enum Kept : std::size_t {
-    kKeptProgram,
-    kKeptVolume,
-    kKeptPan,
-    kKeptReverb,
-    kKeptChorus,
-    kKeptCount
-};
+enum Kept : std::size_t { KeptProgram, KeptVolume, KeptPan, KeptReverb, KeptChorus, KeptCount };
 
 std::optional<Kept> KeptOf(const MidiEvent& event) {
     if (event.Command() == song::kProgramChange) {
-        return kKeptProgram;
+        return KeptProgram;
     }
     switch (event.data1) {
         case song::kVolume:
-            return kKeptVolume;
+            return KeptVolume;
         case song::kPan:
-            return kKeptPan;
+            return KeptPan;
         case song::kReverbSend:
-            return kKeptReverb;
+            return KeptReverb;
         case song::kChorusSend:
-            return kKeptChorus;
+            return KeptChorus;
         default:
             return std::nullopt;
     }
@@ -54,8 +47,8 @@ struct Channel {
     std::int32_t firstNote = -1;
     std::int32_t firstWithoutProgram = -1;
     std::int64_t notesWithoutProgram = 0;
-    std::bitset<kKeptCount> set;
-    std::bitset<kKeptCount> wiped;
+    std::bitset<KeptCount> set;
+    std::bitset<KeptCount> wiped;
     std::int32_t sustainSince = -1;
     std::int32_t bendSince = -1;
     std::int32_t bend = 0;

@@ -89,14 +89,7 @@ TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::Pi
       playTimer_(new QTimer(this)) {
     setObjectName(QStringLiteral("PickerForm"));
     setAttribute(Qt::WA_DeleteOnClose);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(Gap() * 3 / 2, Gap() * 3 / 2, Gap() * 3 / 2, Gap() * 3 / 2);
-    column->setSpacing(Gap());
-    AddHeader(*column);
-    AddLists(*column);
-    AddComparison(*column);
-    AddFooter(*column);
-    AddKeys();
+    Build();
     ShowFamilies();
     ShowCategories();
     ShowSounds();
@@ -109,6 +102,17 @@ TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::Pi
 }
 
 TPickerForm::~TPickerForm() = default;
+
+void TPickerForm::Build() {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(Gap() * 3 / 2, Gap() * 3 / 2, Gap() * 3 / 2, Gap() * 3 / 2);
+    column->setSpacing(Gap());
+    AddHeader(*column);
+    AddLists(*column);
+    AddComparison(*column);
+    AddFooter(*column);
+    AddKeys();
+}
 
 void TPickerForm::done(int result) {
     noteTimer_->stop();

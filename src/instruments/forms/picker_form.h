@@ -62,6 +62,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void Build();
     void AddHeader(QVBoxLayout& column);
     void AddLists(QVBoxLayout& column);
     void SetUpSounds();

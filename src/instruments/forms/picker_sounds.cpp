@@ -52,8 +52,7 @@ QString PickerSounds::Cell(const Voice& voice, int column) const {
 
 // In a family the category is known unless all of them are shown.
 QString PickerSounds::Remark(const SoundRow& row) const {
-    const QString category =
-        picker_.Lists().Category() == 0 ? ToQString(row.voice->category) : QString();
+    QString category = picker_.Lists().Category() == 0 ? ToQString(row.voice->category) : QString();
     if (row.hit != instruments::VoiceHit::Group) {
         return category;
     }

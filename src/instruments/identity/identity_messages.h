@@ -12,8 +12,8 @@ namespace tracksmith::instruments {
 /// Bytes of a message, or a part of one.
 using MessageBytes = std::span<const std::uint8_t>;
 
-/// Asks every device on the cable for its identity; behind the status byte F0. Source: MIDI 1.0
-/// Detailed Specification, General Information, Identity Request.
+/// Asks every device on the cable for its identity; behind the status byte F0. Source: MIDI 1.0,
+/// General Information, Identity Request.
 inline constexpr std::array<std::uint8_t, 5> kIdentityRequest{0x7E, 0x7F, 0x06, 0x01, 0xF7};
 
 /// Asks an XG instrument of device number 1 for a dump of its model name; behind the status byte

@@ -13,6 +13,7 @@ namespace tracksmith::instruments {
 struct PlayPlace {
     std::int32_t tick = 0;
     std::int32_t track = 0;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the comparison's own zero
     friend auto operator<=>(const PlayPlace&, const PlayPlace&) = default;
 };
 

@@ -1,6 +1,7 @@
 #include "instruments/sysex/settings_outlook.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tracksmith::instruments {
 namespace {
@@ -21,9 +22,9 @@ void Close(LaneOutlook& lane, PlayPlace place) {
 } // namespace
 
 SettingsOutlook::SettingsOutlook(const PlayWalk& walk, const SetUpMarks& marks,
-                                 const AllSettings& settings, const PartVoices& voices,
+                                 AllSettings settings, const PartVoices& voices,
                                  std::uint64_t order, const Wish& wish)
-    : marks_(marks), wish_(wish), settings_(settings), voices_(voices), order_(order) {
+    : marks_(marks), wish_(wish), settings_(std::move(settings)), voices_(voices), order_(order) {
     if (wish.voiceOf) {
         messages_.open = false;
         for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {

@@ -44,7 +44,7 @@ public:
 
     /// `settings` and `voices` are those in force at the place where `walk` stands; `order` is the
     /// order of the last event before it. Throws std::bad_alloc.
-    SettingsOutlook(const PlayWalk& walk, const SetUpMarks& marks, const AllSettings& settings,
+    SettingsOutlook(const PlayWalk& walk, const SetUpMarks& marks, AllSettings settings,
                     const PartVoices& voices, std::uint64_t order, const Wish& wish);
 
     LaneOutlook& Channel(std::size_t channel) { return channels_.at(channel); }

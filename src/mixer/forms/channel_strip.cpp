@@ -1,6 +1,7 @@
 #include "mixer/forms/channel_strip.h"
 
 #include <algorithm>
+#include <array>
 #include <bitset>
 
 #include "base/forms/theme.h"
@@ -37,12 +38,12 @@ QString PartName(const char* part, int channel) {
     return QLatin1String(part) + QStringLiteral("%1").arg(channel, 2, 10, QLatin1Char('0'));
 }
 
-constexpr const char* kControlNames[]{
-    "TB_Volume",       "TB_Panorama",     "TB_Expression",   "TB_Reverb",       "TB_Chorus",
-    "TB_Controller71", "TB_Controller72", "TB_Controller73", "TB_Controller74", "TB_Controller94"};
+constexpr auto kControlNames = std::to_array<const char*>(
+    {"TB_Volume", "TB_Panorama", "TB_Expression", "TB_Reverb", "TB_Chorus", "TB_Controller71",
+     "TB_Controller72", "TB_Controller73", "TB_Controller74", "TB_Controller94"});
 
 QString ControlPartName(Control control, int channel) {
-    const char* name = kControlNames[mixer::IndexOf(control)];
+    const char* name = kControlNames.at(mixer::IndexOf(control));
     return control > Control::Chorus
                ? QLatin1String(name) + QLatin1Char('_') +
                      QStringLiteral("%1").arg(channel, 2, 10, QLatin1Char('0'))
@@ -137,14 +138,15 @@ void ChannelStrip::Build() {
     connect(voiceButton_, &QAbstractButton::clicked, this, [this] { emit VoicePressed(channel_); });
     connect(mute_, &LampButton::LampPressed, this, &ChannelStrip::PressMute);
     connect(solo_, &LampButton::LampPressed, this, &ChannelStrip::PressSolo);
-    connect(transpose_, &ControlSlider::Moved, this, [this](int semitones) {
-        mixer_.TransposeChannel(Index(), semitones);
-        emit Changed();
-    });
-    connect(transpose_, &ControlSlider::ResetWanted, this, [this] {
-        mixer_.TransposeChannel(Index(), 0);
-        emit Changed();
-    });
+    connect(transpose_, &ControlSlider::Moved, this, &ChannelStrip::Transpose);
+    connect(transpose_, &ControlSlider::ResetWanted, this, [this] { Transpose(0); });
+}
+
+void ChannelStrip::Transpose(int semitones) {
+    if (!mixer_.TransposeChannel(Index(), semitones)) {
+        emit Refused();
+    }
+    emit Changed();
 }
 
 void ChannelStrip::BuildControls(QVBoxLayout& column) {

@@ -88,6 +88,8 @@ signals:
     void HollowMoved(int channel, mixer::Control control);
     /// Something has changed that other strips may show too.
     void Changed();
+    /// The song cannot be changed now, since a port hangs.
+    void Refused();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -96,6 +98,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void Transpose(int semitones);
+
     std::size_t Index() const { return static_cast<std::size_t>(channel_); }
     void Build();
     void BuildControls(QVBoxLayout& column);

@@ -41,14 +41,11 @@ MasterStrip::MasterStrip(mixer::Mixer& mixer, QWidget* parent)
     linked_->setCheckable(true);
     transpose_->setObjectName(QStringLiteral("TransposeSong"));
     transpose_->setFocusPolicy(Qt::StrongFocus);
-    connect(transpose_, &ControlSlider::Moved, this, [this](int semitones) {
-        mixer_.TransposeChange(semitones);
-        emit Changed();
-    });
-    connect(transpose_, &ControlSlider::ResetWanted, this, [this] {
-        mixer_.TransposeChange(0);
-        emit Changed();
-    });
+    LayOut();
+    Connect();
+}
+
+void MasterStrip::LayOut() {
     QFont bold = ScaledFont(font(), 0.95);
     bold.setBold(true);
     title_->setFont(bold);
@@ -68,6 +65,11 @@ MasterStrip::MasterStrip(mixer::Mixer& mixer, QWidget* parent)
     for (QWidget* part : std::initializer_list<QWidget*>{resetAll_, unmute_, soloed_, soloOff_}) {
         column->addWidget(part);
     }
+}
+
+void MasterStrip::Connect() {
+    connect(transpose_, &ControlSlider::Moved, this, &MasterStrip::Transpose);
+    connect(transpose_, &ControlSlider::ResetWanted, this, [this] { Transpose(0); });
     connect(volume_, &ControlSlider::Moved, this, [this](int value) {
         mixer_.TB_MasterVolChange(value);
         emit Changed();
@@ -78,18 +80,23 @@ MasterStrip::MasterStrip(mixer::Mixer& mixer, QWidget* parent)
         mixer_.SetMasterLinked(on);
         emit Changed();
     });
-    connect(resetAll_, &QAbstractButton::clicked, this, [this] {
-        mixer_.ResetAll();
+    ConnectButton(resetAll_, &mixer::Mixer::ResetAll);
+    ConnectButton(unmute_, &mixer::Mixer::ClearMutes);
+    ConnectButton(soloOff_, &mixer::Mixer::ClearSolos);
+}
+
+void MasterStrip::ConnectButton(QPushButton* button, void (mixer::Mixer::*action)()) {
+    connect(button, &QAbstractButton::clicked, this, [this, action] {
+        (mixer_.*action)();
         emit Changed();
     });
-    connect(unmute_, &QAbstractButton::clicked, this, [this] {
-        mixer_.ClearMutes();
-        emit Changed();
-    });
-    connect(soloOff_, &QAbstractButton::clicked, this, [this] {
-        mixer_.ClearSolos();
-        emit Changed();
-    });
+}
+
+void MasterStrip::Transpose(int semitones) {
+    if (!mixer_.TransposeChange(semitones)) {
+        emit Refused();
+    }
+    emit Changed();
 }
 
 QPushButton* MasterStrip::NewButton(const char* objectName) {

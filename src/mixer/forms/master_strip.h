@@ -32,12 +32,18 @@ public:
 signals:
     /// Something has changed that the channels' strips show.
     void Changed();
+    /// The song cannot be changed now, since a port hangs.
+    void Refused();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QPushButton* NewButton(const char* objectName);
+    void LayOut();
+    void Connect();
+    void ConnectButton(QPushButton* button, void (mixer::Mixer::*action)());
+    void Transpose(int semitones);
 
     mixer::Mixer& mixer_;
     Language language_ = Language::English;

@@ -5,11 +5,11 @@
 namespace tracksmith::forms {
 
 QColor MuteColour(const QPalette& palette) {
-    return QColor(IsDark(palette) ? 0xE5534B : 0xC2332B);
+    return {IsDark(palette) ? 0xE5534BU : 0xC2332BU};
 }
 
 QColor SoloColour(const QPalette& palette) {
-    return QColor(IsDark(palette) ? 0xE6B450 : 0x8A5A00);
+    return {IsDark(palette) ? 0xE6B450U : 0x8A5A00U};
 }
 
 QColor TextOn(const QColor& ground) {

@@ -44,6 +44,7 @@ StripsView::StripsView(mixer::Mixer& mixer, QWidget* parent)
     all->addWidget(area_, 1);
     all->addWidget(master_);
     connect(master_, &MasterStrip::Changed, this, &StripsView::TakeChange);
+    connect(master_, &MasterStrip::Refused, this, &StripsView::Refused);
     flush_.setInterval(kFlushMs);
     flush_.setTimerType(Qt::PreciseTimer);
     connect(&flush_, &QTimer::timeout, this, [this] {
@@ -68,6 +69,7 @@ void StripsView::Connect(ChannelStrip& strip) {
     connect(&strip, &ChannelStrip::MenuWanted, this, &StripsView::ShowMenu);
     connect(&strip, &ChannelStrip::HollowMoved, this, &StripsView::OfferInserting);
     connect(&strip, &ChannelStrip::Changed, this, &StripsView::TakeChange);
+    connect(&strip, &ChannelStrip::Refused, this, &StripsView::Refused);
 }
 
 // Ctrl+1 to Ctrl+9, and Ctrl+0 for channel 10.

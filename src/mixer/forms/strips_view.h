@@ -50,6 +50,8 @@ signals:
     /// The channel (0-15) to be brought out in the overview, -1 for none.
     void ChannelChosen(int channel);
     void InsertWanted(int channel, mixer::Control control);
+    /// The song cannot be changed now, since a port hangs.
+    void Refused();
 
 private:
     void Connect(ChannelStrip& strip);

@@ -30,13 +30,13 @@ using health::Rule;
 using health::Severity;
 
 enum Column {
-    kSeverityColumn,
-    kFindingColumn,
-    kChannelColumn,
-    kPositionColumn,
-    kCountColumn,
-    kRepairColumn,
-    kColumns
+    SeverityColumn,
+    FindingColumn,
+    ChannelColumn,
+    PositionColumn,
+    CountColumn,
+    RepairColumn,
+    Columns
 };
 
 QPushButton* NewButton(const char* objectName, const QString& text) {
@@ -56,11 +56,11 @@ QLabel* NewTextBlock(const char* objectName) {
 } // namespace
 
 HealthForm::HealthForm(SessionSignals& session, HealthActions actions, const QString& fileName,
-                       const QString& instrument, Language language, QWidget* parent)
+                       QString instrument, Language language, QWidget* parent)
     : QDialog(parent),
       session_(session),
       actions_(std::move(actions)),
-      instrument_(instrument),
+      instrument_(std::move(instrument)),
       language_(language) {
     setObjectName(QStringLiteral("Dlg_Health"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -113,7 +113,7 @@ void HealthForm::BuildHeader(QVBoxLayout& column, const QString& fileName) {
 }
 
 void HealthForm::BuildTable() {
-    table_ = new QTableWidget(0, kColumns, this);
+    table_ = new QTableWidget(0, Columns, this);
     table_->setObjectName(QStringLiteral("Table_Findings"));
     table_->setAccessibleName(Say(health_texts::kFindings));
     table_->setHorizontalHeaderLabels({Say(health_texts::kSeverity), Say(health_texts::kFinding),
@@ -128,7 +128,7 @@ void HealthForm::BuildTable() {
     table_->setAlternatingRowColors(true);
     table_->setTabKeyNavigation(false);
     table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    table_->horizontalHeader()->setSectionResizeMode(kFindingColumn, QHeaderView::Stretch);
+    table_->horizontalHeader()->setSectionResizeMode(FindingColumn, QHeaderView::Stretch);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->installEventFilter(this);
     connect(table_, &QTableWidget::itemSelectionChanged, this, &HealthForm::ShowDetail);
@@ -238,24 +238,24 @@ void HealthForm::AddRow(std::size_t index) {
         table_->setItem(row, column, item);
         return item;
     };
-    put(kSeverityColumn, InLanguage(health::SeverityText(finding.severity), language_))
+    put(SeverityColumn, InLanguage(health::SeverityText(finding.severity), language_))
         ->setIcon(SeverityIcon(finding.severity, palette()));
-    put(kFindingColumn, ToQString(health::Title(finding, instrument_.toStdString(), language_)));
+    put(FindingColumn, ToQString(health::Title(finding, instrument_.toStdString(), language_)));
     auto* channel =
-        put(kChannelColumn, all ? Say(health_texts::kAll) : QString::number(finding.channel + 1));
+        put(ChannelColumn, all ? Say(health_texts::kAll) : QString::number(finding.channel + 1));
     channel->setTextAlignment(Qt::AlignCenter);
     if (!all) {
         channel->setBackground(ChannelColour(finding.channel, palette()));
         channel->setForeground(Qt::black);
     }
-    put(kPositionColumn,
+    put(PositionColumn,
         finding.ticks.empty()
             ? QStringLiteral("–")
             : ToQString(song::SongPositionToMTC(session_.Session().Song(), finding.ticks.front())));
-    put(kCountColumn, NumberText(finding.count, language_))
+    put(CountColumn, NumberText(finding.count, language_))
         ->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (!finding.repairable && finding.rule != Rule::LengthenedNotes) {
-        put(kRepairColumn, Say(health_texts::kNoRepair))->setForeground(DimText(palette()));
+        put(RepairColumn, Say(health_texts::kNoRepair))->setForeground(DimText(palette()));
         return;
     }
     const QString words = finding.rule == Rule::LengthenedNotes
@@ -264,14 +264,14 @@ void HealthForm::AddRow(std::size_t index) {
     QPushButton* button = NewButton("", words);
     button->setObjectName(QStringLiteral("Btn_Repair%1").arg(row));
     button->setAccessibleName(words + QStringLiteral(": ") +
-                              table_->item(row, kFindingColumn)->text() + QStringLiteral(", ") +
+                              table_->item(row, FindingColumn)->text() + QStringLiteral(", ") +
                               channel->text());
     button->setFocusPolicy(Qt::NoFocus);
     // The row is gone when this returns.
     connect(
         button, &QPushButton::clicked, this, [this, index] { RepairFinding(index); },
         Qt::QueuedConnection);
-    table_->setCellWidget(row, kRepairColumn, button);
+    table_->setCellWidget(row, RepairColumn, button);
 }
 
 const Finding* HealthForm::Chosen() const {

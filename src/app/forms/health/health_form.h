@@ -43,7 +43,7 @@ public:
     /// `session` must outlive the window; `instrument` is what the song is checked against, empty
     /// for none.
     HealthForm(SessionSignals& session, HealthActions actions, const QString& fileName,
-               const QString& instrument, Language language, QWidget* parent);
+               QString instrument, Language language, QWidget* parent);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -74,19 +74,19 @@ private:
     std::vector<std::size_t> shown_; // the findings in the table
     std::size_t place_ = 0;
     std::vector<QPushButton*> filters_;
-    QTableWidget* table_;
-    QLabel* title_;
-    QLabel* explanation_;
-    QLabel* change_;
-    QLabel* placeText_;
-    QLabel* safe_;
-    QPushButton* repair_;
-    QPushButton* goThere_;
-    QPushButton* previous_;
-    QPushButton* next_;
-    QPushButton* takeBack_;
-    QPushButton* repairAll_;
-    QPushButton* noteReport_;
+    QTableWidget* table_ = nullptr;
+    QLabel* title_ = nullptr;
+    QLabel* explanation_ = nullptr;
+    QLabel* change_ = nullptr;
+    QLabel* placeText_ = nullptr;
+    QLabel* safe_ = nullptr;
+    QPushButton* repair_ = nullptr;
+    QPushButton* goThere_ = nullptr;
+    QPushButton* previous_ = nullptr;
+    QPushButton* next_ = nullptr;
+    QPushButton* takeBack_ = nullptr;
+    QPushButton* repairAll_ = nullptr;
+    QPushButton* noteReport_ = nullptr;
 };
 
 } // namespace tracksmith::forms

@@ -45,7 +45,7 @@ QColor SeverityColour(Severity severity, const QPalette& palette) {
     constexpr std::array<Pair, 3> kColours{
         {{0xFFF0827B, 0xFFB3261E}, {0xFFE6B450, 0xFF8A5A00}, {0xFF7DB7EA, 0xFF1F5F99}}};
     const Pair& pair = kColours.at(static_cast<std::size_t>(severity));
-    return QColor(IsDark(palette) ? pair.dark : pair.light);
+    return {IsDark(palette) ? pair.dark : pair.light};
 }
 
 QIcon SeverityIcon(Severity severity, const QPalette& palette) {
@@ -67,7 +67,7 @@ QIcon SeverityIcon(Severity severity, const QPalette& palette) {
     const double down = severity == Severity::Warning ? size * 0.12 : 0;
     painter.drawText(QRectF(0, down, size, size), Qt::AlignCenter,
                      QString::fromUtf8(kSigns.at(static_cast<std::size_t>(severity))));
-    return QIcon(image);
+    return {image};
 }
 
 } // namespace tracksmith::forms

@@ -128,6 +128,7 @@ void SongView::Connect() {
     connect(strips_, &StripsView::ChannelChosen, overview_, &OverviewWidget::SetChannel);
     connect(strips_, &StripsView::VoicePressed, this, &SongView::VoicePressed);
     connect(strips_, &StripsView::InsertWanted, this, &SongView::InsertWanted);
+    connect(strips_, &StripsView::Refused, this, &SongView::Refused);
     connect(pages_, &QTabBar::currentChanged, this, &SongView::ShowPage);
     for (const ListPanel* list : {tempos_, timeSignatures_}) {
         connect(list, &ListPanel::PlaceChosen, &session_, &SessionSignals::MoveToTick);

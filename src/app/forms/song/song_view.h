@@ -70,6 +70,8 @@ signals:
     void VoicePressed(int channel);
     /// A controller is to be put in front of a channel's first note.
     void InsertWanted(int channel, mixer::Control control);
+    /// The song cannot be changed now, since a port hangs.
+    void Refused();
 
 private:
     QWidget* BuildSong();
