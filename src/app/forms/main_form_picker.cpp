@@ -84,7 +84,8 @@ void TMainForm::PickVoice(std::size_t channel) {
     }
     const instruments::VoiceNumbers numbers =
         task.changes.empty() ? task.inForce : task.changes.front().state.Numbers();
-    TPickerForm::Program program{.instrument = ToQString(instrument),
+    TPickerForm::Program program{.host = *pickerHost_,
+                                 .instrument = ToQString(instrument),
                                  .notes = NotesOf(song, channel),
                                  .store = store_,
                                  .places = places,
@@ -93,7 +94,7 @@ void TMainForm::PickVoice(std::size_t channel) {
                                  .kitNotes = ShippedDrumNotes().NotesOf(task.instrument, numbers)};
     auto* form = new TPickerForm(voices_.Tables(), std::move(task),
                                  std::make_unique<instruments::VoiceMemory>(store_, instrument),
-                                 *pickerHost_, std::move(program), language, this);
+                                 std::move(program), language, this);
     form->open();
 }
 

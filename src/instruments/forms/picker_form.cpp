@@ -63,12 +63,11 @@ QWidget* Framed(QAbstractScrollArea* list) {
 } // namespace
 
 TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::PickerTask task,
-                         std::unique_ptr<instruments::VoiceMemory> memory,
-                         instruments::PickerHost& host, Program program, Language language,
-                         QWidget* parent)
+                         std::unique_ptr<instruments::VoiceMemory> memory, Program program,
+                         Language language, QWidget* parent)
     : QDialog(parent),
       memory_(std::move(memory)),
-      picker_(tables, std::move(task), *memory_, host),
+      picker_(tables, std::move(task), *memory_, program.host),
       program_(std::move(program)),
       language_(language),
       search_(new QLineEdit),

@@ -33,8 +33,10 @@ class TPickerForm : public QDialog {
     Q_OBJECT
 
 public:
-    /// What the window asks of the program around it, besides what its picker asks of the host.
+    /// What the window asks of the program around it.
     struct Program {
+        /// What its picker asks.
+        instruments::PickerHost& host;
         /// Name of the instrument, and how many notes the channel has.
         QString instrument;
         std::int64_t notes = 0;
@@ -47,10 +49,10 @@ public:
         instruments::KitNotes kitNotes;
     };
 
-    /// `tables` and `host` must outlive the window.
+    /// `tables` and what `program` refers to must outlive the window.
     TPickerForm(const instruments::VoiceTables& tables, instruments::PickerTask task,
-                std::unique_ptr<instruments::VoiceMemory> memory, instruments::PickerHost& host,
-                Program program, Language language, QWidget* parent);
+                std::unique_ptr<instruments::VoiceMemory> memory, Program program,
+                Language language, QWidget* parent);
     ~TPickerForm() override;
 
     /// Where the song selects the voice: the picker's logic.
