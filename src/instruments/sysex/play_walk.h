@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <vector>
 
 #include "song/song.h"
@@ -62,7 +62,7 @@ public:
     }
 
     /// Finds the next event again after changes of the song.
-    void Refresh() { walk_.emplace(song_, Rest{&passed_}); }
+    void Refresh() { walk_ = std::make_unique<Walk>(song_, Rest{&passed_}); }
 
 private:
     // What was not passed yet of the tracks that count.
@@ -76,9 +76,11 @@ private:
         const std::vector<song::EventLink>* passed;
     };
 
+    using Walk = song::TrackWalk<song::TickOrder, Rest, song::Song>;
+
     song::Song& song_;
     std::vector<song::EventLink> passed_; // the last of each track, null for none
-    std::optional<song::TrackWalk<song::TickOrder, Rest, song::Song>> walk_;
+    std::unique_ptr<Walk> walk_;
 };
 
 } // namespace tracksmith::instruments
