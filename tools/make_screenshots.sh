@@ -1,7 +1,7 @@
 #!/bin/sh
 # Paints the pictures of the documents: the main window playing the demo song in both themes, the
-# list of instruments, what preparing the demo song did, picking a voice, and what is shown when a file is refused or
-# cannot be saved.
+# list of instruments, what preparing the demo song did, picking a voice, and what is shown when a
+# file is refused or cannot be saved.
 # usage: tools/make_screenshots.sh PROGRAM [FOLDER]
 # PROGRAM is the built tracksmith; no screen is needed. FOLDER takes the pictures instead of docs;
 # LANGUAGE_SHOWN=de makes German ones, QT_SCALE_FACTOR=1.5 larger ones.
