@@ -80,14 +80,14 @@ void MasterStrip::Connect() {
         mixer_.SetMasterLinked(on);
         emit Changed();
     });
-    ConnectButton(resetAll_, &mixer::Mixer::ResetAll);
-    ConnectButton(unmute_, &mixer::Mixer::ClearMutes);
-    ConnectButton(soloOff_, &mixer::Mixer::ClearSolos);
+    ConnectButton(resetAll_, [](mixer::Mixer& mixer) { mixer.ResetAll(); });
+    ConnectButton(unmute_, [](mixer::Mixer& mixer) { mixer.ClearMutes(); });
+    ConnectButton(soloOff_, [](mixer::Mixer& mixer) { mixer.ClearSolos(); });
 }
 
-void MasterStrip::ConnectButton(QPushButton* button, void (mixer::Mixer::*action)()) {
+void MasterStrip::ConnectButton(QPushButton* button, void (*action)(mixer::Mixer&)) {
     connect(button, &QAbstractButton::clicked, this, [this, action] {
-        (mixer_.*action)();
+        action(mixer_);
         emit Changed();
     });
 }

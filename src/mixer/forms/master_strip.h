@@ -42,7 +42,7 @@ private:
     QPushButton* NewButton(const char* objectName);
     void LayOut();
     void Connect();
-    void ConnectButton(QPushButton* button, void (mixer::Mixer::*action)());
+    void ConnectButton(QPushButton* button, void (*action)(mixer::Mixer&));
     void Transpose(int semitones);
 
     mixer::Mixer& mixer_;
