@@ -29,7 +29,7 @@ public:
     void Return(std::size_t index) { cables_.at(index)->SetPresent(true); }
     /// Lets the next opening or sending fail.
     void FailNext(std::size_t index, ResultCode code) { cables_.at(index)->FailNext(code); }
-    /// Lets every sending take longer.
+    /// Lets every sending take longer; a delay of 0 also ends those that wait.
     void SetDelay(std::size_t index, std::chrono::milliseconds delay) {
         cables_.at(index)->SetDelay(delay);
     }

@@ -1,37 +1,27 @@
 #include "midi/backends/loop/loop_cable.h"
 
-#include <thread>
 #include <utility>
 
 namespace tracksmith::midi::loop {
 
-ResultCode LoopCable::Begin(std::chrono::milliseconds& delay) {
-    const std::scoped_lock lock(mutex_);
-    delay = delay_;
-    if (!present_) {
-        return kNoDriver;
+ResultCode LoopCable::Record(std::span<const std::uint8_t> message) {
+    const auto time = std::chrono::steady_clock::now();
+    std::unique_lock lock(mutex_);
+    const ResultCode result =
+        present_ ? std::exchange(nextFailure_, kNoError) : ResultCode(kNoDriver);
+    noDelay_.wait_for(lock, delay_, [this] { return delay_.count() == 0; });
+    if (result == kNoError && recording_) {
+        sent_.push_back({{message.begin(), message.end()}, time});
     }
-    return std::exchange(nextFailure_, kNoError);
+    return result;
 }
 
 ResultCode LoopCable::Send(std::span<const std::uint8_t> message) {
-    const auto time = std::chrono::steady_clock::now();
-    std::chrono::milliseconds delay{0};
-    const ResultCode result = Begin(delay);
-    if (delay.count() > 0) {
-        std::this_thread::sleep_for(delay);
+    const ResultCode result = Record(message);
+    if (result == kNoError) {
+        Deliver(message);
     }
-    if (result != kNoError) {
-        return result;
-    }
-    {
-        const std::scoped_lock lock(mutex_);
-        if (recording_) {
-            sent_.push_back({{message.begin(), message.end()}, time});
-        }
-    }
-    Deliver(message);
-    return kNoError;
+    return result;
 }
 
 void LoopCable::Deliver(std::span<const std::uint8_t> message) {
@@ -77,6 +67,7 @@ ResultCode LoopCable::TakeFailure() {
 void LoopCable::SetDelay(std::chrono::milliseconds delay) {
     const std::scoped_lock lock(mutex_);
     delay_ = delay;
+    noDelay_.notify_all();
 }
 
 void LoopCable::SetRecording(bool recording) {

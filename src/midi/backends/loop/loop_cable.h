@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <mutex>
 #include <span>
@@ -36,6 +37,7 @@ public:
     void FailNext(ResultCode code);
     /// Takes the code that the next call shall fail with; kNoError when it shall not.
     ResultCode TakeFailure();
+    /// Lets every sending take longer; none ends those that wait.
     void SetDelay(std::chrono::milliseconds delay);
     void SetRecording(bool recording);
     std::vector<LoopMessage> TakeSent();
@@ -48,12 +50,14 @@ private:
         MessageReceiver call;
     };
 
-    ResultCode Begin(std::chrono::milliseconds& delay);
+    /// Takes a message in, after the delay, or says why not.
+    ResultCode Record(std::span<const std::uint8_t> message);
 
     mutable std::mutex mutex_;
     bool present_ = true;
     ResultCode nextFailure_ = kNoError;
     std::chrono::milliseconds delay_{0};
+    std::condition_variable noDelay_;
     bool recording_ = false;
     std::vector<LoopMessage> sent_;
     std::uint32_t volume_ = 0xFFFF;
