@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -35,6 +37,12 @@ enum class RootKey { None, CurrentUser };
 enum class DeleteScope {
     Value,       ///< only a value; a subkey of the same name stays
     ValueAndKey, ///< the value, and the subkey of that name with everything below it
+};
+
+/// What one text of a key becomes: another one, or nothing.
+struct TextChange {
+    std::string name;
+    std::optional<std::string> value;
 };
 
 /// Typed access to one key at a time of a hierarchical settings registry. Keys are separated by
@@ -103,6 +111,10 @@ public:
     void WriteInt(std::string_view name, std::int32_t value); ///< See WriteBool.
     void WriteStr(std::string_view name,
                   std::string_view value); ///< See WriteBool; valid UTF-8 only.
+
+    /// Stores and removes texts of the key opened for writing; as a file all of them in one step,
+    /// on Windows one after the other. Raises RegistryError like WriteStr.
+    void WriteStrs(std::span<const TextChange> changes);
 
     /// Removes the entry `name` of the key opened for writing. Returns whether there was one;
     /// raises RegistryError when it could not be removed.

@@ -276,6 +276,22 @@ void TMyRegistry::WriteStr(std::string_view name, std::string_view value) {
     OpenedForWriting().Set(name, std::string(value));
 }
 
+void TMyRegistry::WriteStrs(std::span<const TextChange> changes) {
+    OpenedKey& opened = OpenedForWriting();
+    Json keys = opened.content.keys;
+    Json& values = keys[opened.path];
+    for (const TextChange& change : changes) {
+        if (change.value) {
+            values[change.name] = *change.value;
+        } else {
+            values.erase(change.name);
+        }
+    }
+    if (keys != opened.content.keys) {
+        opened.Save(std::move(keys));
+    }
+}
+
 bool TMyRegistry::DeleteValue(std::string_view name, DeleteScope scope) {
     OpenedKey& opened = OpenedForWriting();
     Json keys = opened.content.keys;

@@ -197,6 +197,16 @@ void TMyRegistry::WriteStr(std::string_view name, std::string_view value) {
     WriteRaw(OpenedForWriting().handle.get(), name, REG_SZ, wide.c_str(), size);
 }
 
+void TMyRegistry::WriteStrs(std::span<const TextChange> changes) {
+    for (const TextChange& change : changes) {
+        if (change.value) {
+            WriteStr(change.name, *change.value);
+        } else {
+            DeleteValue(change.name);
+        }
+    }
+}
+
 bool TMyRegistry::DeleteValue(std::string_view name, DeleteScope scope) {
     const std::wstring wide = ToName(name);
     HKEY key = OpenedForWriting().handle.get();

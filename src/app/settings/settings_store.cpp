@@ -213,6 +213,32 @@ bool SettingsStore::DeleteFromUserRegistrySubdir(std::string_view subkey, std::s
     return Delete(SubkeyPath(subkey), name, DeleteScope::Value);
 }
 
+std::vector<std::string> SettingsStore::ReadTextsFromUserRegistrySubdir(
+    std::string_view subkey, std::span<const std::string> names) {
+    std::vector<std::string> texts(names.size());
+    WithKey(SubkeyPath(subkey), false, [&] {
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            try {
+                if (registry_.ValueExists(names[i])) {
+                    texts[i] = registry_.ReadStr(names[i]);
+                }
+            } catch (const std::exception&) {
+                texts[i].clear(); // no text: the others count all the same
+            }
+        }
+        return true;
+    });
+    return texts;
+}
+
+bool SettingsStore::WriteTextsToUserRegistrySubdir(std::string_view subkey,
+                                                   std::span<const TextChange> changes) {
+    return WithKey(SubkeyPath(subkey), true, [&] {
+        registry_.WriteStrs(changes);
+        return true;
+    });
+}
+
 bool SettingsStore::DeleteAllRegistry() {
     return Delete(std::string(kMakerKey), kProductEntry, DeleteScope::ValueAndKey);
 }

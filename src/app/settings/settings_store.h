@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -89,6 +90,14 @@ public:
     bool KeyInUserRegistrySubdir(std::string_view subkey, std::string_view name); ///< Likewise.
     bool DeleteFromUserRegistrySubdir(std::string_view subkey,
                                       std::string_view name); ///< Likewise.
+
+    /// The texts of these names of a subkey, empty for what ReadStrFromUserRegistrySubdir would
+    /// give its default for, with one access of the storage.
+    std::vector<std::string> ReadTextsFromUserRegistrySubdir(std::string_view subkey,
+                                                             std::span<const std::string> names);
+    /// Stores and removes texts of a subkey with one access, for lists of values.
+    bool WriteTextsToUserRegistrySubdir(std::string_view subkey,
+                                        std::span<const TextChange> changes);
 
     /// Removes all settings with all subkeys; true when none exist any more.
     bool DeleteAllRegistry();
