@@ -1,0 +1,16 @@
+set(SOURCES
+  bank_selects.cpp
+  bank_selects.h
+  revoice_entry.cpp
+  revoice_entry.h
+  revoice_song.cpp
+  revoice_song.h
+  revoicer_table.cpp
+  revoicer_table.h
+  suggest_voices.cpp
+  suggest_voices.h
+  texts.h
+  voice_meanings.cpp
+  voice_meanings.h
+  voice_words.cpp
+  voice_words.h)
