@@ -37,6 +37,7 @@ TEST_F(CheckTest, ExitCodesFollowTheWorstFinding) {
     EXPECT_NE(out_.find("hanging.mid: 1 error\n  Error     1  001.02.000  Note without end\n"),
               std::string::npos)
         << out_;
+    EXPECT_EQ(Run({"check", "--instrument", "no such", At("good.mid")}), 2);
     EXPECT_EQ(Run({"check", "--repair", At("good.mid")}), 2);
     EXPECT_EQ(Run({"check", "--out", At("o"), At("good.mid")}), 2);
     EXPECT_FALSE(Exists("o"));
@@ -58,6 +59,22 @@ TEST_F(CheckTest, RepairsIntoAnotherFolderAndReports) {
     EXPECT_EQ(Run({"check", "--strict", At("out")}), 0) << out_;
     EXPECT_EQ(Run({"check", "--repair", "--out", At("in"), At("in")}), 5); // would overwrite
     EXPECT_EQ(Get("in/sub/hanging.mid"), before);
+}
+
+TEST_F(CheckTest, LooksForVoicesThatTheInstrumentLacks) {
+    Put("song.mid", MidiFileBuilder()
+                        .Track(TrackBuilder()
+                                   .Short(0, 0xB0, 0, 99)
+                                   .Short(0, 0xB0, 32, 99)
+                                   .Program(0, 0, 5)
+                                   .Short(0, 0xB0, 7, 100)
+                                   .Note(0, 0, 60, 9)
+                                   .NoteOff(99, 0, 60)
+                                   .End())
+                        .Build());
+    EXPECT_EQ(Run({"check", At("song.mid")}), 0) << out_;
+    EXPECT_EQ(Run({"check", "--instrument", "Yamaha Genos", At("song.mid")}), 1);
+    EXPECT_TRUE(Shows("  1  001.01.000  Voice that Yamaha Genos does not have\n")) << out_;
 }
 
 TEST_F(CheckTest, SaysTheSameAsJson) {

@@ -43,6 +43,8 @@ protected:
 
     bool Says(const std::string& text) const { return log_.find(text) != std::string::npos; }
 
+    bool Shows(const std::string& text) const { return out_.find(text) != std::string::npos; }
+
     test::TemporaryFolder folder_;
     Language language_ = Language::English;
     bool terminal_ = false;

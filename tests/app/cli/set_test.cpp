@@ -55,6 +55,9 @@ INSTANTIATE_TEST_SUITE_P(
         SetCase{{"--channel", "3", "--voice", "Acoustic Bass"},
                 0,
                 "10 B2075A; 10 B20000; 10 B22000; 10 C220; 20 923C5A; 500 823C40; 500 B20728"},
+        SetCase{{"--channel", "3", "--voice", "flute"}, // not the pan flute
+                0,
+                "10 B2075A; 10 B20000; 10 B22000; 10 C249; 20 923C5A; 500 823C40; 500 B20728"},
         SetCase{{"--channel", "3", "--voice", "guitar"}, 2, "Several voices match guitar: "},
         SetCase{{"--channel", "3", "--voice", "no such voice"}, 2, "No voice matches"},
         SetCase{{"--channel", "4", "--volume", "9", "--insert"}, 1, "nothing on channel 4"},
