@@ -30,6 +30,8 @@ set(SOURCES
   refusal_texts.h
   refusal_words.cpp
   refusal_words.h
+  revoice.cpp
+  revoice.h
   save_song.cpp
   save_song.h
   song_description.cpp

@@ -116,6 +116,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddInfoCommand(app, context);
         AddCheckCommand(app, context);
         AddConvertCommand(app, context);
+        AddRevoiceCommand(app, context);
         AddSetCommand(app, context);
         AddRenderCommand(app, context);
         AddPlayCommand(app, context);

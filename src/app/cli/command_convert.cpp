@@ -4,6 +4,7 @@
 #include <ostream>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
@@ -13,10 +14,12 @@
 #include "app/cli/instrument_choice.h"
 #include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
+#include "app/cli/revoice_table_file.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 #include "app/cli/user_settings.h"
 #include "app/prepare_song.h"
+#include "app/revoice.h"
 #include "app/save_song.h"
 #include "instruments/instrument_settings.h"
 
@@ -41,6 +44,7 @@ struct ConvertArguments {
     bool split = false;
     bool inPlace = false;
     std::string leadIn;
+    std::string revoice;
     bool dryRun = false;
     bool json = false;
     ReadingOptions reading;
@@ -68,6 +72,13 @@ public:
                 return kUsage;
             }
             stored_ = StoredOptions();
+        }
+        if (!arguments_.revoice.empty()) {
+            auto entries = ReadRevoiceTable(context_, arguments_.revoice);
+            if (!entries) {
+                return kUnreadable;
+            }
+            revoicing_ = std::move(*entries);
         }
         NameTargets(inputs);
         batch_.SetUp([this](session::WorkOptions& options) { SetUp(options); });
@@ -115,6 +126,9 @@ private:
         if (!arguments_.leadIn.empty() && arguments_.instrument.empty()) {
             return &texts::kLeadInAlone;
         }
+        if (!arguments_.revoice.empty() && arguments_.instrument.empty()) {
+            return &texts::kRevoiceAlone;
+        }
         if (arguments_.withSettings && arguments_.instrument.empty()) {
             return &texts::kWithSettingsAlone;
         }
@@ -141,6 +155,7 @@ private:
             job.context.log << job.input.Name() << ": " << context_.Say(texts::kLeadIn) << "\n";
         }
         LogChanges(job.context, job.input, job.session.Work());
+        const bool stopped = Revoice(job);
         const std::span<const std::uint8_t> bytes =
             app::EncodeSong(job.session, Format(), job.host);
         if (arguments_.ToStandardOutput()) {
@@ -148,14 +163,31 @@ private:
                 job.context.out.write(reinterpret_cast<const char*>(bytes.data()),
                                       static_cast<std::streamsize>(bytes.size()));
             }
-            return kOk;
+            return stopped ? kFindings : kOk;
         }
         const Target& target = targets_[job.index];
         if (target.isInput) {
             job.host.ShowMessage(context_.Say(texts::kWouldOverwriteInput) + Shown(target.path));
             return kWriteFailed;
         }
-        return Store(job, target.path, bytes);
+        const int code = Store(job, target.path, bytes);
+        return code == kOk && stopped ? kFindings : code;
+    }
+
+    // True where a missing bank select has ended it early.
+    bool Revoice(SongJob& job) const {
+        if (arguments_.revoice.empty()) {
+            return false;
+        }
+        const auto plan = app::RevoiceSong(job.session, revoicing_, job.host);
+        if (!context_.quiet) {
+            job.context.log << job.input.Name() << ": "
+                            << texts::RevoicingCounts(context_.language, plan.changes.size(),
+                                                      plan.programChanges, plan.withoutBank,
+                                                      plan.sharingBank)
+                            << "\n";
+        }
+        return plan.missingLsb.has_value();
     }
 
     int Store(SongJob& job, const fs::path& target, std::span<const std::uint8_t> bytes) const {
@@ -196,6 +228,7 @@ private:
     SongBatch batch_;
     const instruments::Instrument* instrument_ = nullptr;
     instruments::SysexOptions stored_; // what the user has chosen for the instrument
+    std::vector<instruments::RevoiceEntry> revoicing_;
     std::vector<Target> targets_;
 };
 
@@ -227,6 +260,8 @@ void AddConvertCommand(CLI::App& app, CliContext& context) {
         ->check([](const std::string& value) {
             return value == "auto" ? std::string() : "--lead-in: auto";
         });
+    command->add_option("--revoice", arguments->revoice, context.Say(texts::kHelpConvertRevoice))
+        ->type_name("FILE");
     command->add_option("-j,--jobs", arguments->jobs, context.Say(texts::kHelpJobs))
         ->type_name("N")
         ->check(CLI::Range(1, kMostJobs));

@@ -17,6 +17,9 @@ void AddCheckCommand(CLI::App& app, CliContext& context);
 /// `convert`: saves songs in another format.
 void AddConvertCommand(CLI::App& app, CliContext& context);
 
+/// `revoice`: replaces voices by a table or by suggestions.
+void AddRevoiceCommand(CLI::App& app, CliContext& context);
+
 /// `set`: changes voice and controllers of a channel as the mixer's strips do.
 void AddSetCommand(CLI::App& app, CliContext& context);
 

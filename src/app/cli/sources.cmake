@@ -14,6 +14,7 @@ set(SOURCES
   command_instruments.cpp
   command_play.cpp
   command_ports.cpp
+  command_revoice.cpp
   command_set.cpp
   command_voices.cpp
   commands.h
@@ -43,6 +44,8 @@ set(SOURCES
   port_list.h
   reading_options.cpp
   reading_options.h
+  revoice_table_file.cpp
+  revoice_table_file.h
   song_input.cpp
   song_input.h
   terminal_line.cpp

@@ -66,6 +66,26 @@ std::string Summary(Language language, std::size_t total, std::size_t failed) {
     return text.str();
 }
 
+std::string RevoicingCounts(Language language, std::size_t changed, std::size_t all,
+                            std::size_t withoutBank, std::size_t sharingBank) {
+    const bool german = language == Language::German;
+    std::ostringstream text;
+    text << changed << (german ? " von " : " of ") << all
+         << (german ? " Programmwechseln ersetzt" : " program changes replaced");
+    if (withoutBank > 0) {
+        text << "; " << withoutBank << (german ? " ohne Bankwahl" : " without bank select");
+    }
+    if (sharingBank > 0) {
+        text << "; " << sharingBank
+             << (german ? " mit der Bankwahl eines früheren"
+                        : " with an earlier one's bank select");
+    }
+    if (withoutBank + sharingBank > 0) {
+        text << " (--add-banks)";
+    }
+    return text.str();
+}
+
 std::string FindingCounts(Language language, const std::array<std::int64_t, 3>& counts) {
     struct Words {
         Text one;

@@ -89,6 +89,35 @@ inline constexpr Text kRepairNeedsOut{De{"--repair und --out ORDNER gehören zus
 inline constexpr Text kHelpMinLength{
     De{"Kürzere Noten auf so viele Ticks verlängern; sonst wie eingestellt"},
     En{"Lengthen shorter notes to so many ticks; else as in the settings"}};
+inline constexpr Text kHelpRevoice{De{"Ersetzt Klänge nach einer Tabelle oder nach Vorschlägen"},
+                                   En{"Replaces voices by a table or by suggestions"}};
+inline constexpr Text kHelpRevoiceFor{De{"Instrument mit den neuen Klängen"},
+                                      En{"Instrument that has the new voices"}};
+inline constexpr Text kHelpRevoiceTable{
+    De{"Tabelle: neue Bank-MSB, LSB, Programm, Name, alte Bank-MSB, LSB, Programm, Name, mit "
+       "Tabulatoren"},
+    En{"Table: new bank MSB, LSB, program, name, old bank MSB, LSB, program, name, with tabs"}};
+inline constexpr Text kHelpSuggest{
+    De{"Zu jedem Klang den eigenen des Instruments nehmen, der ihm am nächsten kommt"},
+    En{"Take for each voice the instrument's own one that comes nearest"}};
+inline constexpr Text kHelpAddBanks{De{"Vorher jedem Programmwechsel eigene Bankwahlen geben"},
+                                    En{"Give every program change bank selects of its own first"}};
+inline constexpr Text kHelpRevoiceOut{De{"Ordner für die Ergebnisse"},
+                                      En{"Folder for the results"}};
+inline constexpr Text kHelpConvertRevoice{
+    De{"Danach Klänge nach dieser Tabelle ersetzen, siehe revoice"},
+    En{"Then replace voices by this table, see revoice"}};
+inline constexpr Text kRevoiceAlone{De{"--revoice braucht --instrument."},
+                                    En{"--revoice needs --instrument."}};
+inline constexpr Text kTableOrSuggest{De{"Entweder --table oder --suggest angeben."},
+                                      En{"Give either --table or --suggest."}};
+inline constexpr Text kNothingToSuggest{
+    De{"Zu diesem Instrument ist keine Klangliste bekannt; voices --import liest eine ein."},
+    En{"No voice list is known for this instrument; voices --import reads one."}};
+inline constexpr Text kTableUnreadable{De{"Die Tabelle kann nicht gelesen werden."},
+                                       En{"The table cannot be read."}};
+inline constexpr Text kNoRevoiceEntry{De{"Das ist kein Eintrag aus acht Feldern."},
+                                      En{"This is no entry of eight fields."}};
 inline constexpr Text kHelpSet{De{"Ändert Klang und Regler eines Kanals"},
                                En{"Changes voice and controllers of a channel"}};
 inline constexpr Text kHelpSetChannel{De{"Der Kanal"}, En{"The channel"}};
@@ -291,6 +320,10 @@ std::string FolderNotRead(Language language, const std::error_code& error);
 
 /// The line at the end of a batch.
 std::string Summary(Language language, std::size_t total, std::size_t failed);
+
+/// "5 of 12 program changes replaced; 3 have no bank select, 2 share one (--add-banks)".
+std::string RevoicingCounts(Language language, std::size_t changed, std::size_t all,
+                            std::size_t withoutBank, std::size_t sharingBank);
 
 /// "2 errors, 5 warnings, 4 hints" for the numbers of each severity, "nothing found" for none.
 std::string FindingCounts(Language language, const std::array<std::int64_t, 3>& counts);

@@ -20,7 +20,6 @@ constexpr double kCommonSet = -4;
 constexpr double kGoodVersion = 0.5;
 constexpr std::uint8_t kFirstEffect = 120;
 
-// Sets that were made to match others, not to sound best.
 constexpr auto kCommonFamilies =
     std::to_array<std::string_view>({"GM", "GM2", "GS", "XG", "Legacy", "CM-64", "GM/XG", "User"});
 // Marks of a voice that is played with more life; they say nothing of its kind.
@@ -49,6 +48,10 @@ void ForEachMeaning(std::string_view meaning, Add add) {
 
 } // namespace
 
+bool IsCommonSet(std::string_view family) {
+    return Contains(kCommonFamilies, family);
+}
+
 VoiceSuggester::VoiceSuggester(const VoiceTables& tables, InstrumentId instrument,
                                const LookupOptions& options) {
     const VoiceList list = VoicesOf(tables, instrument, options);
@@ -58,7 +61,7 @@ VoiceSuggester::VoiceSuggester(const VoiceTables& tables, InstrumentId instrumen
 }
 
 VoiceSuggester::Candidate VoiceSuggester::MakeCandidate(const Voice& voice) {
-    Candidate candidate{&voice, {}, Contains(kCommonFamilies, voice.family) ? kCommonSet : 0};
+    Candidate candidate{&voice, {}, IsCommonSet(voice.family) ? kCommonSet : 0};
     AddWords(candidate, voice.name, 1);
     AddWords(candidate, voice.category, kCategoryWeight);
     return candidate;

@@ -11,6 +11,10 @@
 
 namespace tracksmith::instruments {
 
+/// Whether a family of voices was made to match a common set (General MIDI, GM2, GS, XG) or an
+/// older model, rather than to sound best.
+bool IsCommonSet(std::string_view family);
+
 /// A voice of a song, by what is known of it without the instrument it was made for.
 struct WantedVoice {
     bool isKit = false;

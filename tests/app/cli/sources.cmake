@@ -10,6 +10,7 @@ set(SOURCES
   ports_test.cpp
   refused_files_test.cpp
   render_test.cpp
+  revoice_test.cpp
   set_test.cpp
   usage_test.cpp)
 set(LIBRARIES GTest::gtest_main nlohmann_json::nlohmann_json tracksmith_midi_backends_loop)
