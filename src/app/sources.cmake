@@ -32,6 +32,8 @@ set(SOURCES
   refusal_words.h
   revoice.cpp
   revoice.h
+  revoicer_desk.cpp
+  revoicer_desk.h
   save_song.cpp
   save_song.h
   song_description.cpp

@@ -18,6 +18,7 @@
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/notice_host.h"
 #include "app/forms/notices/status_line.h"
+#include "app/forms/revoicer/auto_revoicer_form.h"
 #include "app/forms/settings/key_guard.h"
 #include "app/forms/settings/qt_german.h"
 #include "app/forms/settings/song_options.h"
@@ -65,6 +66,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
 
 // The devices and the bar for notices, which the player uses, end before the session does.
 TMainForm::~TMainForm() {
+    delete revoicer_.data(); // lets the channels sound as the song says
     signals_.reset();
     asker_.reset();
     mixer_.reset();
@@ -244,6 +246,7 @@ void TMainForm::ApplyLanguage(Language language) {
     status_->Retranslate(language);
     ShowFileState();
     ShowHealthAnew();
+    ShowRevoicerAnew();
 }
 
 void TMainForm::ShowQtTexts(Language language) {

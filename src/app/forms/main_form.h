@@ -39,6 +39,8 @@ namespace tracksmith::forms {
 class DropHint;
 class EmptyPage;
 class HealthForm;
+class TAutoRevoicerForm;
+struct AutoRevoicerActions;
 struct InstrumentOutput;
 class NoticeBar;
 class NoticeHost;
@@ -117,6 +119,7 @@ public:
     void MMF_QuitClick();
     // Edit
     void MME_TakeBackClick();
+    void MME_AutoRevoicerClick();
     // Song
     void MMF_HealthClick();
     void MMF_NoteLengthClick();
@@ -197,6 +200,9 @@ private:
     void TellPortHangs();
     void CountFindings();
     void ShowHealthAnew();
+    AutoRevoicerActions RevoicerActions();
+    void ShowRevoicerAnew();
+    bool SaveToRevoicer(const instruments::VoiceReplacement& replacement);
     void TellNoteCheck();
     void OpenNoteReport();
     void TakeBackLengthening();
@@ -240,6 +246,7 @@ private:
     StatusLine* status_ = nullptr;
     DropHint* dropHint_ = nullptr;
     QPointer<HealthForm> health_;
+    QPointer<TAutoRevoicerForm> revoicer_;
 };
 
 } // namespace tracksmith::forms

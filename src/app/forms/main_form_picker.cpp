@@ -64,6 +64,9 @@ SongPickerHost::Window TMainForm::PickerWindow() {
                     static_cast<void>(mixer_->Btn_Solo00MouseDown(channel, false));
                     songView_->ShowMixer();
                 }
+            },
+            [this](const instruments::VoiceReplacement& replacement) {
+                return SaveToRevoicer(replacement);
             }};
 }
 

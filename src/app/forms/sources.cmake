@@ -9,6 +9,7 @@ set(SOURCES
   main_form_instrument.cpp
   main_form_picker.cpp
   main_form_play.cpp
+  main_form_revoicer.cpp
   texts.cpp
   texts.h
   health/health_form.cpp
@@ -65,6 +66,9 @@ set(SOURCES
   ports/routing_page.h
   ports/sound_settings.cpp
   ports/sound_settings.h
+  revoicer/auto_revoicer_form.cpp
+  revoicer/auto_revoicer_form.h
+  revoicer/texts.h
   settings/end_watch.cpp
   settings/end_watch.h
   settings/file_chooser.cpp

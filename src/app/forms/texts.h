@@ -64,6 +64,13 @@ inline constexpr Text kSaveFormat1{De{"Speichern als Format &1…"}, En{"Save as
 inline constexpr Text kQuit{De{"&Beenden"}, En{"&Quit"}};
 inline constexpr Text kClearRecent{De{"Liste &leeren"}, En{"&Clear List"}};
 inline constexpr Text kNoRecent{De{"Noch keine Dateien"}, En{"No files yet"}};
+inline constexpr Text kAutoRevoicer{De{"Auto-&Revoicer…"}, En{"Auto &Revoicer…"}};
+inline constexpr Text kRevoiced{De{"Ersetzte Programmwechsel: "}, En{"Program changes replaced: "}};
+inline constexpr Text kBanksAdded{De{"Programmwechsel mit neuer Bankwahl: "},
+                                  En{"Program changes with new bank selects: "}};
+inline constexpr Text kOpenRevoicerTable{De{"Tabelle einlesen"}, En{"Import Table"}};
+inline constexpr Text kSaveRevoicerTable{De{"Tabelle exportieren"}, En{"Export Table"}};
+inline constexpr Text kTableFiles{De{"Tabellen"}, En{"Tables"}};
 inline constexpr Text kHealth{De{"&Zustand…"}, En{"&Health…"}};
 inline constexpr Text kWhatChanged{De{"Was wurde &geändert…"}, En{"&What Changed…"}};
 inline constexpr Text kPlay{De{"&Abspielen"}, En{"&Play"}};

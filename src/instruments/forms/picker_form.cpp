@@ -364,14 +364,17 @@ void TPickerForm::AddPlaces() {
 void TPickerForm::AddFooter(QVBoxLayout& column) {
     auto* favourite = NewButton("Btn_Favourite", picker_texts::kAddFavourite);
     favourite->setToolTip(QStringLiteral("Ctrl+D"));
+    auto* revoicer = NewButton("Btn_SaveToRevoicer", picker_texts::kSaveToRevoicer);
     auto* accept = NewButton("Btn_OK", picker_texts::kAccept);
     auto* cancel = NewButton("Btn_Cancel", picker_texts::kCancel);
     accept->setDefault(true);
     connect(favourite, &QPushButton::clicked, this, &TPickerForm::ToggleFavourite);
+    connect(revoicer, &QPushButton::clicked, this, &TPickerForm::SaveToRevoicer);
     connect(accept, &QPushButton::clicked, this, &TPickerForm::accept);
     connect(cancel, &QPushButton::clicked, this, &TPickerForm::reject);
     auto* row = new QHBoxLayout;
     row->addWidget(favourite);
+    row->addWidget(revoicer);
     row->addStretch();
     row->addWidget(accept);
     row->addWidget(cancel);

@@ -86,6 +86,7 @@ private:
     void Search(const QString& words);
     void ChooseSound(int row);
     void ToggleFavourite();
+    void SaveToRevoicer();
     void SwitchOldNew();
     void StepTestNote();
     QString NameOfFamily(const instruments::FamilyRow& row) const;

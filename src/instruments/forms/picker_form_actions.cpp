@@ -187,6 +187,11 @@ void TPickerForm::ToggleFavourite() {
     }
 }
 
+void TPickerForm::SaveToRevoicer() {
+    hits_->setText(Say(picker_.Btn_SaveToRevoicerClick(language_) ? picker_texts::kInRevoicer
+                                                                  : picker_texts::kNotInRevoicer));
+}
+
 void TPickerForm::SwitchOldNew() {
     if (picker_.HearsOldVoice()) {
         picker_.Btn_NewVoiceClick();

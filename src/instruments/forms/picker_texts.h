@@ -54,6 +54,12 @@ inline constexpr Text kAtStart{De{"am Anfang"}, En{"at the start"}};
 inline constexpr Text kAddFavourite{De{"&Favorit"}, En{"&Favourite"}};
 inline constexpr Text kNotStored{De{"Der Favorit konnte nicht gespeichert werden."},
                                  En{"The favourite could not be stored."}};
+inline constexpr Text kSaveToRevoicer{De{"In den Auto-Revo&icer"}, En{"Save to Auto &Revoicer"}};
+inline constexpr Text kInRevoicer{De{"Steht jetzt in der Tabelle des Auto-Revoicers."},
+                                  En{"Stands in the auto revoicer's table now."}};
+inline constexpr Text kNotInRevoicer{
+    De{"Die Tabelle des Auto-Revoicers konnte nicht gespeichert werden."},
+    En{"The auto revoicer's table could not be stored."}};
 inline constexpr Text kAccept{De{"Ü&bernehmen"}, En{"A&ccept"}};
 inline constexpr Text kCancel{De{"Abb&rechen"}, En{"Cancel"}};
 

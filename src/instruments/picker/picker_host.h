@@ -3,10 +3,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 
 #include "instruments/voices/voice.h"
 
 namespace tracksmith::instruments {
+
+/// A voice in place of another one, with the names that people know them by.
+struct VoiceReplacement {
+    VoiceNumbers source;
+    std::string sourceName;
+    VoiceNumbers target;
+    std::string targetName;
+};
 
 /// What a picker asks of the program. Called on the picker's thread.
 class PickerHost {
@@ -25,6 +34,9 @@ public:
 
     /// The other channels are silent while it is on.
     virtual void SetSolo(std::size_t channel, bool on) = 0;
+
+    /// Puts the replacement into the auto revoicer's table; false when it could not be stored.
+    virtual bool SaveToRevoicer(const VoiceReplacement& replacement) = 0;
 
     /// Writes the voice into the song at these of its places (see WriteVoice), and shows its name.
     virtual void WriteVoice(std::size_t channel, std::span<const std::size_t> changes,

@@ -155,6 +155,11 @@ void VoicePicker::Leave() {
     }
 }
 
+bool VoicePicker::Btn_SaveToRevoicerClick(Language language) {
+    return host_.SaveToRevoicer(
+        {inForce_, OldVoice(language).name, selected_.numbers, NewVoice(language).name});
+}
+
 void VoicePicker::Btn_OKClick() {
     EndNote();
     voiceChanged_ = selected_.numbers != inForce_;

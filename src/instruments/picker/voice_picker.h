@@ -101,6 +101,8 @@ public:
     void ChooseChanges(std::span<const std::size_t> changes);
     std::span<const std::size_t> ChosenChanges() const { return chosen_; }
 
+    /// Stores the selected voice as the replacement of the one in force; false when that failed.
+    bool Btn_SaveToRevoicerClick(Language language);
     /// Writes the selected voice into the song and remembers it as used.
     void Btn_OKClick();
     /// Leaves the song unchanged; the voice in force is heard again.

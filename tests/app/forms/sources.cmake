@@ -13,6 +13,7 @@ set(SOURCES
   playing_test.cpp
   program_test.cpp
   recent_files_test.cpp
+  revoicer_form_test.cpp
   song_display_test.cpp)
 set(PROGRAM tracksmith)
 set(LIBRARIES GTest::gtest Qt6::Test tracksmith_midi_backends_loop)

@@ -38,6 +38,10 @@ public:
         log += (on ? "on " : "off ") + std::to_string(note) + "; ";
     }
     void SetSolo(std::size_t, bool on) override { log += on ? "solo; " : "all; "; }
+    bool SaveToRevoicer(const VoiceReplacement& replacement) override {
+        log += replacement.sourceName + " -> " + replacement.targetName + "; ";
+        return true;
+    }
     void WriteVoice(std::size_t channel, std::span<const std::size_t> changes,
                     VoiceNumbers numbers) override {
         log += "channel " + std::to_string(channel) + " at";

@@ -14,6 +14,12 @@ constexpr auto kRows = std::to_array<CommandRow>({
      &TMainForm::MME_TakeBackClick,
      kWithTakeBack,
      {"Ctrl+Z", QKeySequence::Undo}},
+    kLine,
+    {"MME_AutoRevoicer",
+     texts::kAutoRevoicer,
+     &TMainForm::MME_AutoRevoicerClick,
+     kAlways,
+     {"Ctrl+Shift+R"}},
 });
 
 } // namespace

@@ -33,6 +33,8 @@ constexpr auto kKinds = std::to_array<KindSpec>({
      "sf2"},
     {texts::kImportVoicesTitle, texts::kExportVoicesTitle, texts::kVoiceFiles,
      " (*.midnam *.MIDNAM *.ins *.INS *.tsv *.TSV);;", "tsv"},
+    {texts::kOpenRevoicerTable, texts::kSaveRevoicerTable, texts::kTableFiles,
+     " (*.tsv *.TSV *.txt *.TXT);;", "tsv"},
 });
 
 const KindSpec& SpecOf(FileKind kind) {

@@ -9,7 +9,7 @@
 namespace tracksmith::forms {
 
 /// What a file is for: its filter and the dialog's title follow from it.
-enum class FileKind { Song, Soundfont, Voices };
+enum class FileKind { Song, Soundfont, Voices, RevoicerTable };
 
 /// Asks the user for a file. A seam: tests answer without a dialog.
 class FileChooser {

@@ -12,25 +12,26 @@ constexpr std::uint8_t kTestVelocity = 100;
 
 } // namespace
 
-// While stopped the port may not be open yet.
-void SongPickerHost::OpenPort(std::size_t channel) {
-    player::TMidiPlayer& player = session_.Controls().Player();
+bool TryVoice(session::Session& session, std::size_t channel,
+              const std::optional<instruments::VoiceNumbers>& numbers) {
+    player::TMidiPlayer& player = session.Controls().Player();
     const std::size_t port = player.Routes().Port(channel);
-    if (!player.Playing() && port < player.OutputPortCount()) {
+    if (numbers && !player.Playing() && port < player.OutputPortCount()) {
         static_cast<void>(player.OpenPort(port)); // tells why not itself
     }
+    return numbers ? player.TryVoice(
+                         channel, player::TrialVoice{numbers->msb, numbers->lsb, numbers->program})
+                   : player.TryVoice(channel, std::nullopt);
 }
 
 void SongPickerHost::TryVoice(std::size_t channel, instruments::VoiceNumbers numbers) {
-    OpenPort(channel);
-    if (!session_.Controls().Player().TryVoice(
-            channel, player::TrialVoice{numbers.msb, numbers.lsb, numbers.program})) {
+    if (!forms::TryVoice(session_, channel, numbers)) {
         window_.tell(texts::kPortBusy);
     }
 }
 
 void SongPickerHost::EndTrying(std::size_t channel) {
-    if (!session_.Controls().Player().TryVoice(channel, std::nullopt)) {
+    if (!forms::TryVoice(session_, channel, std::nullopt)) {
         window_.tell(texts::kPortBusy);
     }
 }
