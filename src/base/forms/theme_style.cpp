@@ -6,11 +6,31 @@
 
 namespace tracksmith::forms {
 
+namespace {
+
+// Fusion tells a pressed choice from others by its shade only, which is hard to see on dark ground.
+void MarkChosenButton(const QStyleOption& option, QPainter& painter) {
+    QColor accent = Accent(option.palette);
+    accent.setAlphaF(option.state.testFlag(QStyle::State_Enabled) ? 1 : 0.4F);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(accent, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), 2, 2);
+    painter.restore();
+}
+
+} // namespace
+
 ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void ThemeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelButtonCommand && option->state.testFlag(State_On)) {
+        MarkChosenButton(*option, *painter);
+        return;
+    }
     const bool round = element == PE_IndicatorRadioButton;
     if (!round && element != PE_IndicatorCheckBox) {
         return;
