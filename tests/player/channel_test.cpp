@@ -41,15 +41,25 @@ TEST_F(ChannelTest, SoloSilencesTheOthers) {
 }
 
 TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
-    Load(
-        MillisecondFile()
-            .Track(TrackBuilder().Note(0, 0, 60, 64).NoteOff(500, 0, 60).Note(0, 0, 61, 64).End(99))
-            .Track(TrackBuilder().Note(0, 0, 64, 64).NoteOff(500, 0, 64).End()));
+    Load(MillisecondFile()
+             .Track(TrackBuilder()
+                        .Note(0, 0, 60, 64)
+                        .Note(0, 0, 62, 64)
+                        .NoteOff(50, 0, 62)
+                        .NoteOff(450, 0, 60)
+                        .Note(0, 0, 61, 64)
+                        .Short(0, 0xB0, 7, 99)
+                        .Note(200, 0, 63, 64)
+                        .End(99))
+             .Track(TrackBuilder().Note(0, 0, 64, 64).NoteOff(500, 0, 64).End()));
     Play();
     Run(100);
     EXPECT_TRUE(player->SetTrackMuted(0, true));
     Run(500);
-    EXPECT_EQ(Log(), "0 903C40; 0 904040; 100 803C40; 500 804040");
+    EXPECT_TRUE(player->SetTrackMuted(0, false));
+    Run(200);
+    EXPECT_EQ(Log(), "0 903C40; 0 903E40; 0 904040; 50 803E40; 100 803C40; 500 804040; "
+                     "700 B00763; 700 903F40");
 }
 
 // Set behind the player's back, the flag still lets notes end.
