@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "song/song_length.h"
 #include "song/time_map.h"
 
 namespace tracksmith::song {
@@ -12,8 +13,6 @@ namespace {
 constexpr std::size_t kSplitTracks = 17;
 constexpr std::size_t kMetaTrackOfSplit = 1;
 constexpr std::size_t kSysexTrackOfSplit = 10;
-constexpr std::uint32_t kShortestSong = 999;
-constexpr std::uint32_t kRoomBehindLastEvent = 10;
 
 // Orders a chain whose tail continues from an earlier tick, keeping the order of equal ticks.
 void SortByTick(Track& track) {

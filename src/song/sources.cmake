@@ -58,6 +58,8 @@ set(SOURCES
   song.h
   song_builder.cpp
   song_builder.h
+  song_length.cpp
+  song_length.h
   song_position.cpp
   song_position.h
   song_snapshot.cpp
