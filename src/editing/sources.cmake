@@ -1,0 +1,5 @@
+set(SOURCES
+  texts.cpp
+  texts.h
+  undo.cpp
+  undo.h)

@@ -1,0 +1,212 @@
+#include "editing/undo.h"
+
+#include <new>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "base/errors.h"
+#include "base/memory_budget.h"
+
+#include "editing/texts.h"
+#include "mixer/transposition.h"
+#include "song/event_chain.h"
+#include "song/song_length.h"
+
+namespace tracksmith::editing {
+namespace {
+
+constexpr session::ChangeKind kUndoChange{.name = texts::kUndo, .takeBack = true};
+
+// The commands keep a copy of their own, so the session keeps none.
+session::ChangeKind KindOf(UndoTool tool) {
+    switch (tool) {
+        case UndoTool::CopyRange:
+            return {.name = Text{De{"Bereich kopieren"}, En{"Copy Range"}}};
+        case UndoTool::DeleteRange:
+            return {.name = Text{De{"Bereich löschen"}, En{"Delete Range"}}};
+        case UndoTool::TransposeRange:
+            return {.name = Text{De{"Bereich transponieren"}, En{"Transpose Range"}}};
+        case UndoTool::FadeOut:
+            return {.name = Text{Both{"Fade-Out"}}};
+        default:
+            return {.name = Text{De{"Aufnahme"}, En{"Recording"}}};
+    }
+}
+
+song::EventLink CopyOf(const song::MidiEvent& event, song::EventPool& pool) {
+    const song::EventLink copy =
+        song::NewShortEvent(pool, event.tick, event.status, event.data1, event.data2);
+    copy->length = event.length;
+    copy->kind = event.kind;
+    copy->metaType = event.metaType;
+    copy->origData1 = event.origData1;
+    copy->origData2 = event.origData2;
+    copy->data = pool.NewData(event.data.Bytes());
+    return copy;
+}
+
+// A track of `target` with copies of the events of `source`.
+void AppendTrack(const song::Track& source, song::Song& target) {
+    song::Track track = source;
+    song::InitTrack(target, track);
+    track.trackSetting = source.trackSetting;
+    track.trackFlags = source.trackFlags;
+    track.trackMark = source.trackMark;
+    track.ignored = source.ignored;
+    track.channel = source.channel;
+    track.name = source.name;
+    for (song::ConstEventLink event = source.first->next; event; event = event->next) {
+        song::AppendEvent(track, CopyOf(*event, target.pool));
+    }
+    track.cursor = track.first;
+    target.tracks.push_back(std::move(track));
+    target.keySignatures.emplace_back();
+    target.trackCount = static_cast<std::int32_t>(target.tracks.size());
+}
+
+} // namespace
+
+Undo::Undo(session::Session& session) : session_(session) {
+    session_.AddListener(*this);
+}
+
+Undo::~Undo() {
+    session_.RemoveListener(*this);
+}
+
+std::string Undo::Caption(Language language) const {
+    switch (tag_) {
+        case UndoTool::CopyRange:
+            return std::string(texts::kUndoCopyRange.In(language));
+        case UndoTool::DeleteRange:
+            return std::string(texts::kUndoDeleteRange.In(language));
+        case UndoTool::FadeOut:
+            return std::string(texts::kUndoFadeOut.In(language));
+        case UndoTool::TransposeRange:
+            return std::string(texts::kUndoTransposeRange.In(language));
+        case UndoTool::Recording:
+            return std::string(texts::kUndoRecording.In(language)) + std::to_string(channel_ + 1);
+        default:
+            return std::string(texts::kUndo.In(language));
+    }
+}
+
+bool Undo::Run(UndoTool tool, MessageHost& host, const session::Session::Edit& edit,
+               std::size_t channel) {
+    return session_.Change(KindOf(tool), host, [&](session::Workspace& work) {
+        BackupMidiData(work, host);
+        bool changed = false;
+        try {
+            changed = edit(work);
+        } catch (const std::bad_alloc&) {
+            PutBack(pending_, work.song);
+            ClearBackupMidiData();
+            RaiseMidiError(host, texts::kNoMemory);
+        } catch (...) {
+            PutBack(pending_, work.song);
+            ClearBackupMidiData();
+            throw;
+        }
+        if (changed) {
+            Arm(tool, channel);
+        } else {
+            ClearBackupMidiData();
+        }
+        return changed;
+    });
+}
+
+void Undo::BackupMidiData(const session::Workspace& workspace, MessageHost& host) {
+    ClearBackupMidiData();
+    const std::uint64_t song = workspace.song.pool.UsedBytes();
+    const std::uint64_t former = armed_.song.Valid() ? armed_.song.Bytes() : 0;
+    try {
+        if (2 * song + former > SongMemoryBudget()) {
+            throw std::bad_alloc();
+        }
+        pending_.song.Take(workspace.song);
+        pending_.tracks = workspace.song.tracks.size();
+    } catch (const std::bad_alloc&) {
+        pending_ = {};
+        RaiseMidiError(host, texts::kNoMemory);
+    }
+}
+
+void Undo::Arm(UndoTool tool, std::size_t channel) {
+    std::swap(armed_, pending_);
+    pending_.song.Drop();
+    tag_ = tool;
+    channel_ = channel;
+}
+
+bool Undo::MME_UndoClick(MessageHost& host) {
+    if (!Enabled()) {
+        return false;
+    }
+    if (session_.HasPlayer() && session_.Controls().Playing() && !session_.Controls().Stop()) {
+        return false; // a driver hangs; the transport has told it
+    }
+    const Language language = host.CurrentLanguage();
+    std::string command = Caption(language);
+    constexpr std::string_view kSeparator = " - ";
+    if (const auto place = command.find(kSeparator); place != std::string::npos) {
+        command.erase(0, place + kSeparator.size());
+    }
+    if (!host.AskYesNo(texts::UndoQuestion(language, command))) {
+        return false;
+    }
+    if (!armed_.song.Valid()) {
+        host.ShowMessage(texts::kNoSnapshot.In(language));
+        return false;
+    }
+    return PutBackAsChange(host);
+}
+
+bool Undo::PutBackAsChange(MessageHost& host) {
+    try {
+        session_.Change(kUndoChange, host, [&](session::Workspace& work) {
+            PutBack(armed_, work.song);
+            // The pitches are those of the file; whoever transposes does so anew.
+            mixer::WritePitches(work.song, {});
+            Disarm();
+            return true;
+        });
+    } catch (const std::bad_alloc&) {
+        RaiseMidiError(host, texts::kNoMemory);
+    }
+    if (session_.HasPlayer() && session_.Controls().Tick() >= session_.Song().songLength) {
+        session_.Controls().MoveToStart();
+    }
+    return true;
+}
+
+// What is kept are the tracks of that time; those that came later keep their events.
+void Undo::PutBack(const Copy& copy, song::Song& song) {
+    song::Song later;
+    for (std::size_t index = copy.tracks; index < song.tracks.size(); ++index) {
+        AppendTrack(song.tracks[index], later);
+    }
+    copy.song.Restore(song);
+    for (const song::Track& track : later.tracks) {
+        AppendTrack(track, song);
+    }
+    if (!later.tracks.empty()) {
+        song::RenewSongLength(song);
+    }
+}
+
+void Undo::OnSongChanged(const session::ChangeKind& kind) {
+    if (kind.replaces) {
+        Disarm();
+    }
+}
+
+// The buffers stay for the next command.
+void Undo::Disarm() {
+    armed_.song.Drop();
+    tag_ = UndoTool::None;
+    channel_ = 0;
+}
+
+} // namespace tracksmith::editing

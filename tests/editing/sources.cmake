@@ -1,0 +1,1 @@
+set(SOURCES ../support/failing_allocation.cpp undo_test.cpp)
