@@ -1,5 +1,28 @@
 set(SOURCES
+  chord_names.cpp
+  chord_names.h
+  copy_range.cpp
+  delete_range.cpp
+  event_copy.cpp
+  event_copy.h
+  music_state.cpp
+  music_state.h
+  note_scan.cpp
+  note_scan.h
+  range_edits.h
+  range_figures.cpp
+  range_figures.h
+  range_position.cpp
+  range_position.h
+  range_tools.cpp
+  range_tools.h
+  seam_notes.cpp
+  seam_notes.h
+  seam_state.cpp
+  seam_state.h
   texts.cpp
   texts.h
+  transpose_range.cpp
+  transpose_range.h
   undo.cpp
   undo.h)

@@ -8,6 +8,7 @@
 #include "base/errors.h"
 #include "base/memory_budget.h"
 
+#include "editing/event_copy.h"
 #include "editing/texts.h"
 #include "mixer/transposition.h"
 #include "song/event_chain.h"
@@ -34,18 +35,6 @@ session::ChangeKind KindOf(UndoTool tool) {
     }
 }
 
-song::EventLink CopyOf(const song::MidiEvent& event, song::EventPool& pool) {
-    const song::EventLink copy =
-        song::NewShortEvent(pool, event.tick, event.status, event.data1, event.data2);
-    copy->length = event.length;
-    copy->kind = event.kind;
-    copy->metaType = event.metaType;
-    copy->origData1 = event.origData1;
-    copy->origData2 = event.origData2;
-    copy->data = pool.NewData(event.data.Bytes());
-    return copy;
-}
-
 // A track of `target` with copies of the events of `source`.
 void AppendTrack(const song::Track& source, song::Song& target) {
     song::Track track = source;
@@ -57,7 +46,7 @@ void AppendTrack(const song::Track& source, song::Song& target) {
     track.channel = source.channel;
     track.name = source.name;
     for (song::ConstEventLink event = source.first->next; event; event = event->next) {
-        song::AppendEvent(track, CopyOf(*event, target.pool));
+        song::AppendEvent(track, CopyEvent(*event, target.pool));
     }
     track.cursor = track.first;
     target.tracks.push_back(std::move(track));
