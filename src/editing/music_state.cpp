@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <span>
+#include <utility>
 
 #include "player/state_messages.h"
 #include "song/mode_message.h"

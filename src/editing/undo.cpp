@@ -3,7 +3,6 @@
 #include <new>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "base/errors.h"
 #include "base/memory_budget.h"

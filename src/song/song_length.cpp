@@ -1,6 +1,8 @@
 #include "song/song_length.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 #include "song/event_walker.h"
 
