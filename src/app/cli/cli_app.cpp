@@ -118,6 +118,7 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddConvertCommand(app, context);
         AddRevoiceCommand(app, context);
         AddSetCommand(app, context);
+        AddRangeCommand(app, context);
         AddRenderCommand(app, context);
         AddPlayCommand(app, context);
         AddPortsCommand(app, context);

@@ -23,6 +23,9 @@ void AddRevoiceCommand(CLI::App& app, CliContext& context);
 /// `set`: changes voice and controllers of a channel as the mixer's strips do.
 void AddSetCommand(CLI::App& app, CliContext& context);
 
+/// `range`: cuts, copies and transposes a range of measures.
+void AddRangeCommand(CLI::App& app, CliContext& context);
+
 /// `render`: plays a song on the built-in instrument into an audio file.
 void AddRenderCommand(CLI::App& app, CliContext& context);
 

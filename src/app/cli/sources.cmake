@@ -14,6 +14,7 @@ set(SOURCES
   command_instruments.cpp
   command_play.cpp
   command_ports.cpp
+  command_range.cpp
   command_revoice.cpp
   command_set.cpp
   command_voices.cpp

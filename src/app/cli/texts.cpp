@@ -150,6 +150,31 @@ std::string NotOneInstrument(Language language, std::string_view name,
     return text.str();
 }
 
+std::string RangeDone(Language language, std::int64_t measures, std::int64_t notes) {
+    static constexpr Text kMeasures{De{"Takte: "}, En{"Measures: "}};
+    static constexpr Text kNotesWord{De{", Noten: "}, En{", notes: "}};
+    return std::string(kMeasures.In(language)) + std::to_string(measures) +
+           std::string(kNotesWord.In(language)) + std::to_string(notes);
+}
+
+std::string SeamsDone(Language language, std::int64_t ended, std::int64_t begun,
+                      std::int64_t carried) {
+    static constexpr Text kEnded{De{"An der Nahtstelle beendete Noten: "},
+                                 En{"At the seam notes end: "}};
+    static constexpr Text kBegun{De{", neu begonnene: "}, En{", begin again: "}};
+    static constexpr Text kCarried{De{", übernommene Einstellungen: "},
+                                   En{", settings carried over: "}};
+    return std::string(kEnded.In(language)) + std::to_string(ended) +
+           std::string(kBegun.In(language)) + std::to_string(begun) +
+           std::string(kCarried.In(language)) + std::to_string(carried);
+}
+
+std::string MessagesGone(Language language, std::int64_t messages) {
+    static constexpr Text kGone{De{"Mit dem Bereich entfernte Meldungen an Instrumente: "},
+                                En{"Messages to instruments that went with the range: "}};
+    return std::string(kGone.In(language)) + std::to_string(messages);
+}
+
 std::string NoSuchChannel(Language language, int channel) {
     static constexpr Text kNothing{De{"Der Song enthält nichts auf Kanal "},
                                    En{"The song has nothing on channel "}};

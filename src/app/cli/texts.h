@@ -130,6 +130,30 @@ inline constexpr Text kHelpSetTranspose{De{"Noten um so viele Halbtöne verschie
                                         En{"Move the notes by so many semitones"}};
 inline constexpr Text kHelpSetInsert{De{"Einsetzen, was der Song nicht enthält"},
                                      En{"Insert what the song does not have"}};
+inline constexpr Text kHelpRange{
+    De{"Schneidet, kopiert oder transponiert einen Bereich von Takten"},
+    En{"Cuts, copies or transposes a range of measures"}};
+inline constexpr Text kHelpRangeDelete{De{"Schneidet den Bereich heraus und schließt die Lücke"},
+                                       En{"Cuts the range out and closes the gap"}};
+inline constexpr Text kHelpRangeCopy{De{"Setzt eine Kopie des Bereichs an einer Stelle ein"},
+                                     En{"Inserts a copy of the range at a place"}};
+inline constexpr Text kHelpRangeTranspose{De{"Verschiebt die Noten des Bereichs"},
+                                          En{"Moves the notes of the range"}};
+inline constexpr Text kHelpDest{De{"Takt:Schlag, vor dem die Kopie eingesetzt wird"},
+                                En{"The measure:beat that the copy goes in front of"}};
+inline constexpr Text kHelpNoState{
+    De{"Ohne Klänge, Einstellungen und Tempo, die an der Quelle gelten"},
+    En{"Without the voices, settings and tempo in force at the source"}};
+inline constexpr Text kHelpOnlyChannel{
+    De{"Nur dieser Kanal; sonst alle mit Noten außer Schlagzeug"},
+    En{"Only this channel; else all that have notes and no drums"}};
+inline constexpr Text kHelpMegaVoices{
+    De{"Instrument, dessen MegaVoices ihre Effektnoten behalten: Name, Teil davon oder Nummer"},
+    En{"Instrument whose MegaVoices keep their effect notes: name, part of it or number"}};
+inline constexpr Text kHelpRangeJson{De{"Was getan wurde als JSON-Objekt"},
+                                     En{"What was done as a JSON object"}};
+inline constexpr Text kDrumsStay{De{"Kanal 10 spielt Schlagzeug und wird nicht transponiert."},
+                                 En{"Channel 10 plays drums and is not transposed."}};
 inline constexpr Text kHelpOutFile{De{"Die Datei für das Ergebnis"}, En{"The file for the result"}};
 inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
                                   En{"Plays a song on the built-in instrument into a WAV file"}};
@@ -340,6 +364,16 @@ std::string NotOnePort(Language language, bool input, std::string_view name, boo
 /// `name` means none of the instruments, or several of them, which `matches` names.
 std::string NotOneInstrument(Language language, std::string_view name,
                              std::span<const std::string> matches);
+
+/// How many measures a range has and how many of its notes were worked on.
+std::string RangeDone(Language language, std::int64_t measures, std::int64_t notes);
+
+/// What was done at the seams of a range: notes ended, begun again, settings carried over.
+std::string SeamsDone(Language language, std::int64_t ended, std::int64_t begun,
+                      std::int64_t carried);
+
+/// So many messages to instruments have gone with the range.
+std::string MessagesGone(Language language, std::int64_t messages);
 
 /// The song has nothing on the channel (from 1).
 std::string NoSuchChannel(Language language, int channel);

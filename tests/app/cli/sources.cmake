@@ -8,6 +8,7 @@ set(SOURCES
   play_test.cpp
   play_wishes_test.cpp
   ports_test.cpp
+  range_test.cpp
   refused_files_test.cpp
   render_test.cpp
   revoice_test.cpp

@@ -1,0 +1,280 @@
+#include <array>
+#include <functional>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/display_text.h"
+#include "base/errors.h"
+#include "base/system/file_io.h"
+
+#include "app/cli/commands.h"
+#include "app/cli/instrument_choice.h"
+#include "app/cli/output_names.h"
+#include "app/cli/reading_options.h"
+#include "app/cli/song_input.h"
+#include "app/cli/texts.h"
+#include "app/save_song.h"
+#include "editing/range_figures.h"
+#include "editing/range_tools.h"
+#include "instruments/voices/voice_lookup.h"
+#include "song/note_balance.h"
+
+namespace tracksmith::cli {
+namespace {
+
+using editing::RangeTool;
+
+struct RangeArguments {
+    RangeTool tool = RangeTool::Delete;
+    const char* name = "";
+    std::string file;
+    std::string from;
+    std::string to;
+    std::string destination;
+    std::string semitones;
+    std::optional<int> channel;
+    std::string instrument;
+    std::string out;
+    bool noState = false;
+    bool inPlace = false;
+    bool dryRun = false;
+    bool json = false;
+    ReadingOptions reading;
+};
+
+/// What a tool has done.
+struct Outcome {
+    editing::RangeFigures figures;
+    editing::SeamReport seams;
+    std::int64_t moved = 0;
+};
+
+/// One run of `range`.
+class RangeRun {
+public:
+    RangeRun(CliContext& context, const RangeArguments& arguments)
+        : context_(context), arguments_(arguments), batch_(context) {}
+
+    int Run() {
+        const std::vector<InputFile>& inputs = batch_.Expand({arguments_.file});
+        if (const int fault = CheckArguments(inputs); fault != kOk) {
+            return fault;
+        }
+        batch_.SetUp([this](session::WorkOptions& options) { arguments_.reading.SetUp(options); });
+        return batch_.Run([this](SongJob& job) { return Edit(job); });
+    }
+
+private:
+    int Complain(const Text& text) const {
+        context_.log << context_.Say(text) << "\n";
+        return kUsage;
+    }
+
+    int CheckArguments(const std::vector<InputFile>& inputs) {
+        if (inputs.size() > 1) {
+            return Complain(texts::kOneSong);
+        }
+        if (arguments_.inPlace == !arguments_.out.empty()) {
+            return Complain(arguments_.inPlace ? texts::kOutAndInPlace : texts::kNoOutputFile);
+        }
+        if (arguments_.channel == static_cast<int>(song::kDrumChannel) + 1) {
+            return Complain(texts::kDrumsStay);
+        }
+        if (!arguments_.inPlace && OutputNames({}, inputs).IsInput(PathOf(arguments_.out))) {
+            context_.log << context_.Say(texts::kWouldOverwriteInput) << DisplayPath(arguments_.out)
+                         << "\n";
+            return kWriteFailed;
+        }
+        if (!arguments_.instrument.empty()) {
+            instrument_ = ChooseInstrument(context_, arguments_.instrument);
+            return instrument_ == nullptr ? kUsage : kOk;
+        }
+        return kOk;
+    }
+
+    editing::RangeWish Wish() const {
+        return {arguments_.tool, editing::SplitPosition(arguments_.from),
+                editing::SplitPosition(arguments_.to),
+                editing::SplitPosition(arguments_.destination)};
+    }
+
+    int Edit(SongJob& job) const {
+        const editing::RangeReading reading =
+            editing::ReadRange(job.session.Song(), Wish(), context_.language);
+        if (!reading.fault.empty()) {
+            job.host.ShowMessage(reading.fault);
+            return kUsage;
+        }
+        Outcome outcome;
+        outcome.figures = editing::CountRange(job.session.Song(), reading.range);
+        try {
+            RunTool(job, outcome);
+        } catch (const EMidiError&) {
+            return kFindings; // the tool has said why it does not
+        }
+        return Store(job, outcome);
+    }
+
+    void RunTool(SongJob& job, Outcome& outcome) const {
+        editing::Undo undo(job.session);
+        editing::RangeTools tools(job.session, undo, job.host);
+        switch (arguments_.tool) {
+            case RangeTool::Delete:
+                outcome.seams = tools.Delete(Wish());
+                break;
+            case RangeTool::Copy:
+                outcome.seams = tools.Copy(Wish(), !arguments_.noState);
+                break;
+            case RangeTool::Transpose:
+                outcome.moved = tools.Transpose(Wish(), Transposing());
+        }
+    }
+
+    editing::RangeTools::Transposing Transposing() const {
+        editing::RangeTools::Transposing transposing;
+        transposing.semitones = arguments_.semitones;
+        if (arguments_.channel) {
+            transposing.channel = static_cast<std::size_t>(*arguments_.channel - 1);
+        }
+        if (instrument_ != nullptr) {
+            transposing.isMegaVoice = [this](const instruments::VoiceNumbers& numbers) {
+                const auto found =
+                    instruments::FindVoice(*context_.voices, instrument_->id, false, numbers);
+                return found.voice != nullptr &&
+                       std::string_view(found.voice->name).find("MegaVoice") !=
+                           std::string_view::npos;
+            };
+        }
+        return transposing;
+    }
+
+    int Store(SongJob& job, const Outcome& outcome) const {
+        const auto target = arguments_.inPlace ? job.input.path : PathOf(arguments_.out);
+        const auto bytes = app::EncodeSong(job.session, app::SaveFormat::AsSong, job.host);
+        if (!arguments_.dryRun) {
+            if (!arguments_.inPlace && !app::ConfirmOverwrite(target, job.host)) {
+                return kWriteFailed;
+            }
+            app::WriteMidiFile(target, bytes, job.host);
+        }
+        const std::string out = DisplayPath(system::PathText(target));
+        if (arguments_.json) {
+            WriteJson(job, outcome, out);
+        } else {
+            job.context.out << job.input.Name() << " -> " << out << "\n";
+            LogFigures(job, outcome);
+        }
+        return kOk;
+    }
+
+    void LogFigures(SongJob& job, const Outcome& outcome) const {
+        if (context_.quiet) {
+            return;
+        }
+        const Language language = context_.language;
+        job.context.log << texts::RangeDone(language, outcome.figures.measures,
+                                            arguments_.tool == RangeTool::Transpose
+                                                ? outcome.moved
+                                                : outcome.figures.notes)
+                        << "\n";
+        if (arguments_.tool != RangeTool::Transpose) {
+            job.context.log << texts::SeamsDone(language, outcome.seams.closed,
+                                                outcome.seams.begunAgain, outcome.seams.carried)
+                            << "\n";
+        }
+        if (!outcome.seams.balance.Balanced()) {
+            job.context.log << song::BalanceText(job.session.Song(), outcome.seams.balance,
+                                                 language);
+        }
+        const std::int64_t messages =
+            outcome.figures.drumMessages + outcome.figures.instrumentMessages;
+        if (arguments_.tool == RangeTool::Delete && messages > 0) {
+            job.context.log << texts::MessagesGone(language, messages) << "\n";
+        }
+    }
+
+    void WriteJson(SongJob& job, const Outcome& outcome, const std::string& out) const {
+        const nlohmann::ordered_json object{
+            {"schema", 1},
+            {"file", job.input.Name()},
+            {"out", out},
+            {"tool", arguments_.name},
+            {"measures", outcome.figures.measures},
+            {"lengthMs", outcome.figures.lengthMs},
+            {"notes", outcome.figures.notes},
+            {"moved", outcome.moved},
+            {"drumMessages", outcome.figures.drumMessages},
+            {"instrumentMessages", outcome.figures.instrumentMessages},
+            {"notesEnded", outcome.seams.closed},
+            {"notesBegunAgain", outcome.seams.begunAgain},
+            {"settingsCarried", outcome.seams.carried},
+            {"songLength", job.session.Song().songLength}};
+        job.context.out << object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace)
+                        << "\n";
+    }
+
+    CliContext& context_;
+    const RangeArguments& arguments_;
+    SongBatch batch_;
+    const instruments::Instrument* instrument_ = nullptr;
+};
+
+void AddPosition(CLI::App& command, const char* name, std::string& value, const std::string& help) {
+    command.add_option(name, value, help)->type_name("M:B")->required();
+}
+
+void AddTool(CLI::App& range, CliContext& context, RangeTool tool, const char* name,
+             const Text& help) {
+    const auto arguments = std::make_shared<RangeArguments>();
+    arguments->tool = tool;
+    arguments->name = name;
+    CLI::App* command = range.add_subcommand(name, context.Say(help));
+    command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
+    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
+        ->required()
+        ->type_name("");
+    AddPosition(*command, "--from", arguments->from, context.Say(texts::kHelpFrom));
+    AddPosition(*command, "--to", arguments->to, context.Say(texts::kHelpTo));
+    if (tool == RangeTool::Copy) {
+        AddPosition(*command, "--dest", arguments->destination, context.Say(texts::kHelpDest));
+        command->add_flag("--no-state", arguments->noState, context.Say(texts::kHelpNoState));
+    } else if (tool == RangeTool::Transpose) {
+        command
+            ->add_option("--semitones", arguments->semitones, context.Say(texts::kHelpSetTranspose))
+            ->type_name("N")
+            ->required();
+        command
+            ->add_option("-c,--channel", arguments->channel, context.Say(texts::kHelpOnlyChannel))
+            ->type_name("1-16")
+            ->check(CLI::Range(1, 16));
+        command
+            ->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpMegaVoices))
+            ->type_name("NAME");
+    }
+    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutFile))
+        ->type_name("FILE");
+    command->add_flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
+    command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    command->add_flag("--json", arguments->json, context.Say(texts::kHelpRangeJson));
+    arguments->reading.AddTo(*command, context);
+    command->callback([&context, arguments] {
+        context.run = [&context, arguments] { return RangeRun(context, *arguments).Run(); };
+    });
+}
+
+} // namespace
+
+void AddRangeCommand(CLI::App& app, CliContext& context) {
+    CLI::App* range = app.add_subcommand("range", context.Say(texts::kHelpRange));
+    range->require_subcommand(1);
+    AddTool(*range, context, RangeTool::Delete, "delete", texts::kHelpRangeDelete);
+    AddTool(*range, context, RangeTool::Copy, "copy", texts::kHelpRangeCopy);
+    AddTool(*range, context, RangeTool::Transpose, "transpose", texts::kHelpRangeTranspose);
+}
+
+} // namespace tracksmith::cli
