@@ -14,7 +14,9 @@
 #include "stopwatch.h"
 
 #include "app/load_sequence.h"
+#include "editing/range_tools.h"
 #include "song/midi_file_writer.h"
+#include "song/song_position.h"
 #include "song/song_snapshot.h"
 #include "song/time_map.h"
 
@@ -56,11 +58,40 @@ struct Times {
     Series retime;
     Series saveFormat1;
     Series saveFormat0;
+    Series rangeDelete;
+    Series rangeCopy;
+    Series rangeTranspose;
 };
 
 void Load(session::Session& session, const app::SharedBytes& file) {
     RecordingMessageHost host;
     app::OpenMidiData(session, file, "benchmark.mid", host);
+}
+
+/// The measure at a part of the song's length.
+editing::PositionText MeasureAt(const song::Song& song, int quarter) {
+    const std::int64_t tick = std::int64_t{song.songLength} / 4 * quarter;
+    return editing::SplitPosition(
+        std::to_string(song::GetMeasureBeatFromSongPos(song, tick).measure + 1));
+}
+
+/// Changes the second quarter of the song by each range tool, with the copy for undoing, and undoes
+/// it.
+void MeasureRangeTools(Times& times, session::Session& session) {
+    RecordingMessageHost host;
+    host.answer = true;
+    editing::Undo undo(session);
+    editing::RangeTools tools(session, undo, host);
+    const song::Song& song = session.Song();
+    const editing::RangeWish wish{editing::RangeTool::Copy, MeasureAt(song, 1), MeasureAt(song, 2),
+                                  MeasureAt(song, 3)};
+    tools.Transpose(wish, {"0", {}, "", {}, {}}); // makes the room for the copies
+    times.rangeDelete.Measure([&] { tools.Delete(wish); });
+    undo.MME_UndoClick(host);
+    times.rangeCopy.Measure([&] { tools.Copy(wish); });
+    undo.MME_UndoClick(host);
+    times.rangeTranspose.Measure([&] { tools.Transpose(wish, {"3", {}, "", {}, {}}); });
+    undo.MME_UndoClick(host);
 }
 
 void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& snapshot,
@@ -91,6 +122,7 @@ void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& s
         [&] { sink = sink + session.Encoder().Format1(song, {}, host).size(); });
     times.saveFormat0.Measure(
         [&] { sink = sink + session.Encoder().Format0(song, {}, host).size(); });
+    MeasureRangeTools(times, session);
 }
 
 std::size_t CountEvents(const song::Song& song) {
@@ -194,6 +226,21 @@ void PrintTimes(BudgetTable& table, const Input& input, const Times& times, cons
     }
 }
 
+void PrintRangeTools(BudgetTable& table, const Input& input, const Times& times) {
+    constexpr double kMostLoads = 5;
+    const auto print = [&](const char* name, const Series& series) {
+        const double loads = series.Median() / times.load.Median();
+        if (input.loadOfScan > 0) {
+            table.AtMost(name, loads, kMostLoads, "times the load");
+        } else {
+            table.Row(name, loads, "times the load");
+        }
+    };
+    print("cut a quarter of the song", times.rangeDelete);
+    print("copy a quarter of the song", times.rangeCopy);
+    print("transpose a quarter of the song", times.rangeTranspose);
+}
+
 /// Measures one input; false when something could not be measured.
 bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std::string& program) {
     const auto bytes =
@@ -213,6 +260,7 @@ bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std:
     table.Heading(std::string(input.name) + ": " + std::to_string(sizes.events) + " events, " +
                   std::to_string(file.size()) + " bytes, " + std::to_string(rounds) + " rounds");
     PrintTimes(table, input, times, sizes);
+    PrintRangeTools(table, input, times);
     table.AtMost("memory without payloads",
                  static_cast<double>(sizes.recordBytes) / static_cast<double>(sizes.events), 50,
                  "bytes an event");
