@@ -61,8 +61,8 @@ std::int64_t Count(const CarriedState& carried) {
 
 SeamReport FinishSeams(song::Song& song, SeamNotes& notes, std::int64_t carried) {
     song::RenewSongLength(song);
-    const SeamReport report{notes.Closed(), notes.BegunAgain(), carried,
-                            song::CheckForNoteOnsNoteOffs(song)};
+    SeamReport report{notes.Closed(), notes.BegunAgain(), carried,
+                      song::CheckForNoteOnsNoteOffs(song)};
     notes.RemoveOverlaps();
     return report;
 }

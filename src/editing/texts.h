@@ -30,35 +30,35 @@ std::string UndoQuestion(Language language, std::string_view command);
 
 // Positions.
 inline constexpr Text kNoFrom{
-    De{"Bitte geben Sie Takt und Schlag in das Feld \"Von\" ein, z.B. \"8:04\", \"16:01\"."},
-    En{"Please enter measure and beat into the \"From\" field, e.g. \"8:04\", \"16:01\"."}};
+    De{R"(Bitte geben Sie Takt und Schlag in das Feld "Von" ein, z.B. "8:04", "16:01".)"},
+    En{R"(Please enter measure and beat into the "From" field, e.g. "8:04", "16:01".)"}};
 inline constexpr Text kNoEnd{
-    De{"Bitte geben Sie Takt und Schlag in das Feld \"Bis\" ein, z.B. \"8:04\", \"16:01\"."},
-    En{"Please enter measure and beat into the \"End\" field, e.g. \"8:04\", \"16:01\"."}};
-inline constexpr Text kNoCopyFrom{De{"Bitte geben Sie Takt und Schlag in das Feld \"Von\" ein."},
-                                  En{"Please enter measure and beat into the \"From\" field."}};
-inline constexpr Text kNoCopyEnd{De{"Bitte geben Sie Takt und Schlag in das Feld \"Bis\" ein."},
-                                 En{"Please enter measure and beat into the \"End\" field."}};
-inline constexpr Text kNoCopyTo{De{"Bitte geben Sie Takt und Schlag in das Feld \"Nach\" ein."},
-                                En{"Please enter measure and beat into the \"To\" field."}};
-inline constexpr Text kBadFrom{De{"Fehler beim Berechnen der \"Von\"-Position"},
-                               En{"Error calculating the \"from\" position"}};
-inline constexpr Text kBadTo{De{"Fehler beim Berechnen der \"Bis\"-Position"},
-                             En{"Error calculating the \"to\" position"}};
+    De{R"(Bitte geben Sie Takt und Schlag in das Feld "Bis" ein, z.B. "8:04", "16:01".)"},
+    En{R"(Please enter measure and beat into the "End" field, e.g. "8:04", "16:01".)"}};
+inline constexpr Text kNoCopyFrom{De{R"(Bitte geben Sie Takt und Schlag in das Feld "Von" ein.)"},
+                                  En{R"(Please enter measure and beat into the "From" field.)"}};
+inline constexpr Text kNoCopyEnd{De{R"(Bitte geben Sie Takt und Schlag in das Feld "Bis" ein.)"},
+                                 En{R"(Please enter measure and beat into the "End" field.)"}};
+inline constexpr Text kNoCopyTo{De{R"(Bitte geben Sie Takt und Schlag in das Feld "Nach" ein.)"},
+                                En{R"(Please enter measure and beat into the "To" field.)"}};
+inline constexpr Text kBadFrom{De{R"(Fehler beim Berechnen der "Von"-Position)"},
+                               En{R"(Error calculating the "from" position)"}};
+inline constexpr Text kBadTo{De{R"(Fehler beim Berechnen der "Bis"-Position)"},
+                             En{R"(Error calculating the "to" position)"}};
 inline constexpr Text kStartNotBeforeEnd{
-    De{"Die \"Start-Position\" muss kleiner als die \"End-Position\" sein!"},
-    En{"\"Start-Position\" must be smaller than \"End-Position\"!"}};
-inline constexpr Text kFromTooLow{De{"Die \"Von\"-Position ist zu klein!"},
-                                  En{"The \"From\" position is too low!"}};
+    De{R"(Die "Start-Position" muss kleiner als die "End-Position" sein!)"},
+    En{R"("Start-Position" must be smaller than "End-Position"!)"}};
+inline constexpr Text kFromTooLow{De{R"(Die "Von"-Position ist zu klein!)"},
+                                  En{R"(The "From" position is too low!)"}};
 // The position of the song's end follows, and the closing mark.
 inline constexpr Text kStartBehindEnd{
-    De{"Die \"Start-Position\" muss kleiner sein als \"Songende = "},
-    En{"\"Start-Position\" must be smaller than \"End of song = "}};
-inline constexpr Text kEndBehindEnd{De{"Die \"End-Position\" muss kleiner sein als \"Songende = "},
-                                    En{"\"End-Position\" must be smaller than \"End of song = "}};
-inline constexpr Text kToBehindEnd{De{"Die \"Ziel-Position\" muss kleiner sein als \"Songende = "},
-                                   En{"\"To-Position\" must be smaller than \"End of song = "}};
-inline constexpr Text kClosingMark{Both{"\"!"}};
+    De{R"(Die "Start-Position" muss kleiner sein als "Songende = )"},
+    En{R"("Start-Position" must be smaller than "End of song = )"}};
+inline constexpr Text kEndBehindEnd{De{R"(Die "End-Position" muss kleiner sein als "Songende = )"},
+                                    En{R"("End-Position" must be smaller than "End of song = )"}};
+inline constexpr Text kToBehindEnd{De{R"(Die "Ziel-Position" muss kleiner sein als "Songende = )"},
+                                   En{R"("To-Position" must be smaller than "End of song = )"}};
+inline constexpr Text kClosingMark{Both{R"("!)"}};
 inline constexpr Text kLeadIn{De{"Die Vorlauftakte sollten nicht gelöscht werden!"},
                               En{"Do not delete the starting measures!"}};
 inline constexpr Text kTooLong{De{"Der Song würde zu lang."},

@@ -58,8 +58,9 @@ TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
     Run(500);
     EXPECT_TRUE(player->SetTrackMuted(0, false));
     Run(200);
-    EXPECT_EQ(Log(), "0 903C40; 0 903E40; 0 904040; 50 803E40; 100 803C40; 500 804040; "
-                     "700 B00763; 700 903F40");
+    EXPECT_EQ(Log(),
+              "0 903C40; 0 903E40; 0 904040; 50 803E40; 100 803C40; 500 804040; "
+              "700 B00763; 700 903F40");
 }
 
 // Set behind the player's back, the flag still lets notes end.
