@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "base/code_pages.h"
+
 namespace tracksmith {
 namespace {
 
@@ -75,6 +77,22 @@ char32_t Windows1252(std::uint8_t byte) {
     return byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80U] : byte;
 }
 
+char32_t OneByte(std::uint8_t byte, TextEncoding encoding) {
+    if (byte < 0x80) {
+        return byte;
+    }
+    switch (encoding) {
+        case TextEncoding::Windows1250:
+            return kWindows1250[byte - 0x80U];
+        case TextEncoding::Dos850:
+            return kDos850[byte - 0x80U];
+        case TextEncoding::MacRoman:
+            return kMacRoman[byte - 0x80U];
+        default:
+            return Windows1252(byte);
+    }
+}
+
 // Controls and the invisible marks that could reorder or hide neighbouring text.
 bool IsUnsafe(char32_t code) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0x200B && code <= 0x200F) ||
@@ -102,7 +120,7 @@ std::string DisplayText(std::string_view bytes, TextEncoding encoding, std::size
             AppendUtf8(out, 0x2026);
             break;
         }
-        const char32_t code = utf8 ? NextUtf8(bytes, at) : Windows1252(ByteAt(bytes, at++));
+        const char32_t code = utf8 ? NextUtf8(bytes, at) : OneByte(ByteAt(bytes, at++), encoding);
         AppendUtf8(out, IsUnsafe(code) ? U' ' : code);
     }
     return out;

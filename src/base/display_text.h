@@ -6,8 +6,8 @@
 
 namespace tracksmith {
 
-/// How the bytes of a song's texts are to be read for display.
-enum class TextEncoding { Utf8, Windows1252 };
+/// How the bytes of a song's texts are to be read for display. Utf8 falls back to Windows-1252.
+enum class TextEncoding { Utf8, Windows1252, Windows1250, Dos850, MacRoman };
 
 /// True when `bytes` are well-formed UTF-8 (no overlong forms, no surrogates; RFC 3629).
 bool IsUtf8(std::string_view bytes);

@@ -1,4 +1,5 @@
 set(SOURCES
+  code_pages.h
   data_folders.cpp
   data_folders.h
   display_text.cpp

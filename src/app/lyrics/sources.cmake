@@ -1,0 +1,11 @@
+set(SOURCES
+  chord_event.cpp
+  chord_event.h
+  line_builder.cpp
+  line_builder.h
+  lyric_source.cpp
+  lyric_source.h
+  lyrics.cpp
+  lyrics.h
+  song_encoding.cpp
+  song_encoding.h)

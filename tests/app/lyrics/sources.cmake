@@ -1,0 +1,1 @@
+set(SOURCES lyrics_test.cpp)
