@@ -6,6 +6,7 @@
 
 #include "app/channel_voices.h"
 #include "app/health/text_encoding.h"
+#include "instruments/voices/shared_sets.h"
 #include "song/mode_message.h"
 #include "song/track_walk.h"
 
@@ -54,26 +55,32 @@ struct Channel {
     std::int32_t bend = 0;
 };
 
+struct Wanted : song::EveryEvent {
+    static bool Enters(const song::Track& track) { return track.ignored == 0; }
+};
+
+} // namespace
+
 class ChannelWalk {
 public:
     ChannelWalk(const song::Song& song, const HealthOptions& options, FindingList& found)
-        : song_(song), options_(options), found_(found) {}
+        : walk_(song), options_(options), found_(found) {}
 
-    void Run() {
-        song::TrackWalk<song::TickOrder, Wanted> walk(song_);
-        while (const MidiEvent* event = walk.Take()) {
+    bool Step(std::size_t events) {
+        for (; events > 0; --events) {
+            const MidiEvent* event = walk_.Take();
+            if (event == nullptr) {
+                End();
+                return true;
+            }
             if (event->length > 0) {
                 Meet(*event);
             }
         }
-        End();
+        return false;
     }
 
 private:
-    struct Wanted : song::EveryEvent {
-        static bool Enters(const song::Track& track) { return track.ignored == 0; }
-    };
-
     void Meet(const MidiEvent& event) {
         switch (event.Command()) {
             case song::kNoteOn:
@@ -157,12 +164,22 @@ private:
         Keep(event, channel);
         channel.program = true;
         if (!channel.bankMsb && !reset_ && event.Channel() != song::kDrumChannel) {
-            found_.AddAt(Rule::ProgramWithoutBank, Severity::Warning, event.Channel(), event.tick,
-                         options_.instrument.has_value());
+            found_.AddAt(Rule::ProgramWithoutBank,
+                         StartsInGeneralMidi() ? Severity::Hint : Severity::Warning,
+                         event.Channel(), event.tick, options_.instrument.has_value());
         }
         if (options_.voices != nullptr && options_.instrument) {
             LookFor(event, channel);
         }
+    }
+
+    // Songs for General MIDI, most of those without bank selects, mean the bank 0. Only where the
+    // instrument keeps other voices there they sound wrong.
+    bool StartsInGeneralMidi() const {
+        const auto start = options_.instrument
+                               ? instruments::NumbersInForce(*options_.instrument, false, {}, {}, 0)
+                               : instruments::VoiceNumbers{};
+        return start.msb == 0 && start.lsb == 0;
     }
 
     void LookFor(const MidiEvent& event, const Channel& channel) {
@@ -248,7 +265,7 @@ private:
 
     static constexpr std::uint8_t kLastText = 0x09;
 
-    const song::Song& song_;
+    song::TrackWalk<song::TickOrder, Wanted> walk_;
     const HealthOptions& options_;
     FindingList& found_;
     std::array<Channel, song::kMidiChannels> channels_;
@@ -258,10 +275,13 @@ private:
     std::int32_t mostTick_ = 0;
 };
 
-} // namespace
+ChannelCheck::ChannelCheck(const song::Song& song, const HealthOptions& options, FindingList& found)
+    : walk_(std::make_unique<ChannelWalk>(song, options, found)) {}
 
-void CheckChannels(const song::Song& song, const HealthOptions& options, FindingList& found) {
-    ChannelWalk(song, options, found).Run();
+ChannelCheck::~ChannelCheck() = default;
+
+bool ChannelCheck::Step(std::size_t events) {
+    return walk_->Step(events);
 }
 
 } // namespace tracksmith::health

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "app/health/finding.h"
+#include "app/health/finding_list.h"
 #include "app/session/workspace.h"
 #include "instruments/voices/voice_lookup.h"
 
@@ -30,6 +33,33 @@ struct HealthReport {
 
     /// Number of findings that RepairAll mends.
     std::size_t Repairable() const;
+};
+
+class ChannelCheck;
+
+/// Checks a song in steps, so that nobody waits for a large one. The notes must be paired and the
+/// song have a time map; it must not be changed until the last step is done. Data bytes may be
+/// written between the steps.
+class HealthCheck {
+public:
+    /// `workspace` must outlive the check.
+    HealthCheck(const session::Workspace& workspace, HealthOptions options);
+    HealthCheck(const HealthCheck&) = delete;
+    HealthCheck& operator=(const HealthCheck&) = delete;
+    ~HealthCheck();
+
+    /// Looks at about `events` events more, at the notes of a track all at once. True when there is
+    /// nothing left to look at. Throws std::bad_alloc.
+    [[nodiscard]] bool Step(std::size_t events);
+    /// What was found; once, after the last step.
+    HealthReport Take();
+
+private:
+    const session::Workspace& workspace_;
+    HealthOptions options_;
+    FindingList found_;
+    std::size_t track_ = 0;
+    std::unique_ptr<ChannelCheck> channels_;
 };
 
 /// Checks the song; changes nothing. The notes must be paired and the song have a time map. Two

@@ -37,19 +37,17 @@ void CheckNote(const song::Song& song, const TrackNotes& track, const TrackNote&
 
 } // namespace
 
-void CheckNotes(const song::Song& song, std::int32_t shortNote, FindingList& found) {
-    for (const song::Track& track : song.tracks) {
-        if (track.ignored != 0) {
-            continue;
-        }
-        const TrackNotes notes = song::NotesOfTrack(track);
-        for (const TrackNote& note : notes.notes) {
-            CheckNote(song, notes, note, shortNote, found);
-        }
-        for (const song::ConstEventLink off : notes.strays) {
-            found.AddAt(Rule::NoteWithoutBeginning, Severity::Hint, off->Channel(), off->tick,
-                        true);
-        }
+void CheckNotes(const song::Song& song, const song::Track& track, std::int32_t shortNote,
+                FindingList& found) {
+    if (track.ignored != 0) {
+        return;
+    }
+    const TrackNotes notes = song::NotesOfTrack(track);
+    for (const TrackNote& note : notes.notes) {
+        CheckNote(song, notes, note, shortNote, found);
+    }
+    for (const song::ConstEventLink off : notes.strays) {
+        found.AddAt(Rule::NoteWithoutBeginning, Severity::Hint, off->Channel(), off->tick, true);
     }
 }
 

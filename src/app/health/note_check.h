@@ -7,8 +7,10 @@
 
 namespace tracksmith::health {
 
-/// Finds notes without end or beginning, overlaps and notes shorter than `shortNote` ticks that
-/// can be lengthened. The notes must be paired. Throws std::bad_alloc.
-void CheckNotes(const song::Song& song, std::int32_t shortNote, FindingList& found);
+/// Finds notes of a track without end or beginning, overlaps and notes shorter than `shortNote`
+/// ticks that can be lengthened; nothing on an ignored track. The notes must be paired. Throws
+/// std::bad_alloc.
+void CheckNotes(const song::Song& song, const song::Track& track, std::int32_t shortNote,
+                FindingList& found);
 
 } // namespace tracksmith::health

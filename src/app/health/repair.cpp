@@ -9,10 +9,12 @@
 
 #include "instruments/voices/shared_sets.h"
 #include "song/event_chain.h"
+#include "song/mode_message.h"
 #include "song/note_length.h"
 #include "song/note_overlaps.h"
 #include "song/note_pairing.h"
 #include "song/track_notes.h"
+#include "song/track_walk.h"
 
 namespace tracksmith::health {
 namespace {
@@ -141,29 +143,17 @@ public:
         return done;
     }
 
-    // What is in force without it, before the first note.
+    // What is in force without it, before the first note, and again behind each reset, which would
+    // wipe it.
     std::int64_t InsertVolumes(Channels channels) {
-        std::array<Track*, song::kMidiChannels> tracks{};
-        std::array<EventLink, song::kMidiChannels> first{};
-        ForTracks(channels, [&](Track& track) {
-            for (EventLink event = track.first; event; event = event->next) {
-                EventLink& note = first.at(event->Channel());
-                if (event->IsNoteOn() && event->length > 0 && (!note || event->tick < note->tick)) {
-                    note = event;
-                    tracks.at(event->Channel()) = &track;
-                }
-            }
-        });
         std::int64_t done = 0;
-        for (std::uint8_t channel = 0; channel < song::kMidiChannels; ++channel) {
-            if (channels[channel] && first.at(channel)) {
-                const EventLink note = first.at(channel);
-                const EventLink volume = Short(song::kControlChange, channel, song::kVolume,
-                                               song::NeutralController(song::kVolume));
-                volume->tick = note->tick;
-                InsertBefore(*tracks.at(channel), note, volume);
-                ++done;
-            }
+        for (const FirstNote& first : NotesBehindResets(channels)) {
+            const std::uint8_t channel = first.note->Channel();
+            const EventLink volume = Short(song::kControlChange, channel, song::kVolume,
+                                           song::NeutralController(song::kVolume));
+            volume->tick = first.note->tick;
+            InsertBefore(*first.track, first.note, volume);
+            ++done;
         }
         return done;
     }
@@ -176,6 +166,36 @@ private:
                 work(track);
             }
         }
+    }
+
+    struct FirstNote {
+        Track* track = nullptr;
+        EventLink note;
+    };
+    struct Wanted : song::EveryEvent {
+        static bool Enters(const Track& track) { return track.ignored == 0; }
+        static bool Wants(const song::MidiEvent& event) {
+            return event.length > 0 && (event.IsNoteOn() || event.status == song::kSystemExclusive);
+        }
+    };
+
+    // The first note of each channel, and its first one behind each reset of the instrument.
+    std::vector<FirstNote> NotesBehindResets(const Channels channels) {
+        std::vector<FirstNote> found;
+        Channels waiting = channels;
+        song::TrackWalk<song::TickOrder, Wanted, Song> walk(song_);
+        while (channels.any() && walk.Peek() != nullptr) {
+            Track& track = song_.tracks[walk.NextTrack()];
+            song::MidiEvent& event = *walk.Take();
+            if (!event.IsNoteOn()) {
+                waiting =
+                    song::ModeOfReset(song::WithoutFrame(event.Payload())) ? channels : waiting;
+            } else if (waiting[event.Channel()]) {
+                waiting.reset(event.Channel());
+                found.push_back({&track, song::LinkTo(event)});
+            }
+        }
+        return found;
     }
 
     EventLink Short(std::uint8_t command, std::uint8_t channel, std::uint8_t data1,
@@ -253,6 +273,8 @@ private:
     std::int32_t lastTick_;
 };
 
+} // namespace
+
 std::int64_t RepairSong(Song& song, std::span<const Finding> findings,
                         const HealthOptions& options) {
     Repairer repairer(song, options);
@@ -269,8 +291,6 @@ std::int64_t RepairSong(Song& song, std::span<const Finding> findings,
     song::SetNoteOnOffPointers(song);
     return done;
 }
-
-} // namespace
 
 std::int64_t Repair(session::Session& session, std::span<const Finding> findings,
                     const HealthOptions& options, MessageHost& host) {

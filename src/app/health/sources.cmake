@@ -8,6 +8,8 @@ set(SOURCES
   finding_list.h
   note_check.cpp
   note_check.h
+  note_figure.cpp
+  note_figure.h
   repair.cpp
   repair.h
   text_encoding.cpp

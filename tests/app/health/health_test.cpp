@@ -2,6 +2,7 @@
 
 #include "support/song_assert.h"
 
+#include "app/health/note_figure.h"
 #include "app/health/repair.h"
 #include "app/load_sequence.h"
 
@@ -37,7 +38,20 @@ protected:
         app::OpenMidiData(session_, file, "song.mid", host_);
         ASSERT_EQ(song::CheckSong(session_.Song()), "");
     }
-    HealthReport Check() { return CheckHealth(session_.Work(), options_); }
+    // In steps as small as can be, which must not matter.
+    HealthReport Check() {
+        HealthCheck check(session_.Work(), options_);
+        while (!check.Step(1)) {
+        }
+        return check.Take();
+    }
+    std::int64_t CountOf(Rule rule) {
+        std::int64_t count = 0;
+        for (const Finding& finding : Check().findings) {
+            count += finding.rule == rule ? finding.count : 0;
+        }
+        return count;
+    }
     std::string Found() {
         std::string text;
         const std::vector<Finding> findings = Check().findings;
@@ -123,8 +137,19 @@ INSTANTIATE_TEST_SUITE_P(
                  .Note(3, 2, 60, 9)
                  .NoteOff(99, 2, 60)
                  .Program(0, 2, 5),
-             "programWithoutBank 2 1 102; noProgram 2 1 3",
-             "programWithoutBank 2 1 102; noProgram 2 1 3"},
+             "noProgram 2 1 3; programWithoutBank 2 1 102",
+             "noProgram 2 1 3; programWithoutBank 2 1 102"},
+        Case{"VolumeBehindEachReset",
+             TrackBuilder()
+                 .Sysex(0, kGmOn)
+                 .Program(0, 2, 5)
+                 .Note(0, 2, 60, 9)
+                 .NoteOff(99, 2, 60)
+                 .Sysex(9, kGmOn)
+                 .Program(0, 2, 5)
+                 .Note(9, 2, 60, 9)
+                 .NoteOff(99, 2, 60),
+             "noVolume 2 1 0; severalResets all 1 108", "severalResets all 1 108"},
         Case{"Wiped",
              Good(2)
                  .Sysex(9, kGmOn)
@@ -155,6 +180,11 @@ TEST_F(HealthTest, NamesWhatTheInstrumentLacksAndAddsItsBank) {
              .Build());
     const std::string found = Found();
     EXPECT_NE(found.find("unknownVoice 3 1 0"), std::string::npos) << found;
+    // Its bank 0 is not that of General MIDI, where songs without banks are made for.
+    const std::vector<Finding> findings = Check().findings;
+    const auto bank = std::ranges::find(findings, Rule::ProgramWithoutBank, &Finding::rule);
+    ASSERT_NE(bank, findings.end());
+    EXPECT_EQ(bank->severity, Severity::Warning);
     EXPECT_EQ(RepairAll(session_, options_, host_), 2);
     EXPECT_EQ(Found().find("programWithoutBank"), std::string::npos);
 }
@@ -187,6 +217,48 @@ TEST_F(HealthTest, RepairsOnlyWhatIsAskedFor) {
     EXPECT_TRUE(session_.Modified());
 }
 
+std::string Shown(const std::vector<FigureNote>& notes) {
+    std::string text;
+    for (const FigureNote& note : notes) {
+        text += (text.empty() ? "" : " ") + std::to_string(note.key) + ":" +
+                std::to_string(note.begin) + "-" +
+                (note.end == FigureNote::kNoEnd ? "" : std::to_string(note.end)) +
+                (note.changed ? "!" : "");
+    }
+    return text;
+}
+
+// What is shown before the repair is what the repair then does.
+TEST_F(HealthTest, ShowsNotesBeforeAndAfterARepair) {
+    struct Figure {
+        TrackBuilder track;
+        Rule rule;
+        const char* now;
+        const char* after;
+    };
+    const std::vector<Figure> figures{
+        {TrackBuilder().Note(0, 1, 60, 9).Note(90, 1, 60, 9).NoteOff(9, 1, 60).NoteOff(99, 1, 60),
+         Rule::Overlaps, "60:0-99! 60:90-198", "60:0-90! 60:90-198"},
+        {TrackBuilder().Note(480, 1, 60, 9).Note(90, 1, 62, 9).NoteOff(30, 1, 62),
+         Rule::NoteWithoutEnd, "60:480-! 62:570-600", "60:480-600! 62:570-600"},
+        {TrackBuilder().NoteOff(5, 1, 60).Note(9, 1, 64, 9).NoteOff(99, 1, 64),
+         Rule::NoteWithoutBeginning, "64:14-113 60:5-5!", "64:14-113"},
+        {TrackBuilder().Note(0, 1, 60, 9).NoteOff(3, 1, 60).Note(900, 1, 60, 9).NoteOff(99, 1, 60),
+         Rule::ShortNotes, "60:0-3!", "60:0-20!"},
+        {TrackBuilder().Note(0, 1, 60, 9).NoteOff(30, 1, 60), Rule::NoVolume, "", ""}};
+    for (const auto& [track, rule, now, after] : figures) {
+        Open(MidiFileBuilder().Track(TrackBuilder(track).End()).Build());
+        const std::vector<Finding> findings = Check().findings;
+        const auto found = std::ranges::find(findings, rule, &Finding::rule);
+        ASSERT_NE(found, findings.end()) << now;
+        const NoteFigure figure = FigureOf(session_.Song(), *found, found->ticks.front(), options_);
+        EXPECT_EQ(Shown(figure.now), now);
+        EXPECT_EQ(Shown(figure.after), after);
+        Repair(session_, {&*found, 1}, options_, host_);
+        EXPECT_EQ(CountOf(rule), 0);
+    }
+}
+
 // Whatever the song: no crash, nothing broken, and one run of repairs is enough.
 TEST_F(HealthTest, OneRepairSufficesForRandomSongs) {
     for (unsigned seed = 1; seed <= 150; ++seed) {
@@ -214,9 +286,13 @@ TEST_F(HealthTest, OneRepairSufficesForRandomSongs) {
             }
         }
         Open(MidiFileBuilder(dice.Roll(2), kDivisions[dice.Roll(3)]).Track(track.End()).Build());
+        options_.instrument =
+            seed % 2 == 0 ? std::optional(instruments::kGm2Soundset) : std::nullopt;
+        const std::int64_t wiped = CountOf(Rule::SettingsBeforeReset);
         RepairAll(session_, options_, host_);
         EXPECT_EQ(song::CheckSong(session_.Song()), "");
         EXPECT_EQ(Check().Repairable(), 0U) << Found();
+        EXPECT_LE(CountOf(Rule::SettingsBeforeReset), wiped); // no reset wipes what was put in
     }
 }
 
