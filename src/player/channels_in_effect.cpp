@@ -28,6 +28,8 @@ void ChannelsInEffect::PublishAll(std::size_t channel) noexcept {
         Publish(channel, controller, controls.controllers[controller]);
     }
     Publish(channel, kProgram, controls.program);
+    Publish(channel, kProgramBankMsb, controls.programBankMsb);
+    Publish(channel, kProgramBankLsb, controls.programBankLsb);
     Publish(channel, kBend, controls.bend);
     Publish(channel, kPressure, controls.pressure);
 }

@@ -31,6 +31,9 @@ public:
         return Read(channel, controller);
     }
     Effect Program(std::size_t channel) const { return Read(channel, kProgram); }
+    /// The bank that was selected when the program in effect was.
+    Effect ProgramBankMsb(std::size_t channel) const { return Read(channel, kProgramBankMsb); }
+    Effect ProgramBankLsb(std::size_t channel) const { return Read(channel, kProgramBankLsb); }
     Effect Bend(std::size_t channel) const { return Read(channel, kBend); }
     Effect Pressure(std::size_t channel) const { return Read(channel, kPressure); }
 
@@ -42,9 +45,11 @@ public:
 private:
     // Places behind those of the controllers.
     static constexpr std::size_t kProgram = song::kControllers;
-    static constexpr std::size_t kBend = kProgram + 1;
-    static constexpr std::size_t kPressure = kProgram + 2;
-    static constexpr std::size_t kPlaces = kProgram + 3;
+    static constexpr std::size_t kProgramBankMsb = kProgram + 1;
+    static constexpr std::size_t kProgramBankLsb = kProgram + 2;
+    static constexpr std::size_t kBend = kProgram + 3;
+    static constexpr std::size_t kPressure = kProgram + 4;
+    static constexpr std::size_t kPlaces = kProgram + 5;
 
     Effect Read(std::size_t channel, std::size_t place) const;
     void Publish(std::size_t channel, std::size_t place, const song::Setting& setting) noexcept;

@@ -33,6 +33,8 @@ public:
     void ShowSong(const VoiceName& voiceName);
     /// Shows the voices by other names.
     void ShowVoices(const VoiceName& voiceName);
+    /// Shows another voice of one channel (0-15).
+    void ShowVoice(int channel, const ShownVoice& voice) { StripOf(channel).ShowVoice(voice); }
     /// The next frame of the display.
     void ShowFrame();
     /// Shows what the mixer says now.
