@@ -10,6 +10,9 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "app/forms/health/health_form.h"
+#include "app/forms/health/health_watch.h"
+#include "app/forms/lyrics/lyrics_page.h"
 #include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/menu_areas.h"
 #include "app/forms/menu/recent_files_menu.h"
@@ -67,6 +70,8 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
 // The devices and the bar for notices, which the player uses, end before the session does.
 TMainForm::~TMainForm() {
     delete revoicer_.data(); // lets the channels sound as the song says
+    delete health_.data();   // shows what ends here
+    healthWatch_.reset();
     signals_.reset();
     asker_.reset();
     mixer_.reset();
@@ -82,11 +87,15 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
         {devices_->Outputs(), &devices_->Input(), sound_.ReadInput(), *noticeHost_}, &store_);
     mixer_ = std::make_unique<mixer::Mixer>(session_); // hears of changes before what shows it
     signals_ = std::make_unique<SessionSignals>(session_);
+    healthWatch_ = std::make_unique<HealthWatch>(session_, [this] { return HealthOptionsOf(); });
+    connect(healthWatch_.get(), &HealthWatch::Changed, this, &TMainForm::ShowFindings);
+    mixer_->Live().SetLiveWhileStopped(settings_.ReadSwitch(kLiveWhileStopped));
     sound_.Attach(*devices_, session_.Controls());
 }
 
 // Also after a change of the size of text, which all areas are laid out by.
 void TMainForm::ShowAreas() {
+    delete lyricsPage_.data(); // shows what goes with the areas
     BuildAreas();
     ConnectMenu();
     ConnectOptions();
@@ -94,6 +103,7 @@ void TMainForm::ShowAreas() {
     session_.Options().noteLength = app::ReadNoteLength(store_);
     menu_->SetTheme(settings_.ReadTheme());
     menu_->Choose(kTextSizeMenu, settings_.ReadTextSize());
+    menu_->ActionOf(commands::kLiveWhileStopped).setChecked(mixer_->Live().LiveWhileStopped());
     menu_->Choose(kNoteLengthMenu, session_.Options().noteLength.minimum);
     ApplyLanguage(settings_.ReadLanguage());
     ShowRecentFiles();
@@ -189,8 +199,11 @@ void TMainForm::RestoreGeometry() {
 
 void TMainForm::ShowSong() {
     if (session_.HasSong()) {
+        ChooseLyricsEncoding();
         songView_->ShowSong(SongFileName());
-        CountFindings();
+        healthWatch_->Begin();
+    } else {
+        delete lyricsPage_.data();
     }
     pages_->setCurrentIndex(session_.HasSong() ? 1 : 0);
     status_->ShowSong(session_.HasSong() ? &songView_->Description() : nullptr);
@@ -247,6 +260,9 @@ void TMainForm::ApplyLanguage(Language language) {
     ShowFileState();
     ShowHealthAnew();
     ShowRevoicerAnew();
+    if (lyricsPage_ != nullptr) {
+        lyricsPage_->Retranslate(language);
+    }
 }
 
 void TMainForm::ShowQtTexts(Language language) {

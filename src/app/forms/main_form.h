@@ -41,6 +41,8 @@ class EmptyPage;
 class HealthForm;
 class TAutoRevoicerForm;
 struct AutoRevoicerActions;
+class HealthWatch;
+class LyricsPage;
 struct InstrumentOutput;
 class NoticeBar;
 class NoticeHost;
@@ -148,9 +150,12 @@ public:
     void MMI_VoicesClick();
     // View, Settings, Help
     void MMV_NextPageClick();
+    void MMV_LyricsPageClick();
+    void MMV_LyricsEncodingClick();
     void MMV_TextSizeClick();
     void MMS_MidiPortsClick();
     void MMS_InstrumentsClick();
+    void MMS_LiveWhileStoppedClick();
     void MMF_ThemeDarkClick();
     void MMF_ThemeLightClick();
     void MMF_ThemeSystemClick();
@@ -196,14 +201,14 @@ private:
     void RememberFile(const std::filesystem::path& file);
     void ShowChanges();
     health::HealthOptions HealthOptionsOf();
-    health::HealthReport CheckHealth();
     void TellPortHangs();
-    void CountFindings();
+    void ShowFindings();
     void ShowHealthAnew();
     AutoRevoicerActions RevoicerActions();
     void ShowRevoicerAnew();
     bool SaveToRevoicer(const instruments::VoiceReplacement& replacement);
     void TellNoteCheck();
+    void ChooseLyricsEncoding();
     void OpenNoteReport();
     void TakeBackLengthening();
     void TellChangedOnDisk();
@@ -237,6 +242,7 @@ private:
     std::unique_ptr<mixer::Mixer> mixer_;
     std::unique_ptr<SessionSignals> signals_;
     std::unique_ptr<SongPickerHost> pickerHost_;
+    std::unique_ptr<HealthWatch> healthWatch_;
 
     MainMenu* menu_ = nullptr;
     QStackedWidget* pages_ = nullptr;
@@ -247,6 +253,7 @@ private:
     DropHint* dropHint_ = nullptr;
     QPointer<HealthForm> health_;
     QPointer<TAutoRevoicerForm> revoicer_;
+    QPointer<LyricsPage> lyricsPage_;
 };
 
 } // namespace tracksmith::forms

@@ -1,3 +1,4 @@
+#include <optional>
 #include <span>
 
 #include "base/forms/qt_text.h"
@@ -6,6 +7,7 @@
 #include <QUrl>
 
 #include "app/forms/health/health_form.h"
+#include "app/forms/health/health_watch.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/menu_areas.h"
 #include "app/forms/notices/notice_bar.h"
@@ -36,13 +38,9 @@ health::HealthOptions TMainForm::HealthOptionsOf() {
     return options;
 }
 
-health::HealthReport TMainForm::CheckHealth() {
-    return session_.HasSong() ? health::CheckHealth(session_.Work(), HealthOptionsOf())
-                              : health::HealthReport();
-}
-
-void TMainForm::CountFindings() {
-    songView_->ShowHealth(CheckHealth().counts);
+void TMainForm::ShowFindings() {
+    songView_->ShowHealth(healthWatch_->Ready() ? std::optional(healthWatch_->Report().counts)
+                                                : std::nullopt);
 }
 
 void TMainForm::MMF_HealthClick() {
@@ -55,7 +53,10 @@ void TMainForm::MMF_HealthClick() {
         return;
     }
     const HealthActions actions{
-        [this] { return CheckHealth(); },
+        *healthWatch_,
+        [this](const health::Finding& finding, std::int32_t tick) {
+            return health::FigureOf(session_.Song(), finding, tick, HealthOptionsOf());
+        },
         [this](const health::Finding& finding) {
             Run([&] { health::Repair(session_, {&finding, 1}, HealthOptionsOf(), host_); });
         },
@@ -111,7 +112,7 @@ void TMainForm::TellNoteCheck() {
     if (session_.Options().skipNoteCheck) {
         status_->ShowStatus(texts::kNoteCheckOff);
     } else if (!session_.Work().balanced) {
-        status_->ShowStatus(texts::kNoteFault, SongFileName());
+        status_->ShowStatus(texts::kNoteFault);
     } else {
         status_->ShowStatus(texts::kLoaded, SongFileName());
     }

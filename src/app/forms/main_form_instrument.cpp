@@ -4,6 +4,7 @@
 #include "base/display_text.h"
 #include "base/forms/qt_text.h"
 
+#include "app/forms/health/health_watch.h"
 #include "app/forms/main_form.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/status_line.h"
@@ -37,6 +38,7 @@ void TMainForm::TakeInstruments() {
     }
     songView_->ShowInstrument(shown);
     status_->SetInstrument(ToQString(shown));
+    healthWatch_->Begin();
 }
 
 InstrumentOutput TMainForm::MainOutput() const {

@@ -126,6 +126,13 @@ void TMainForm::MMP_PanicClick() {
     session_.Controls().Panic();
 }
 
+// What waits for the song to play goes out when it is switched on.
+void TMainForm::MMS_LiveWhileStoppedClick() {
+    const bool on = menu_->ActionOf(commands::kLiveWhileStopped).isChecked();
+    mixer_->Live().SetLiveWhileStopped(on);
+    settings_.WriteSwitch(kLiveWhileStopped, on);
+}
+
 void TMainForm::MMV_NextPageClick() {
     songView_->ShowNextPage();
 }

@@ -7,6 +7,7 @@ set(SOURCES
   main_form_files.cpp
   main_form_health.cpp
   main_form_instrument.cpp
+  main_form_lyrics.cpp
   main_form_picker.cpp
   main_form_play.cpp
   main_form_revoicer.cpp
@@ -14,9 +15,22 @@ set(SOURCES
   texts.h
   health/health_form.cpp
   health/health_form.h
+  health/health_watch.cpp
+  health/health_watch.h
+  health/note_figure_view.cpp
+  health/note_figure_view.h
   health/severity_icon.cpp
   health/severity_icon.h
   health/texts.h
+  lyrics/lyrics_band.cpp
+  lyrics/lyrics_band.h
+  lyrics/lyrics_model.cpp
+  lyrics/lyrics_model.h
+  lyrics/lyrics_page.cpp
+  lyrics/lyrics_page.h
+  lyrics/sung_line.cpp
+  lyrics/sung_line.h
+  lyrics/texts.h
   menu/command_ids.h
   menu/command_row.h
   menu/edit_menu.cpp

@@ -91,6 +91,8 @@ inline constexpr Text kTransposeReset{De{"Tonhöhe &der Datei"}, En{"File's P&it
 inline constexpr Text kPanic{De{"&Panik: alle Töne aus"}, En{"Pa&nic: All Notes Off"}};
 inline constexpr Text kNextPage{De{"&Nächste Seite"}, En{"&Next Page"}};
 inline constexpr Text kMidiPorts{De{"&MIDI und Klang…"}, En{"&MIDI and Sound…"}};
+inline constexpr Text kLiveWhileStopped{De{"Regler auch bei &gestopptem Song senden"},
+                                        En{"Send Mixer Moves While Sto&pped"}};
 inline constexpr Text kSplitFormat0{De{"Format 0 in Kanalspuren &aufteilen"},
                                     En{"&Split format 0 into channel tracks"}};
 inline constexpr Text kHonourZelIgnore{De{"„&zel_ignore“ in Spurnamen beachten"},

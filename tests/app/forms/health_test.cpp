@@ -1,5 +1,6 @@
 #include "base/recording_message_host.h"
 #include "form_fixture.h"
+#include <QComboBox>
 #include <QTableWidget>
 #include <QTest>
 
@@ -101,6 +102,40 @@ TEST_F(HealthFormTest, RepairsOneOrAllAndTakesBack) {
     EXPECT_EQ(Find<QPushButton>("Btn_Health")->text().toStdString(), "Health: good");
     EXPECT_FALSE(Find<QPushButton>("Btn_RepairAll")->isEnabled());
     EXPECT_FALSE(Find<QPushButton>("Btn_NoteReport")->isEnabled());
+}
+
+TEST_F(HealthFormTest, FiltersByChannelAndLetsListen) {
+    Open();
+    auto* channels = Find<QComboBox>("Box_HealthChannel");
+    ASSERT_EQ(channels->count(), 2);
+    EXPECT_EQ(channels->itemText(1).toStdString(), "Channel 3");
+    channels->setCurrentIndex(1);
+    EXPECT_EQ(table_->rowCount(), 3);
+    table_->selectRow(2); // the overlap at 480
+    auto& controls = form_->Session().Controls();
+    Press("Btn_Listen");
+    EXPECT_TRUE(controls.Playing());
+    EXPECT_EQ(Find<QPushButton>("Btn_Listen")->text().toStdString(), "Stop &Listening");
+    Press("Btn_Listen");
+    EXPECT_FALSE(controls.Playing());
+    EXPECT_EQ(controls.Tick(), 480);
+    EXPECT_EQ(Find<QPushButton>("Btn_Listen")->text().toStdString(), "&Listen");
+}
+
+TEST_F(HealthFormTest, ChecksLargeSongsBesideTheWindow) {
+    test::TrackBuilder track;
+    track.Short(0, 0xB2, 0, 0).Program(0, 2, 5).Short(0, 0xB2, 7, 90);
+    for (int note = 0; note < 170'000; ++note) {
+        track.Note(9, 2, 60, 9).NoteOff(30, 2, 60);
+    }
+    track.Short(0, 0xB2, 64, 127);
+    form_->OpenMidiFile(Write("large.mid", test::MidiFileBuilder().Track(track.End()).Build()));
+    const auto* button = Find<QPushButton>("Btn_Health");
+    EXPECT_EQ(button->text().toStdString(), "Health: …");
+    Trigger("MMF_Health");
+    EXPECT_EQ(LabelText("Lbl_FindingTitle"), "Checking the song …");
+    QTRY_COMPARE(button->text(), QStringLiteral("Health: 1"));
+    EXPECT_EQ(Find<QTableWidget>("Table_Findings")->rowCount(), 1);
 }
 
 TEST_F(HealthFormTest, TakesBackWhatLoadingLengthened) {

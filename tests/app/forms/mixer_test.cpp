@@ -18,7 +18,7 @@ test::Bytes Ensemble() {
     track.Short(0, 0xB2, 7, 90).Short(0, 0xB4, 7, 50).Short(0, 0xB9, 7, 70).Short(0, 0xB2, 10, 64);
     track.Program(0, 2, 24).Program(0, 4, 32);
     track.Note(0, 2, 60, 90).Note(0, 4, 40, 90).Note(0, 9, 36, 90);
-    track.Short(960, 0xB2, 7, 30).Short(960, 0xB2, 7, 120);
+    track.Short(960, 0xB2, 7, 30).Program(0, 2, 56).Short(960, 0xB2, 7, 120);
     track.NoteOff(960, 2, 60).NoteOff(0, 4, 40).NoteOff(0, 9, 36);
     return test::MidiFileBuilder()
         .Track(test::TrackBuilder().Tempo(0, 500'000).End())
@@ -75,6 +75,43 @@ TEST_F(MixerFormTest, ShowsTheSongAndFollowsThePlace) {
     EXPECT_EQ(InSong(1), 31);
     EXPECT_EQ(InSong(0), 90);
     EXPECT_TRUE(form_->Session().Modified());
+}
+
+TEST_F(MixerFormTest, NamesTheVoiceInForce) {
+    const auto* voice = Find<QAbstractButton>("Btn_Voice02");
+    const QString first = voice->text();
+    EXPECT_TRUE(voice->toolTip().contains(QStringLiteral("\n25\n")))
+        << voice->toolTip().toStdString();
+    form_->Session().Controls().MoveToTick(1000);
+    EXPECT_NE(voice->text(), first);
+    EXPECT_TRUE(voice->toolTip().contains(QStringLiteral("\n57\n")))
+        << voice->toolTip().toStdString();
+    Trigger("MMF_German"); // at the same place
+    EXPECT_TRUE(voice->toolTip().contains(QStringLiteral("\n57\n")));
+    form_->Session().Controls().MoveToStart();
+    EXPECT_EQ(voice->text(), first);
+}
+
+TEST_F(MixerFormTest, SendsWhileStoppedWhereThatIsSwitchedOn) {
+    loop_->SetRecording(0, true);
+    const auto sent = [this] {
+        QTest::qWait(60);
+        std::string text;
+        for (const midi::loop::LoopMessage& message : loop_->TakeSent(0)) {
+            if (message.bytes.size() == 3 && message.bytes[1] == 7) {
+                text += std::to_string(message.bytes[0]) + "/" + std::to_string(message.bytes[2]);
+            }
+        }
+        return text;
+    };
+    Slider("TB_Volume02")->setValue(33);
+    EXPECT_EQ(sent(), "");
+    Trigger("MMS_LiveWhileStopped");
+    EXPECT_EQ(sent(), "178/33"); // what has waited
+    Slider("TB_Volume02")->setValue(44);
+    EXPECT_EQ(sent(), "178/44");
+    OpenWindow();
+    EXPECT_TRUE(Find<QAction>("MMS_LiveWhileStopped")->isChecked());
 }
 
 TEST_F(MixerFormTest, MouseWheelAndKeysMoveASlider) {

@@ -6,6 +6,7 @@ set(SOURCES
   instrument_test.cpp
   language_test.cpp
   main.cpp
+  lyrics_test.cpp
   menu_test.cpp
   mixer_test.cpp
   overview_test.cpp

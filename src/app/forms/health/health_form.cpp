@@ -2,24 +2,34 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <utility>
+#include <vector>
 
 #include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
 #include "base/forms/panel.h"
 #include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "app/forms/health/health_watch.h"
+#include "app/forms/health/note_figure_view.h"
 #include "app/forms/health/severity_icon.h"
 #include "app/forms/health/texts.h"
+#include "app/forms/overview/overview_widget.h"
 #include "app/forms/transport/session_signals.h"
+#include "song/note_overview.h"
 #include "song/song_position.h"
 
 namespace tracksmith::forms {
@@ -38,6 +48,12 @@ enum Column {
     RepairColumn,
     Columns
 };
+
+// Black is read better on it than white (relative luminance of sRGB, roughly).
+bool IsLight(const QColor& colour) {
+    constexpr double kMiddle = 0.46;
+    return 0.30 * colour.redF() + 0.59 * colour.greenF() + 0.11 * colour.blueF() > kMiddle;
+}
 
 QPushButton* NewButton(const char* objectName, const QString& text) {
     auto* button = new QPushButton(text);
@@ -68,16 +84,28 @@ HealthForm::HealthForm(SessionSignals& session, HealthActions actions, const QSt
     AddColumn(*this);
     auto& column = static_cast<QVBoxLayout&>(*layout());
     BuildHeader(column, fileName);
+    BuildOverview(column);
     BuildTable();
     auto* middle = new QHBoxLayout;
     middle->setSpacing(Gap());
     middle->addWidget(table_, 21);
-    middle->addWidget(BuildDetail(), 10);
+    middle->addWidget(NewScrollArea(BuildDetail()), 10); // large text on a small screen
     column.addLayout(middle, 1);
     BuildFooter(column);
-    connect(&session_, &SessionSignals::SongChanged, this, &HealthForm::Refresh);
+    connect(&actions_.watch, &HealthWatch::Changed, this, &HealthForm::Refresh);
+    connect(&session_, &SessionSignals::SongChanged, this, &HealthForm::ShowSong);
+    connect(&session_, &SessionSignals::PlaceChanged, this, &HealthForm::WatchListening);
+    connect(&session_, &SessionSignals::PlayingChanged, this, &HealthForm::WatchListening);
     connect(&session_, &SessionSignals::FileStateChanged, this, &HealthForm::ShowButtons);
-    resize(fontMetrics().height() * 60, fontMetrics().height() * 37);
+    connect(this, &QDialog::finished, this, [this] {
+        if (listenEnd_) {
+            session_.Controls().Stop();
+        }
+    });
+    const QSize wanted(fontMetrics().height() * 60, fontMetrics().height() * 37);
+    resize(wanted.boundedTo(screen()->availableSize()));
+    ShowSong();
+    ShowListening();
     Refresh();
     table_->setFocus();
 }
@@ -99,6 +127,11 @@ void HealthForm::BuildHeader(QVBoxLayout& column, const QString& fileName) {
     names->addWidget(title);
     names->addWidget(file);
     row->addLayout(names, 1);
+    BuildFilters(*row);
+    column.addLayout(row);
+}
+
+void HealthForm::BuildFilters(QHBoxLayout& row) {
     constexpr std::array<const char*, 3> kNames{"Btn_FilterErrors", "Btn_FilterWarnings",
                                                 "Btn_FilterHints"};
     for (const char* name : kNames) {
@@ -106,10 +139,27 @@ void HealthForm::BuildHeader(QVBoxLayout& column, const QString& fileName) {
         filter->setCheckable(true);
         filter->setChecked(true);
         connect(filter, &QPushButton::toggled, this, &HealthForm::ShowRows);
-        row->addWidget(filter, 0, Qt::AlignTop);
+        row.addWidget(filter, 0, Qt::AlignTop);
         filters_.push_back(filter);
     }
-    column.addLayout(row);
+    channel_ = new QComboBox;
+    channel_->setObjectName(QStringLiteral("Box_HealthChannel"));
+    channel_->setAccessibleName(Say(health_texts::kChannelFilter));
+    channel_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    connect(channel_, &QComboBox::currentIndexChanged, this, &HealthForm::ShowRows);
+    row.addWidget(channel_, 0, Qt::AlignTop);
+}
+
+// A click seeks there; the window's own place is its cursor.
+void HealthForm::BuildOverview(QVBoxLayout& column) {
+    overview_ = new OverviewWidget;
+    overview_->Retranslate(language_);
+    overview_->setObjectName(QStringLiteral("HealthOverview"));
+    overview_->setAccessibleName(Say(health_texts::kPlaces));
+    overview_->setFixedHeight(overview_->minimumSizeHint().height());
+    connect(overview_, &OverviewWidget::PlaceChosen, &session_, &SessionSignals::MoveToTick);
+    connect(overview_, &OverviewWidget::LoopChosen, &session_, &SessionSignals::SetLoop);
+    column.addWidget(overview_);
 }
 
 void HealthForm::BuildTable() {
@@ -156,13 +206,20 @@ QWidget* HealthForm::BuildDetail() {
     next_->setAccessibleName(Say(health_texts::kNextPlace));
     column->addWidget(title_);
     column->addWidget(explanation_);
+    column->addWidget(BuildFigures());
     column->addWidget(change_);
+    listen_ = NewButton("Btn_Listen", {});
+    listen_->setToolTip(Say(health_texts::kListenHint));
+    column->addWidget(listen_, 0, Qt::AlignLeft);
     column->addStretch(1);
     auto* acts = new QHBoxLayout;
     acts->addWidget(repair_, 1);
     acts->addWidget(goThere_);
     column->addLayout(acts);
     auto* places = new QHBoxLayout;
+    for (QPushButton* step : {previous_, next_}) {
+        step->setFixedWidth(step->sizeHint().height() * 3 / 2);
+    }
     places->addWidget(placeText_, 1);
     places->addWidget(previous_);
     places->addWidget(next_);
@@ -173,9 +230,45 @@ QWidget* HealthForm::BuildDetail() {
         }
     });
     connect(goThere_, &QPushButton::clicked, this, &HealthForm::GoThere);
+    connect(listen_, &QPushButton::clicked, this, &HealthForm::Listen);
     connect(previous_, &QPushButton::clicked, this, [this] { StepPlace(-1); });
     connect(next_, &QPushButton::clicked, this, [this] { StepPlace(1); });
     return panel;
+}
+
+// The notes around the place, now and as the repair would make them.
+QWidget* HealthForm::BuildFigures() {
+    figures_ = new QWidget;
+    auto* row = new QHBoxLayout(figures_);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const char* objectName, const Text& caption) {
+        auto* side = new QVBoxLayout;
+        auto* view = new NoteFigureView;
+        view->setObjectName(QLatin1String(objectName));
+        view->setAccessibleName(Say(caption));
+        QLabel* label = NewCaption("", nullptr);
+        label->setText(Say(caption));
+        side->addWidget(label);
+        side->addWidget(view);
+        row->addLayout(side, 1);
+        return view;
+    };
+    now_ = add("Figure_Now", health_texts::kNow);
+    after_ = add("Figure_After", health_texts::kAfter);
+    return figures_;
+}
+
+void HealthForm::ShowFigures() {
+    const Finding* finding = Chosen();
+    health::NoteFigure figure;
+    if (finding != nullptr && place_ < finding->ticks.size()) {
+        figure = actions_.figure(*finding, finding->ticks[place_]);
+    }
+    figures_->setVisible(!figure.now.empty());
+    if (!figure.now.empty()) {
+        now_->Show(figure, false, finding->channel);
+        after_->Show(figure, true, finding->channel);
+    }
 }
 
 void HealthForm::BuildFooter(QVBoxLayout& column) {
@@ -201,15 +294,58 @@ void HealthForm::BuildFooter(QVBoxLayout& column) {
 }
 
 void HealthForm::Refresh() {
-    report_ = actions_.check();
+    report_ = actions_.watch.Report();
     const std::array<const Text*, 3> words{&health_texts::kErrors, &health_texts::kWarnings,
                                            &health_texts::kHints};
     for (std::size_t i = 0; i < filters_.size(); ++i) {
         filters_[i]->setText(Say(*words.at(i)).arg(report_.counts.at(i)));
         filters_[i]->setIcon(SeverityIcon(static_cast<Severity>(i), palette()));
     }
+    ShowChannels();
     ShowRows();
     ShowButtons();
+}
+
+void HealthForm::ShowSong() {
+    const song::Song& song = session_.Session().Song();
+    overview_->SetSong(song::MakeNoteOverview(song), {});
+    WatchListening();
+}
+
+// Those that something was found on.
+void HealthForm::ShowChannels() {
+    std::set<int> channels;
+    for (const Finding& finding : report_.findings) {
+        channels.insert(finding.channel);
+    }
+    channels.erase(health::kAllChannels);
+    const QVariant chosen = channel_->currentData();
+    const QSignalBlocker quiet(channel_);
+    channel_->clear();
+    channel_->addItem(Say(health_texts::kAllChannels), int{health::kAllChannels});
+    for (const int channel : channels) {
+        channel_->addItem(Say(health_texts::kOneChannel).arg(channel + 1), channel);
+    }
+    channel_->setCurrentIndex(std::max(0, channel_->findData(chosen)));
+}
+
+bool HealthForm::IsShown(const Finding& finding) const {
+    const int channel = channel_->currentData().toInt();
+    return filters_[static_cast<std::size_t>(finding.severity)]->isChecked() &&
+           (channel == health::kAllChannels || channel == finding.channel);
+}
+
+// The worst ones on top.
+void HealthForm::ShowFlags() {
+    std::vector<OverviewFlag> flags;
+    for (auto index = shown_.rbegin(); index != shown_.rend(); ++index) {
+        const Finding& finding = report_.findings[*index];
+        const QIcon sign = SeverityIcon(finding.severity, palette());
+        for (const std::int32_t tick : finding.ticks) {
+            flags.push_back({tick, sign, SeverityColour(finding.severity, palette())});
+        }
+    }
+    overview_->SetFlags(std::move(flags));
 }
 
 void HealthForm::ShowRows() {
@@ -217,7 +353,7 @@ void HealthForm::ShowRows() {
     shown_.clear();
     table_->setRowCount(0);
     for (std::size_t i = 0; i < report_.findings.size(); ++i) {
-        if (filters_[static_cast<std::size_t>(report_.findings[i].severity)]->isChecked()) {
+        if (IsShown(report_.findings[i])) {
             shown_.push_back(i);
             AddRow(i);
         }
@@ -225,6 +361,7 @@ void HealthForm::ShowRows() {
     if (!shown_.empty()) {
         table_->selectRow(std::min(row, table_->rowCount() - 1));
     }
+    ShowFlags();
     ShowDetail();
 }
 
@@ -245,8 +382,9 @@ void HealthForm::AddRow(std::size_t index) {
         put(ChannelColumn, all ? Say(health_texts::kAll) : QString::number(finding.channel + 1));
     channel->setTextAlignment(Qt::AlignCenter);
     if (!all) {
-        channel->setBackground(ChannelColour(finding.channel, palette()));
-        channel->setForeground(Qt::black);
+        const QColor ground = ChannelColour(finding.channel, palette());
+        channel->setBackground(ground);
+        channel->setForeground(IsLight(ground) ? Qt::black : Qt::white);
     }
     put(PositionColumn,
         finding.ticks.empty()
@@ -285,7 +423,9 @@ void HealthForm::ShowDetail() {
     place_ = 0;
     const Finding* finding = Chosen();
     if (finding == nullptr) {
-        title_->setText(report_.findings.empty() ? Say(health_texts::kNothing) : QString());
+        title_->setText(!actions_.watch.Ready()    ? Say(health_texts::kChecking)
+                        : report_.findings.empty() ? Say(health_texts::kNothing)
+                                                   : QString());
         explanation_->clear();
         change_->clear();
     } else {
@@ -309,8 +449,10 @@ void HealthForm::ShowPlace() {
     const Finding* finding = Chosen();
     const std::size_t places = finding == nullptr ? 0 : finding->ticks.size();
     goThere_->setEnabled(places > 0);
+    listen_->setEnabled(places > 0 || listenEnd_);
     previous_->setEnabled(place_ > 0);
     next_->setEnabled(place_ + 1 < places);
+    ShowFigures();
     placeText_->setText(places == 0 ? QString()
                                     : Say(health_texts::kPlaceOf).arg(place_ + 1).arg(places));
 }
@@ -326,6 +468,48 @@ void HealthForm::GoThere() {
     if (finding != nullptr && place_ < finding->ticks.size()) {
         session_.MoveToTick(finding->ticks[place_]);
     }
+}
+
+// From the start of the place's measure, or of the one before where the place is that start.
+void HealthForm::Listen() {
+    session::Transport& controls = session_.Controls();
+    if (listenEnd_) {
+        controls.Stop();
+        return;
+    }
+    GoThere();
+    controls.MoveByMeasures(-1);
+    const song::Song& song = session_.Session().Song();
+    const std::int64_t second = controls.Tick() + song::TicksInMeasureAtPos(song, controls.Tick());
+    const std::int64_t end = second + song::TicksInMeasureAtPos(song, second);
+    if (controls.Playing() || controls.Play()) {
+        listenEnd_ = static_cast<std::int32_t>(std::min<std::int64_t>(end, song.songLength));
+    }
+    ShowListening();
+}
+
+void HealthForm::WatchListening() {
+    const session::Transport& controls = session_.Controls();
+    overview_->ShowPlace(controls.Tick());
+    if (!listenEnd_) {
+        return;
+    }
+    if (!controls.Playing()) {
+        EndListening();
+    } else if (controls.Tick() >= *listenEnd_) {
+        session_.Controls().Stop();
+    }
+}
+
+void HealthForm::EndListening() {
+    listenEnd_.reset();
+    ShowListening();
+    GoThere();
+}
+
+void HealthForm::ShowListening() {
+    listen_->setText(Say(listenEnd_ ? health_texts::kStopListening : health_texts::kListen));
+    ShowPlace();
 }
 
 void HealthForm::RepairFinding(std::size_t index) {

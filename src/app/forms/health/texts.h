@@ -32,6 +32,19 @@ inline constexpr Text kSafe{De{"Sichere Reparaturen: %1, Stellen: %2"},
                             En{"Safe repairs: %1, places: %2"}};
 inline constexpr Text kRepairAll{De{"&Alles Sichere reparieren (%1)"}, En{"Repair &All Safe (%1)"}};
 inline constexpr Text kHealthButton{De{"Zustand: %1"}, En{"Health: %1"}};
+inline constexpr Text kHealthCounting{De{"Zustand: …"}, En{"Health: …"}};
+inline constexpr Text kChecking{De{"Der Song wird geprüft …"}, En{"Checking the song …"}};
+inline constexpr Text kChannelFilter{De{"Befunde welcher Kanäle"},
+                                     En{"Findings of which channels"}};
+inline constexpr Text kAllChannels{De{"Alle Kanäle"}, En{"All channels"}};
+inline constexpr Text kOneChannel{De{"Kanal %1"}, En{"Channel %1"}};
+inline constexpr Text kListen{De{"An&hören"}, En{"&Listen"}};
+inline constexpr Text kStopListening{De{"An&halten"}, En{"Stop &Listening"}};
+inline constexpr Text kListenHint{De{"Spielt zwei Takte um diese Stelle."},
+                                  En{"Plays two measures around this place."}};
+inline constexpr Text kNow{De{"Jetzt"}, En{"Now"}};
+inline constexpr Text kAfter{De{"Nach der Reparatur"}, En{"After the repair"}};
+inline constexpr Text kPlaces{De{"Stellen im Song"}, En{"Places in the song"}};
 inline constexpr Text kHealthGood{De{"Zustand: gut"}, En{"Health: good"}};
 
 } // namespace tracksmith::forms::health_texts

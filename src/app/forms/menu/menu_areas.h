@@ -17,6 +17,9 @@ extern const MenuArea kHelpMenu;
 /// In the view menu; the values are per cent.
 extern const MenuArea kTextSizeMenu;
 
+/// In the view menu; the values are those of TextEncoding from 1 on, 0 for the likeliest one.
+extern const MenuArea kLyricsEncodingMenu;
+
 /// In the song menu; the values are ticks, 0 for off.
 extern const MenuArea kNoteLengthMenu;
 

@@ -17,6 +17,10 @@ constexpr MenuArea kLanguage{"Menu_Language", texts::kMenuLanguage, kLanguageRow
 constexpr auto kRows = std::to_array<CommandRow>({
     {"MMS_MidiPorts", texts::kMidiPorts, &TMainForm::MMS_MidiPortsClick},
     {"MMS_Instruments", texts::kInstrumentSettings, &TMainForm::MMS_InstrumentsClick},
+    {.id = commands::kLiveWhileStopped,
+     .text = texts::kLiveWhileStopped,
+     .handler = &TMainForm::MMS_LiveWhileStoppedClick,
+     .checkable = true},
     Submenu(kLanguage),
 });
 

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "app/forms/lyrics/texts.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/menu_areas.h"
@@ -29,14 +30,36 @@ constexpr auto kTextSizeRows = std::to_array<CommandRow>({
     Size("MMV_TextSize250", texts::kTextSize250, 250),
 });
 
+constexpr CommandRow Encoding(std::string_view id, const Text& text, int value) {
+    return {.id = id, .text = text, .handler = &TMainForm::MMV_LyricsEncodingClick, .value = value};
+}
+
+constexpr auto kEncodingRows = std::to_array<CommandRow>({
+    Encoding("MMV_LyricsAutomatic", lyrics_texts::kAutomatic, 0),
+    Encoding("MMV_LyricsUtf8", lyrics_texts::kUtf8, 1),
+    Encoding("MMV_LyricsWestern", lyrics_texts::kWestern, 2),
+    Encoding("MMV_LyricsCentral", lyrics_texts::kCentral, 3),
+    Encoding("MMV_LyricsDos", lyrics_texts::kDos, 4),
+    Encoding("MMV_LyricsMac", lyrics_texts::kMac, 5),
+});
+
 } // namespace
 
 constinit const MenuArea kTextSizeMenu{"Menu_TextSize", texts::kMenuTextSize, kTextSizeRows, true};
+constinit const MenuArea kLyricsEncodingMenu{"Menu_LyricsEncoding", lyrics_texts::kMenuEncoding,
+                                             kEncodingRows, true};
 
 namespace {
 
 constexpr auto kRows = std::to_array<CommandRow>({
     {"MMV_NextPage", texts::kNextPage, &TMainForm::MMV_NextPageClick, kWithSong, {"F9"}},
+    {"MMV_LyricsPage",
+     lyrics_texts::kFullScreen,
+     &TMainForm::MMV_LyricsPageClick,
+     kWithSong,
+     {"F11"}},
+    Submenu(kLyricsEncodingMenu),
+    kLine,
     Submenu(kTheme),
     Submenu(kTextSizeMenu),
 });

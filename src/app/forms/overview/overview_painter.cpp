@@ -88,6 +88,27 @@ public:
         }
     }
 
+    // One of each colour where several would lie on each other.
+    void PaintFlags() const {
+        const double side = g_.markRuler.height();
+        double last = -side;
+        QColor colour;
+        for (const OverviewFlag& flag : s_.flags) {
+            const double x = std::floor(g_.X(ColumnOfTick(s_.notes, flag.tick)));
+            if (flag.colour == colour && std::abs(x - last) < side / 4) {
+                continue;
+            }
+            last = x;
+            colour = flag.colour;
+            QColor line = flag.colour;
+            line.setAlphaF(0.6F);
+            p_.fillRect(
+                QRectF(x, g_.markRuler.bottom(), 1, g_.cells.bottom() - g_.markRuler.bottom()),
+                line);
+            flag.sign.paint(&p_, QRectF(x - side / 2, g_.markRuler.top(), side, side).toRect());
+        }
+    }
+
     // The number only where the row is high enough to read it.
     void PaintGutter(std::size_t index) const {
         const QRectF row(g_.gutter.left(), g_.Y(index), g_.gutter.width(), g_.RowHeight());
@@ -179,6 +200,7 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
     parts.PaintLoop();
     parts.PaintMeasures();
     parts.PaintMarks();
+    parts.PaintFlags();
     painter.setFont(ScaledFont(painter.font(), 0.7));
     for (std::size_t row = 0; row < geometry.channels.size(); ++row) {
         parts.PaintGutter(row);

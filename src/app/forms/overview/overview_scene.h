@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include <QColor>
+#include <QIcon>
 #include <QPalette>
 #include <QRectF>
 #include <QString>
@@ -17,6 +19,14 @@ struct OverviewMark {
     /// Place in ticks.
     std::int32_t tick = 0;
     QString text;
+};
+
+/// A sign at a place of the song that wants to be noticed.
+struct OverviewFlag {
+    /// Place in ticks.
+    std::int32_t tick = 0;
+    QIcon sign;
+    QColor colour;
 };
 
 /// Where things stand in the overview, in logical pixels.
@@ -49,6 +59,8 @@ struct OverviewGeometry {
 struct OverviewScene {
     song::NoteOverview notes;
     std::vector<OverviewMark> marks;
+    /// Later ones are painted over earlier ones.
+    std::vector<OverviewFlag> flags;
     /// Column of the cursor.
     std::size_t cursor = 0;
     /// Channel brought out (0-15), -1 for none.

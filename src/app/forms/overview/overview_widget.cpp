@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/forms/qt_text.h"
 #include <QAccessible>
@@ -31,6 +32,22 @@ void OverviewWidget::SetSong(song::NoteOverview notes, std::vector<OverviewMark>
     scene_.loopStart = scene_.loopEnd = 0;
     pressedColumn_ = -1;
     TellCursor();
+}
+
+void OverviewWidget::SetFlags(std::vector<OverviewFlag> flags) {
+    constexpr double kNear = 0.125; // columns
+    scene_.flags.clear();
+    double last = 0;
+    for (OverviewFlag& flag : flags) {
+        const double column = ColumnOfTick(scene_.notes, flag.tick);
+        const bool covers = !scene_.flags.empty() && scene_.flags.back().colour == flag.colour &&
+                            std::abs(column - last) < kNear;
+        if (!covers) {
+            last = column;
+            scene_.flags.push_back(std::move(flag));
+        }
+    }
+    update();
 }
 
 void OverviewWidget::SetChannel(int channel) {

@@ -18,6 +18,9 @@ public:
     /// Shows another song; the cursor goes to its start.
     void SetSong(song::NoteOverview notes, std::vector<OverviewMark> marks);
 
+    /// Shows signs at places of the song, in place of those before.
+    void SetFlags(std::vector<OverviewFlag> flags);
+
     /// Brings out one channel (0-15); -1 for none.
     void SetChannel(int channel);
 

@@ -9,6 +9,11 @@
 #include <QLocale>
 
 namespace tracksmith::forms {
+namespace {
+
+constexpr const char* kLyricsEncodings = "LyricsEncodings";
+
+} // namespace
 
 Language FormSettings::ReadLanguage() {
     const std::string chosen = store_.ReadStrFromUserRegistry("Language", "");
@@ -62,6 +67,22 @@ std::filesystem::path FormSettings::ReadLastFolder() {
 
 void FormSettings::WriteLastFolder(const std::filesystem::path& folder) {
     store_.WriteStrToUserRegistry("LastFolder", system::PathText(folder));
+}
+
+int FormSettings::ReadLyricsEncoding(const std::string& song) {
+    return song.empty() ? 0 : store_.ReadIntFromUserRegistrySubdir(kLyricsEncodings, song, 0);
+}
+
+// What is chosen for no song but the likeliest needs no room.
+void FormSettings::WriteLyricsEncoding(const std::string& song, int encoding) {
+    if (song.empty()) {
+        return;
+    }
+    if (encoding == 0) {
+        store_.DeleteFromUserRegistrySubdir(kLyricsEncodings, song);
+    } else {
+        store_.WriteIntToUserRegistrySubdir(kLyricsEncodings, song, encoding);
+    }
 }
 
 } // namespace tracksmith::forms

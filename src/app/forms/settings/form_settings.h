@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "base/forms/theme.h"
 #include "base/text.h"
@@ -9,6 +10,9 @@
 #include "app/settings/settings_store.h"
 
 namespace tracksmith::forms {
+
+/// Name of the switch that lets hardware get what the mixer's controls do while nothing plays.
+inline constexpr const char* kLiveWhileStopped = "LiveWhileStopped";
 
 /// What the window remembers from one start to the next, each as one value of the user's settings.
 /// A missing or broken value reads as the default. User-interface thread only.
@@ -35,6 +39,11 @@ public:
     /// The folder in which a file was last opened or saved, else the user's home.
     std::filesystem::path ReadLastFolder();
     void WriteLastFolder(const std::filesystem::path& folder);
+
+    /// In which encoding the words of a song are read, by the name of its file: a row of the menu,
+    /// 0 for the likeliest one.
+    int ReadLyricsEncoding(const std::string& song);
+    void WriteLyricsEncoding(const std::string& song, int encoding);
 
     /// A switch, off at first.
     bool ReadSwitch(const char* name) { return store_.ReadBoolFromUserRegistry(name, false); }

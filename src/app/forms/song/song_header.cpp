@@ -79,7 +79,7 @@ void SongHeader::ShowSong(const app::SongDescription& song, const QString& fileN
                       ToQString(song::ClockText(song.lengthMs)));
 }
 
-void SongHeader::ShowHealth(const std::array<std::int64_t, 3>& counts) {
+void SongHeader::ShowHealth(const std::optional<std::array<std::int64_t, 3>>& counts) {
     findings_ = counts;
     ShowHealthText();
 }
@@ -87,13 +87,18 @@ void SongHeader::ShowHealth(const std::array<std::int64_t, 3>& counts) {
 // The worst sign stands beside the number of errors and warnings.
 void SongHeader::ShowHealthText() {
     using health::Severity;
-    const std::int64_t faults = findings_[0] + findings_[1];
+    if (!findings_) {
+        health_->setText(InLanguage(health_texts::kHealthCounting, language_));
+        health_->setIcon(QIcon());
+        return;
+    }
+    const auto& [errors, warnings, hints] = *findings_;
+    const std::int64_t faults = errors + warnings;
     health_->setText(faults == 0 ? InLanguage(health_texts::kHealthGood, language_)
                                  : InLanguage(health_texts::kHealthButton, language_).arg(faults));
     health_->setIcon(
-        faults == 0
-            ? QIcon()
-            : SeverityIcon(findings_[0] > 0 ? Severity::Error : Severity::Warning, palette()));
+        faults == 0 ? QIcon()
+                    : SeverityIcon(errors > 0 ? Severity::Error : Severity::Warning, palette()));
 }
 
 void SongHeader::Retranslate(Language language) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "base/text.h"
@@ -32,8 +33,8 @@ public:
     /// The facts in a panel of their own, which stands elsewhere.
     Panel* Facts() const { return panel_; }
 
-    /// Shows how many errors, warnings and hints the song has.
-    void ShowHealth(const std::array<std::int64_t, 3>& counts);
+    /// Shows how many errors, warnings and hints the song has; none while they are counted.
+    void ShowHealth(const std::optional<std::array<std::int64_t, 3>>& counts);
 
     void Retranslate(Language language);
 
@@ -43,7 +44,7 @@ private:
     void ShowHealthText();
 
     QPushButton* health_;
-    std::array<std::int64_t, 3> findings_{};
+    std::optional<std::array<std::int64_t, 3>> findings_;
     Language language_ = Language::English;
     ElidedLabel* title_;
     ElidedLabel* fileName_;

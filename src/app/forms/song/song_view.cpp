@@ -11,6 +11,8 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "app/forms/lyrics/lyrics_band.h"
+#include "app/forms/lyrics/lyrics_model.h"
 #include "app/forms/menu/main_menu.h"
 #include "app/forms/overview/overview_widget.h"
 #include "app/forms/ports/routing_page.h"
@@ -23,6 +25,8 @@
 #include "app/forms/transport/position_display.h"
 #include "app/forms/transport/session_signals.h"
 #include "mixer/forms/strips_view.h"
+#include "player/player.h"
+#include "song/channel_state.h"
 #include "song/note_overview.h"
 #include "song/song_position.h"
 
@@ -58,6 +62,8 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
       playBar_(new PlayBar(menu, session)),
       header_(new SongHeader(menu.ActionOf("MMF_Health"))),
       overview_(new OverviewWidget),
+      lyrics_(new LyricsModel(this)),
+      band_(new LyricsBand(*lyrics_)),
       mixer_(mixer),
       strips_(new StripsView(mixer)),
       tracks_(new ListPanel("Table_Tracks", texts::kTracks, TrackColumns(), 1)),
@@ -67,6 +73,7 @@ SongView::SongView(const session::Workspace& workspace, const VoiceNames& voices
       routing_(new RoutingPage(session)),
       pages_(new QTabBar),
       shown_(new QStackedWidget) {
+    lyrics_->setObjectName(QStringLiteral("LyricsModel"));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(Gap() * 3 / 2, Gap(), Gap() * 3 / 2, Gap());
     column->setSpacing(Gap());
@@ -92,6 +99,7 @@ QWidget* SongView::BuildSong() {
     row->addWidget(pages_);
     column->addLayout(row);
     column->addWidget(overview_);
+    column->addWidget(band_);
     shown_->addWidget(strips_);
     shown_->addWidget(NewScrollArea(routing_));
     shown_->addWidget(BuildLists());
@@ -147,11 +155,19 @@ void SongView::ShowSong(const QString& fileName) {
     strips_->ShowSong([this](int channel) { return VoiceOf(channel); });
     overview_->SetChannel(-1);
     overview_->SetSong(song::MakeNoteOverview(workspace_.song), OverviewMarks(description_));
+    lyrics_->TakeSong(workspace_.song, lyricsEncoding_);
     ShowPlace();
     ShowLoop();
 }
 
-void SongView::ShowHealth(const std::array<std::int64_t, 3>& counts) {
+void SongView::SetLyricsEncoding(std::optional<TextEncoding> encoding) {
+    if (encoding != lyricsEncoding_) {
+        lyricsEncoding_ = encoding;
+        lyrics_->TakeSong(workspace_.song, lyricsEncoding_);
+    }
+}
+
+void SongView::ShowHealth(const std::optional<std::array<std::int64_t, 3>>& counts) {
     header_->ShowHealth(counts);
 }
 
@@ -187,12 +203,50 @@ void SongView::ShowLists() {
 ShownVoice SongView::VoiceOf(int channel) const {
     const auto line = std::ranges::find(description_.channels, channel,
                                         &app::SongDescription::ChannelLine::channel);
-    return line == description_.channels.end() ? ShownVoice() : voices_.NameOf(*line, language_);
+    return line == description_.channels.end() ? ShownVoice()
+                                               : voices_.NameOf(InForce(*line), language_);
+}
+
+// The voice at the play position; before a channel's first one that which the song selects first.
+app::SongDescription::ChannelLine SongView::InForce(app::SongDescription::ChannelLine line) const {
+    const auto value = [](const player::ChannelsInEffect::Effect& effect) {
+        return effect.value == song::kUnset
+                   ? std::nullopt
+                   : std::optional(static_cast<std::uint8_t>(effect.value));
+    };
+    const player::ChannelsInEffect& effects = session_.Controls().Player().InEffect();
+    if (const auto program = value(effects.Program(line.channel))) {
+        line.program = program;
+        line.bankMsb = value(effects.ProgramBankMsb(line.channel));
+        line.bankLsb = value(effects.ProgramBankLsb(line.channel));
+    }
+    return line;
+}
+
+// As they pass. Naming a voice costs more than looking whether it is another one.
+void SongView::FollowVoices() {
+    constexpr std::uint32_t kNone = 0xFF;
+    for (const auto& line : description_.channels) {
+        const auto now = InForce(line);
+        const std::uint32_t voice = (now.program.value_or(kNone) << 16U) |
+                                    (now.bankMsb.value_or(kNone) << 8U) |
+                                    now.bankLsb.value_or(kNone);
+        std::uint32_t& shown = shownVoices_.at(line.channel);
+        if (voice != shown) {
+            shown = voice;
+            strips_->ShowVoice(line.channel, voices_.NameOf(now, language_));
+        }
+    }
+}
+
+void SongView::ShowVoices() {
+    shownVoices_ = {};
+    strips_->ShowVoices([this](int channel) { return VoiceOf(channel); });
 }
 
 void SongView::ShowInstrument(const std::string& name) {
     playBar_->Instrument().ShowInstrument(name);
-    strips_->ShowVoices([this](int channel) { return VoiceOf(channel); });
+    ShowVoices();
 }
 
 void SongView::ShowPlace() {
@@ -200,7 +254,9 @@ void SongView::ShowPlace() {
     if (workspace_.hasSong && !map->timeZones.empty()) {
         const std::int32_t tick = session_.Controls().Tick();
         overview_->ShowPlace(tick);
+        lyrics_->ShowTick(tick);
         strips_->ShowFrame();
+        FollowVoices();
         playBar_->Position().ShowPlace(PlaceAt(*map, tick, overview_->CursorNotes(), language_));
     }
 }
@@ -222,8 +278,9 @@ void SongView::Retranslate(Language language) {
         pages_->setTabText(page++, InLanguage(text, language));
     }
     strips_->Retranslate(language);
-    strips_->ShowVoices([this](int channel) { return VoiceOf(channel); });
+    ShowVoices();
     overview_->Retranslate(language);
+    band_->Retranslate(language);
     for (ListPanel* list : {tracks_, tempos_, timeSignatures_}) {
         list->Retranslate(language);
     }

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
+#include "base/display_text.h"
 #include "base/text.h"
 #include <QWidget>
 
@@ -17,6 +19,8 @@ class QTabBar;
 namespace tracksmith::forms {
 
 class ListPanel;
+class LyricsBand;
+class LyricsModel;
 class MainMenu;
 class OverviewWidget;
 class PlayBar;
@@ -49,8 +53,14 @@ public:
     /// Shows another file name or modified mark.
     void ShowFileName(const QString& fileName);
 
-    /// Shows how many errors, warnings and hints the song has.
-    void ShowHealth(const std::array<std::int64_t, 3>& counts);
+    /// Shows how many errors, warnings and hints the song has; none while they are counted.
+    void ShowHealth(const std::optional<std::array<std::int64_t, 3>>& counts);
+
+    /// The song's words and chords and what is current of them.
+    LyricsModel& Lyrics() const { return *lyrics_; }
+    /// Reads the words in another encoding, from the next ShowSong on, too; in the likeliest one
+    /// for none.
+    void SetLyricsEncoding(std::optional<TextEncoding> encoding);
 
     /// Turns to the next page: mixer, sound controllers, routing, lists.
     void ShowNextPage();
@@ -79,6 +89,9 @@ private:
     void Connect();
     void ShowPage(int page);
     ShownVoice VoiceOf(int channel) const;
+    app::SongDescription::ChannelLine InForce(app::SongDescription::ChannelLine line) const;
+    void FollowVoices();
+    void ShowVoices();
     void ShowLists();
     void ShowPlace();
     void ShowLoop();
@@ -92,8 +105,13 @@ private:
     PlayBar* playBar_;
     SongHeader* header_;
     OverviewWidget* overview_;
+    LyricsModel* lyrics_;
+    LyricsBand* band_;
+    std::optional<TextEncoding> lyricsEncoding_;
     mixer::Mixer& mixer_;
     StripsView* strips_;
+    /// What the strips name, by channel: programs with their banks.
+    std::array<std::uint32_t, song::kMidiChannels> shownVoices_{};
     ListPanel* tracks_;
     ListPanel* tempos_;
     ListPanel* timeSignatures_;
