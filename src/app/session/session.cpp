@@ -37,6 +37,22 @@ void Session::EndPlayer() {
 }
 
 bool Session::Change(const ChangeKind& kind, MessageHost& host, const Edit& edit) {
+    if (kind.replaces && Modified() && !changing_) {
+        listeners_.Tell(&SessionListener::OnLeavingSong);
+    }
+    struct Flag {
+        explicit Flag(bool& flag) : value(flag), before(std::exchange(flag, true)) {}
+        Flag(const Flag&) = delete;
+        Flag& operator=(const Flag&) = delete;
+        ~Flag() { value = before; }
+        bool& value;
+        bool before;
+    };
+    const Flag changing(changing_);
+    return MakeChange(kind, host, edit);
+}
+
+bool Session::MakeChange(const ChangeKind& kind, MessageHost& host, const Edit& edit) {
     const bool wasPlaying = transport_ && transport_->Playing();
     const std::int32_t tempoOffset = TempoOffset();
     StopForChange(host);

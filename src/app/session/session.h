@@ -64,6 +64,9 @@ public:
     /// is as before then, if `kind` keeps it.
     bool Change(const ChangeKind& kind, MessageHost& host, const Edit& edit);
 
+    /// A change is being made, which may ask the user in between: the song is not in order then.
+    bool Changing() const { return changing_; }
+
     /// Grows before each edit: links found at another revision may lead to events that are gone.
     std::uint64_t Revision() const { return revision_; }
 
@@ -88,12 +91,14 @@ public:
     void TakeBackLastChange(MessageHost& host);
 
 private:
+    bool MakeChange(const ChangeKind& kind, MessageHost& host, const Edit& edit);
     void StopForChange(MessageHost& host);
     void Keep(const ChangeKind& kind, MessageHost& host);
     bool RunEdit(const ChangeKind& kind, const Edit& edit);
     void BringInOrder(const ChangeKind& kind);
 
     Workspace work_;
+    bool changing_ = false;
     std::uint64_t revision_ = 0;
     song::SongEncoder encoder_;
     session::TakeBack takeBack_;

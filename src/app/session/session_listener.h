@@ -16,6 +16,8 @@ public:
 
     /// The song has been changed or replaced: every link into it must be found again.
     virtual void OnSongChanged(const ChangeKind& /*kind*/) {}
+    /// Another song, or none, is about to replace this one, which has changes that are not saved.
+    virtual void OnLeavingSong() {}
     /// File name, modified mark or what can be taken back has changed.
     virtual void OnFileState() {}
     /// The song has been written to its file, as it is in memory.

@@ -1,0 +1,15 @@
+set(SOURCES
+  auto_backup.cpp
+  auto_backup.h
+  backup_folder.cpp
+  backup_folder.h
+  backup_index.cpp
+  backup_index.h
+  backup_name.cpp
+  backup_name.h
+  backup_settings.cpp
+  backup_settings.h
+  restore_backup.cpp
+  restore_backup.h
+  texts.cpp
+  texts.h)

@@ -1,0 +1,1 @@
+set(SOURCES auto_backup_test.cpp backup_folder_test.cpp)
