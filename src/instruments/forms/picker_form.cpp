@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTableView>
@@ -93,7 +94,8 @@ TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::Pi
     ShowCategories();
     ShowSounds();
     ShowVoices();
-    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
+    const QSize wanted(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
+    resize(wanted.boundedTo(screen()->availableSize()));
     restoreGeometry(QByteArray::fromBase64(
         QByteArray::fromStdString(program_.store.ReadStrFromUserRegistry(kGeometry, ""))));
     ShowChosenRow();
@@ -154,7 +156,7 @@ void TPickerForm::AddHeader(QVBoxLayout& column) {
     search_->setPlaceholderText(Say(picker_texts::kSearch));
     search_->setAccessibleName(Say(picker_texts::kSearch));
     search_->setClearButtonEnabled(true);
-    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 46);
+    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 38);
     search_->installEventFilter(this);
     connect(search_, &QLineEdit::textChanged, this, &TPickerForm::Search);
     auto* row = new QHBoxLayout;

@@ -92,7 +92,8 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
              {std::pair("MMS_MidiPorts", "Dlg_MidiPorts"),
               std::pair("MMI_ChooseInstrument", "Dlg_Instrument"),
               std::pair("MMI_Voices", "PatchesForm"), std::pair("MMS_Instruments", "OptionsForm"),
-              std::pair("MMF_WhatChanged", "Dlg_Changes"), std::pair("MMF_About", "Dlg_About")}) {
+              std::pair("MMF_Health", "Dlg_Health"), std::pair("MMF_WhatChanged", "Dlg_Changes"),
+              std::pair("MMF_About", "Dlg_About")}) {
             Trigger(action);
             auto* window = Find<QDialog>(dialog);
             ExpectNames(*window);

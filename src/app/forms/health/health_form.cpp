@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -89,7 +90,7 @@ HealthForm::HealthForm(SessionSignals& session, HealthActions actions, const QSt
     auto* middle = new QHBoxLayout;
     middle->setSpacing(Gap());
     middle->addWidget(table_, 21);
-    middle->addWidget(NewScrollArea(BuildDetail()), 10); // large text on a small screen
+    middle->addWidget(BuildDetailArea(), 10);
     column.addLayout(middle, 1);
     BuildFooter(column);
     connect(&actions_.watch, &HealthWatch::Changed, this, &HealthForm::Refresh);
@@ -183,6 +184,20 @@ void HealthForm::BuildTable() {
     table_->installEventFilter(this);
     connect(table_, &QTableWidget::itemSelectionChanged, this, &HealthForm::ShowDetail);
     connect(table_, &QTableWidget::cellClicked, this, &HealthForm::GoThere);
+}
+
+// Scrolls up and down where the text is large and the screen small.
+QWidget* HealthForm::BuildDetailArea() {
+    detail_ = NewScrollArea(BuildDetail());
+    detail_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return detail_;
+}
+
+// As wide as its texts and buttons need.
+void HealthForm::FitDetail() {
+    detail_->widget()->layout()->activate();
+    detail_->setMinimumWidth(detail_->widget()->minimumSizeHint().width() +
+                             detail_->verticalScrollBar()->sizeHint().width());
 }
 
 QWidget* HealthForm::BuildDetail() {
@@ -283,7 +298,8 @@ void HealthForm::BuildFooter(QVBoxLayout& column) {
     auto* row = new QHBoxLayout;
     row->addWidget(noteReport_);
     row->addWidget(takeBack_);
-    row->addWidget(safe_, 1);
+    row->addStretch(1);
+    row->addWidget(safe_);
     row->addWidget(repairAll_);
     row->addWidget(close);
     column.addLayout(row);
@@ -443,6 +459,7 @@ void HealthForm::ShowDetail() {
                                .arg(finding->count)
                          : Say(health_texts::kNoRepair));
     ShowPlace();
+    FitDetail();
 }
 
 void HealthForm::ShowPlace() {
@@ -545,8 +562,21 @@ void HealthForm::ShowButtons() {
     safe_->setText(repairs == 0 ? QString() : Say(health_texts::kSafe).arg(repairs).arg(places));
 }
 
+// Where there is little room the finding itself counts most; the detail has the rest.
+void HealthForm::ShowColumns() {
+    constexpr int kEnough = 30; // of the font's heights
+    const bool narrow = table_->width() < fontMetrics().height() * kEnough;
+    table_->setColumnHidden(CountColumn, narrow);
+    table_->setColumnHidden(RepairColumn, narrow);
+    safe_->setVisible(!narrow); // else it would be cut to nothing
+}
+
 // Enter and R belong to the row while the table has the keyboard.
 bool HealthForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == table_ && event->type() == QEvent::Resize && safe_ != nullptr) {
+        ShowColumns();
+        FitDetail();
+    }
     if (watched == table_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {

@@ -16,6 +16,7 @@ class QComboBox;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QTableWidget;
 class QVBoxLayout;
 
@@ -61,6 +62,9 @@ protected:
 private:
     void BuildHeader(QVBoxLayout& column, const QString& fileName);
     QWidget* BuildDetail();
+    QWidget* BuildDetailArea();
+    void FitDetail();
+    void ShowColumns();
     void BuildFilters(QHBoxLayout& row);
     void BuildOverview(QVBoxLayout& column);
     void BuildTable();
@@ -104,6 +108,7 @@ private:
     QLabel* title_ = nullptr;
     QLabel* explanation_ = nullptr;
     QLabel* change_ = nullptr;
+    QScrollArea* detail_ = nullptr;
     QWidget* figures_ = nullptr;
     NoteFigureView* now_ = nullptr;
     NoteFigureView* after_ = nullptr;
