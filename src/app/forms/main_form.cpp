@@ -64,6 +64,7 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
     ShowAreas();
     ConnectSession();
     ConnectAreas();
+    StartBackups();
     RestoreGeometry();
 }
 
@@ -73,6 +74,7 @@ TMainForm::~TMainForm() {
     delete health_.data();   // shows what ends here
     healthWatch_.reset();
     signals_.reset();
+    backups_.reset();
     asker_.reset();
     mixer_.reset();
     session_.EndPlayer();
@@ -105,6 +107,7 @@ void TMainForm::ShowAreas() {
     menu_->Choose(kTextSizeMenu, settings_.ReadTextSize());
     menu_->ActionOf(commands::kLiveWhileStopped).setChecked(mixer_->Live().LiveWhileStopped());
     menu_->Choose(kNoteLengthMenu, session_.Options().noteLength.minimum);
+    ShowBackupOptions();
     ApplyLanguage(settings_.ReadLanguage());
     ShowRecentFiles();
     ShowSong();
@@ -154,6 +157,7 @@ bool TMainForm::AgreeToEnd(bool mayAsk) {
     if (mayAsk && !mayLoseChanges_ && !ConfirmDiscard()) {
         return false;
     }
+    EndBackups(mayAsk || mayLoseChanges_);
     mayLoseChanges_ = true;
     session_.Controls().Stop();
     settings_.WriteGeometry(saveGeometry());

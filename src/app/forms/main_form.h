@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include "app/backups/auto_backup.h"
 #include "app/devices/midi_devices.h"
 #include "app/forms/menu/main_menu.h"
 #include "app/forms/menu/recent_files.h"
@@ -114,6 +115,7 @@ public:
     void MMF_OpenRecentClick(const std::filesystem::path& file);
     void MMF_ClearRecentClick();
     void MMF_ReloadMidifileClick();
+    void MMF_RestoreEarlierClick();
     void MMF_SaveMidifileClick();
     void MMF_SaveMidifileAsClick();
     void MMF_SaveFileAsFormat0Click();
@@ -156,6 +158,7 @@ public:
     void MMS_MidiPortsClick();
     void MMS_InstrumentsClick();
     void MMS_LiveWhileStoppedClick();
+    void MMS_AutoBackupClick();
     void MMF_ThemeDarkClick();
     void MMF_ThemeLightClick();
     void MMF_ThemeSystemClick();
@@ -194,6 +197,11 @@ private:
 
     void ChangeOption(const SongOption& option, bool on);
     bool Run(const std::function<void()>& command);
+    void StartBackups();
+    void ShowBackupOptions();
+    void OfferUnseenBackup();
+    bool Restore(const backups::Backup& backup);
+    void EndBackups(bool answered);
     bool ConfirmDiscard();
     bool ConfirmOverwrite(const std::filesystem::path& file);
     void TellRefused(const std::filesystem::path& file, const std::string& message);
@@ -239,6 +247,11 @@ private:
     bool mayLoseChanges_ = false;
     std::unique_ptr<devices::MidiDevices> devices_;
     std::unique_ptr<NoticeHost> noticeHost_;
+    std::unique_ptr<backups::AutoBackup> backups_;
+    /// What the notice offers that was said at the start.
+    std::optional<backups::Backup> unseen_;
+    /// The program ended without an answer; what was backed up then is offered at the next start.
+    bool leftUnanswered_ = false;
     std::unique_ptr<mixer::Mixer> mixer_;
     std::unique_ptr<SessionSignals> signals_;
     std::unique_ptr<SongPickerHost> pickerHost_;

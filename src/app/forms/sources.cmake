@@ -3,6 +3,7 @@ set(SOURCES
   application.h
   main_form.cpp
   main_form.h
+  main_form_backups.cpp
   main_form_commands.cpp
   main_form_files.cpp
   main_form_health.cpp
@@ -13,6 +14,9 @@ set(SOURCES
   main_form_revoicer.cpp
   texts.cpp
   texts.h
+  backups/restore_form.cpp
+  backups/restore_form.h
+  backups/texts.h
   health/health_form.cpp
   health/health_form.h
   health/health_watch.cpp

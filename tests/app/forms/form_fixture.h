@@ -97,6 +97,7 @@ private:
 class FormTest : public testing::Test {
 protected:
     void SetUp() override {
+        qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
         store_ = std::make_unique<settings::SettingsStore>(Path("settings.json"));
         store_->WriteStrToUserRegistry("Language", "en");
         OpenWindow();

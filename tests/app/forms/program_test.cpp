@@ -17,6 +17,7 @@ protected:
     void SetUp() override {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder_.path());
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder_.path());
         program_.setProcessEnvironment(environment);
     }
 

@@ -1,5 +1,6 @@
 set(SOURCES
   ask_test.cpp
+  backups_test.cpp
   file_commands_test.cpp
   form_fixture.h
   health_test.cpp

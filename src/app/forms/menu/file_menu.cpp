@@ -1,5 +1,6 @@
 #include <array>
 
+#include "app/forms/backups/texts.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/menu_areas.h"
 #include "app/forms/texts.h"
@@ -27,6 +28,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      &TMainForm::MMF_ReloadMidifileClick,
      kWithSongFile,
      {"Ctrl+R"}},
+    {"MMF_RestoreEarlier", backup_texts::kRestoreEarlier, &TMainForm::MMF_RestoreEarlierClick},
     kLine,
     {"MMF_SaveMidifile",
      texts::kSave,

@@ -23,6 +23,9 @@ extern const MenuArea kLyricsEncodingMenu;
 /// In the song menu; the values are ticks, 0 for off.
 extern const MenuArea kNoteLengthMenu;
 
+/// In the settings menu; the values are minutes, 0 for off.
+extern const MenuArea kAutoBackupMenu;
+
 /// In the file menu; filled at run time.
 extern const MenuArea kRecentMenu;
 

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "app/forms/backups/texts.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/menu_areas.h"
@@ -14,6 +15,26 @@ constexpr auto kLanguageRows = std::to_array<CommandRow>({
 });
 constexpr MenuArea kLanguage{"Menu_Language", texts::kMenuLanguage, kLanguageRows, true};
 
+constexpr CommandRow Every(std::string_view id, const Text& text, int minutes) {
+    return {.id = id, .text = text, .handler = &TMainForm::MMS_AutoBackupClick, .value = minutes};
+}
+
+constexpr auto kAutoBackupRows = std::to_array<CommandRow>({
+    Every("MMS_AutoBackupOff", backup_texts::kOff, 0),
+    Every("MMS_AutoBackup1", backup_texts::kEvery1, 1),
+    Every("MMS_AutoBackup2", backup_texts::kEvery2, 2),
+    Every("MMS_AutoBackup5", backup_texts::kEvery5, 5),
+    Every("MMS_AutoBackup10", backup_texts::kEvery10, 10),
+    Every("MMS_AutoBackup30", backup_texts::kEvery30, 30),
+});
+
+} // namespace
+
+constinit const MenuArea kAutoBackupMenu{"Menu_AutoBackup", backup_texts::kMenuAutoBackup,
+                                         kAutoBackupRows, true};
+
+namespace {
+
 constexpr auto kRows = std::to_array<CommandRow>({
     {"MMS_MidiPorts", texts::kMidiPorts, &TMainForm::MMS_MidiPortsClick},
     {"MMS_Instruments", texts::kInstrumentSettings, &TMainForm::MMS_InstrumentsClick},
@@ -21,6 +42,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      .text = texts::kLiveWhileStopped,
      .handler = &TMainForm::MMS_LiveWhileStoppedClick,
      .checkable = true},
+    Submenu(kAutoBackupMenu),
     Submenu(kLanguage),
 });
 

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "app/forms/backups/texts.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {
@@ -22,6 +23,7 @@ NoticeBar::NoticeBar(QWidget* parent)
       leadIn_(AddButton("Btn_LeadIn", &NoticeBar::LeadInPressed)),
       takeBack_(AddButton("Btn_TakeBack", &NoticeBar::TakeBackPressed)),
       reload_(AddButton("Btn_Reload", &NoticeBar::ReloadPressed)),
+      restore_(AddButton("Btn_RestoreBackup", &NoticeBar::RestorePressed)),
       close_(new QToolButton) {
     setObjectName(QStringLiteral("NoticeBar"));
     text_->setObjectName(QStringLiteral("Lbl_Notice"));
@@ -32,8 +34,8 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() / 2, Gap() / 2);
     row->addWidget(text_, 1);
-    const std::initializer_list<QWidget*> buttons{waiting_,  details_, leadIn_,
-                                                  takeBack_, reload_,  close_};
+    const std::initializer_list<QWidget*> buttons{waiting_, details_, leadIn_, takeBack_,
+                                                  reload_,  restore_, close_};
     for (QWidget* widget : buttons) {
         row->addWidget(widget);
     }
@@ -79,6 +81,20 @@ void NoticeBar::ShowChangedOnDisk(const QString& fileName) {
          .reload = true});
 }
 
+void NoticeBar::ShowRestoreOffer(const QString& song, const QString& date) {
+    Forget(Subject::Backup);
+    Add({.subject = Subject::Backup,
+         .text =
+             [song, date](Language language) {
+                 return InLanguage(backup_texts::kOffer, language).arg(song, date);
+             },
+         .restore = true});
+}
+
+void NoticeBar::DropRestoreOffer() {
+    Forget(Subject::Backup);
+}
+
 void NoticeBar::ShowText(const Text& text) {
     Add({.text = [text](Language language) { return InLanguage(text, language); }});
 }
@@ -103,7 +119,7 @@ void NoticeBar::Forget(Subject subject) {
 }
 
 void NoticeBar::Clear() {
-    notices_.clear();
+    std::erase_if(notices_, [](const Notice& each) { return each.subject != Subject::Backup; });
     Render();
 }
 
@@ -127,6 +143,7 @@ void NoticeBar::Render() {
     leadIn_->setVisible(shown.leadIn);
     takeBack_->setVisible(shown.takeBack);
     reload_->setVisible(shown.reload);
+    restore_->setVisible(shown.restore);
 }
 
 void NoticeBar::Retranslate(Language language) {
@@ -136,6 +153,7 @@ void NoticeBar::Retranslate(Language language) {
     leadIn_->setText(InLanguage(texts::kLeadInButton, language));
     takeBack_->setText(InLanguage(texts::kTakeBackButton, language));
     reload_->setText(InLanguage(texts::kReloadButton, language));
+    restore_->setText(InLanguage(backup_texts::kRestore, language));
     close_->setAccessibleName(InLanguage(texts::kCloseNotice, language));
     close_->setToolTip(InLanguage(texts::kCloseNotice, language));
     Render();

@@ -30,13 +30,19 @@ public:
     /// said about the song before. `canTakeBack` and `canInsertLeadIn` add the buttons for it.
     void ShowChanges(const session::Workspace& workspace, bool canTakeBack, bool canInsertLeadIn);
 
-    /// Takes all notices away.
+    /// Takes away all notices that are about the song.
     void Clear();
 
     /// Tells that a setting needs a reload and offers it.
     void ShowReloadOffer();
     /// Likewise that the file was changed by somebody else.
     void ShowChangedOnDisk(const QString& fileName);
+
+    /// Offers the backup of a song, called `song`, that the user could not save when the program
+    /// ended last. Stays until it is answered.
+    void ShowRestoreOffer(const QString& song, const QString& date);
+    /// It has been answered.
+    void DropRestoreOffer();
 
     /// Shows one line without a button that leads on.
     void ShowText(const Text& text);
@@ -50,10 +56,11 @@ signals:
     void ReloadPressed();
     void TakeBackPressed();
     void LeadInPressed();
+    void RestorePressed();
 
 private:
     /// What a notice is about; a newer one on the same subject takes its place.
-    enum class Subject { Song, Reload, Other };
+    enum class Subject { Song, Reload, Backup, Other };
     struct Notice {
         Subject subject = Subject::Other;
         std::function<QString(Language)> text;
@@ -61,6 +68,7 @@ private:
         bool reload = false;
         bool takeBack = false;
         bool leadIn = false;
+        bool restore = false;
     };
 
     QPushButton* AddButton(const char* objectName, void (NoticeBar::*signal)());
@@ -77,6 +85,7 @@ private:
     QPushButton* leadIn_;
     QPushButton* takeBack_;
     QPushButton* reload_;
+    QPushButton* restore_;
     QToolButton* close_;
 };
 

@@ -1,0 +1,94 @@
+#include <QCheckBox>
+#include <QTableWidget>
+#include <QTest>
+#include <QToolButton>
+
+#include "app/backups/backup_folder.h"
+#include "app/forms/form_fixture.h"
+
+namespace tracksmith::forms {
+namespace {
+
+/// Backups in the window: what is written at the end, what is offered, the list.
+class BackupsTest : public FormTest {
+protected:
+    void OpenAndModify() {
+        form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+        std::filesystem::last_write_time(
+            Path("waltz.mid"),
+            std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+        form_->Session().MarkModified();
+    }
+    std::vector<backups::Backup> Backups() const {
+        return backups::BackupFolder(Path("tracksmith") / "AutoBackups").List().backups;
+    }
+    bool IsOffered() const { return Find<QPushButton>("Btn_RestoreBackup")->isVisible(); }
+};
+
+TEST_F(BackupsTest, WhatASignalEndsIsOfferedAtTheNextStart) {
+    OpenAndModify();
+    form_->AgreeToEnd(false);
+    ASSERT_EQ(Backups().size(), 1U);
+    form_->AgreeToEnd(true); // the window closes on the way out
+    OpenWindow();
+    ASSERT_TRUE(IsOffered());
+    EXPECT_NE(LabelText("Lbl_Notice").find("waltz"), std::string::npos);
+    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    // The offer waits below what there is to say about that song.
+    QTest::mouseClick(Find<QToolButton>("Btn_CloseNotice"), Qt::LeftButton);
+    ASSERT_TRUE(IsOffered());
+    QTest::mouseClick(Find<QPushButton>("Btn_RestoreBackup"), Qt::LeftButton);
+    EXPECT_FALSE(IsOffered());
+    EXPECT_TRUE(form_->Session().Modified());
+    EXPECT_EQ(form_->Session().Work().file.name, Path("waltz.mid"));
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid*");
+    {
+        BoxAnswer discard("Btn_Discard");
+        EXPECT_TRUE(form_->AgreeToEnd(true));
+    }
+    OpenWindow();
+    EXPECT_FALSE(IsOffered());
+}
+
+TEST_F(BackupsTest, AProperEndOffersNothing) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    EXPECT_TRUE(form_->AgreeToEnd(true));
+    EXPECT_TRUE(Backups().empty());
+    OpenWindow();
+    EXPECT_FALSE(IsOffered());
+}
+
+TEST_F(BackupsTest, TheListRestoresAStateAndLeavesTheFile) {
+    OpenAndModify();
+    BoxAnswer discard("Btn_Discard");
+    Trigger("MMF_NewMidifile");
+    Trigger("MMF_RestoreEarlier");
+    auto* table = Find<QTableWidget>("Table_Backups");
+    ASSERT_EQ(table->rowCount(), 1);
+    EXPECT_EQ(table->item(0, 1)->text(), QStringLiteral("waltz"));
+    EXPECT_EQ(table->item(0, 2)->text(), QStringLiteral("1 KB"));
+    EXPECT_EQ(PathFromQString(table->item(0, 3)->text()), Path("waltz.mid"));
+    EXPECT_FALSE(Find<QCheckBox>("Chk_OnlyThisSong")->isEnabled());
+    QTest::keyClick(table, Qt::Key_Return);
+    EXPECT_EQ(form_->Session().Work().file.name, Path("waltz.mid"));
+    EXPECT_TRUE(form_->Session().Modified());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed list
+    Trigger("MMF_RestoreEarlier");
+    EXPECT_TRUE(Find<QCheckBox>("Chk_OnlyThisSong")->isChecked());
+}
+
+TEST_F(BackupsTest, TheIntervalIsChosenInTheMenuAndRemembered) {
+    EXPECT_TRUE(Find<QAction>("MMS_AutoBackup5")->isChecked());
+    for (const char* chosen : {"MMS_AutoBackup10", "MMS_AutoBackupOff"}) {
+        Trigger(chosen);
+        OpenWindow();
+        EXPECT_TRUE(Find<QAction>(chosen)->isChecked()) << chosen;
+    }
+    OpenAndModify();
+    BoxAnswer discard("Btn_Discard");
+    Trigger("MMF_NewMidifile");
+    EXPECT_TRUE(Backups().empty());
+}
+
+} // namespace
+} // namespace tracksmith::forms
