@@ -124,6 +124,8 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
         AddPortsCommand(app, context);
         AddInstrumentsCommand(app, context);
         AddVoicesCommand(app, context);
+        AddBackupsCommand(app, context);
+        AddDiffCommand(app, context);
         for (CLI::App* command : app.get_subcommands({})) {
             command->group(context.Say(texts::kHelpCommands));
             command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));

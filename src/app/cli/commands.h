@@ -41,4 +41,10 @@ void AddInstrumentsCommand(CLI::App& app, CliContext& context);
 /// `voices`: lists, imports and exports the voices of an instrument.
 void AddVoicesCommand(CLI::App& app, CliContext& context);
 
+/// `diff`: shows what differs between two songs.
+void AddDiffCommand(CLI::App& app, CliContext& context);
+
+/// `backups`: lists the automatic backups and restores one into a file.
+void AddBackupsCommand(CLI::App& app, CliContext& context);
+
 } // namespace tracksmith::cli

@@ -8,8 +8,10 @@ set(SOURCES
   cli_message_host.h
   columns.cpp
   columns.h
+  command_backups.cpp
   command_check.cpp
   command_convert.cpp
+  command_diff.cpp
   command_info.cpp
   command_instruments.cpp
   command_play.cpp
@@ -20,6 +22,7 @@ set(SOURCES
   command_voices.cpp
   commands.h
   console.h
+  diff_texts.h
   error_words.cpp
   error_words.h
   info_json.cpp

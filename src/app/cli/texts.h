@@ -266,6 +266,22 @@ inline constexpr Text kNoSongs{De{"Der Ordner enthält keine Song-Dateien."},
 inline constexpr Text kStandardInputTooLong{De{"Die Standardeingabe ist zu lang."},
                                             En{"The standard input is too long."}};
 inline constexpr Text kAnsweredNo{De{"Nein (--yes für Ja)"}, En{"No (--yes for Yes)"}};
+inline constexpr Text kHelpBackups{De{"Zeigt die automatischen Sicherungen, holt eine zurück"},
+                                   En{"Lists the automatic backups, restores one"}};
+inline constexpr Text kHelpBackupsList{De{"Alle Sicherungen, die neueste zuerst"},
+                                       En{"All backups, the newest first"}};
+inline constexpr Text kHelpBackupsJson{De{"Ein JSON-Objekt je Sicherung und Zeile"},
+                                       En{"One JSON object per backup and line"}};
+inline constexpr Text kHelpBackupsRestore{De{"Schreibt eine Sicherung in eine Datei"},
+                                          En{"Writes a backup into a file"}};
+inline constexpr Text kHelpBackupWanted{De{"Name der Sicherung oder ihre Nummer in der Liste"},
+                                        En{"Name of the backup or its number in the list"}};
+inline constexpr Text kHelpBackupOut{De{"Die Datei, die entsteht"}, En{"The file to be written"}};
+inline constexpr Text kNoBackups{De{"Es gibt keine Sicherungen."}, En{"There are no backups."}};
+inline constexpr Text kNoSuchBackup{De{"Diese Sicherung gibt es nicht: "},
+                                    En{"There is no such backup: "}};
+inline constexpr Text kNoBackupFolder{De{"Für diesen Benutzer gibt es keinen Ordner für Daten."},
+                                      En{"This user has no folder for data."}};
 inline constexpr Text kWouldOverwriteInput{De{"Originale werden nicht überschrieben: "},
                                            En{"Originals are not overwritten: "}};
 inline constexpr Text kCancelled{De{"Abgebrochen; es wurde nichts geschrieben."},

@@ -1,4 +1,5 @@
 set(SOURCES
+  backups_test.cpp
   check_test.cpp
   cli_fixture.h
   convert_test.cpp

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+#include "app/diff/difference.h"
+#include "song/song.h"
+
+namespace tracksmith::diff {
+
+/// A difference in words (UTF-8), safe to show.
+struct DifferenceWords {
+    /// "Voice", "Controller" ...
+    std::string kind;
+    /// Place in the later song, as the position display has it.
+    std::string position;
+    /// How it was and how it is.
+    std::string before;
+    std::string after;
+};
+
+/// `before` and `after` are the songs that were compared.
+DifferenceWords WordsOf(const Difference& difference, const song::TimeMap& before,
+                        const song::TimeMap& after, Language language);
+
+/// "Whole song", "Channel 3".
+std::string ChannelWords(std::uint8_t channel, Language language);
+
+/// The word for several of a kind, and its name for programs.
+std::string_view KindWord(Kind kind, Language language);
+std::string_view KindName(Kind kind);
+/// Name of a change for programs, such as "endsMoved".
+std::string_view ChangeName(Change change);
+
+/// All differences as text for people, grouped by channel; one line each.
+std::string DifferencesText(const Differences& differences, const song::TimeMap& before,
+                            const song::TimeMap& after, Language language);
+
+} // namespace tracksmith::diff

@@ -1,0 +1,15 @@
+set(SOURCES
+  alignment.cpp
+  alignment.h
+  change_list.cpp
+  change_list.h
+  compare_songs.cpp
+  compare_songs.h
+  difference.h
+  difference_json.cpp
+  difference_json.h
+  difference_words.cpp
+  difference_words.h
+  event_slot.cpp
+  event_slot.h
+  texts.h)

@@ -1,0 +1,60 @@
+#include <nlohmann/json.hpp>
+
+#include "cli_fixture.h"
+
+#include "app/backups/backup_folder.h"
+
+namespace tracksmith::cli {
+namespace {
+
+#ifndef _WIN32
+
+class BackupsCommandTest : public CliTest {
+protected:
+    void SetUp() override {
+        setenv("XDG_DATA_HOME", folder_.Path().c_str(), 1);
+        const backups::BackupFolder backups(backups::UsualBackupFolder());
+        static_cast<void>(
+            backups.Write({"Waltz", "/songs/Waltz.mid", "20261120_101112"}, Format0Song()));
+        static_cast<void>(backups.Write({"Polka", "", "20261121_101112"}, Format1Song()));
+    }
+    void TearDown() override { unsetenv("XDG_DATA_HOME"); }
+};
+
+TEST_F(BackupsCommandTest, ListsAndRestores) {
+    ASSERT_EQ(Run({"backups", "list"}), 0);
+    EXPECT_NE(out_.find("  1  2026-11-21 10:11:12"), std::string::npos) << out_;
+    EXPECT_NE(out_.find("Waltz_20261120_101112.mid  (/songs/Waltz.mid)"), std::string::npos);
+    ASSERT_EQ(Run({"backups", "list", "--json"}), 0);
+    const auto first = nlohmann::json::parse(out_.substr(0, out_.find('\n')));
+    EXPECT_EQ(first["name"], "Polka_20261121_101112.mid");
+    EXPECT_TRUE(first["original"].is_null());
+    for (const char* wanted : {"2", "Waltz_20261120_101112", "Waltz_20261120_101112.mid"}) {
+        ASSERT_EQ(Run({"backups", "restore", wanted, "--out", At("back.mid"), "--yes"}), 0);
+        EXPECT_EQ(Get("back.mid"), Format0Song());
+    }
+    EXPECT_EQ(Run({"backups", "restore", "1", "--out", At("back.mid")}), 4); // it exists
+    EXPECT_EQ(Get("back.mid"), Format0Song());
+    EXPECT_EQ(Run({"backups", "restore", "3", "--out", At("none.mid")}), 3);
+    EXPECT_EQ(Run({"backups", "restore", "1"}), 2);
+    EXPECT_EQ(Run({"backups"}), 2);
+    EXPECT_FALSE(Exists("none.mid"));
+}
+
+#endif
+
+TEST_F(CliTest, DiffTellsSongsApartByItsExitStatus) {
+    Put("a.mid", Format0Song());
+    Put("b.mid", Format1Song());
+    Put("broken.mid", BrokenSong());
+    ASSERT_EQ(Run({"convert", At("a.mid"), "--format", "1", "--split", "--out", At("split")}), 0);
+    EXPECT_EQ(Run({"diff", At("a.mid"), At("split/a.mid")}), 0);
+    EXPECT_EQ(out_, "No difference.\n");
+    EXPECT_EQ(Run({"diff", At("a.mid"), At("b.mid"), "--json"}), 1);
+    EXPECT_FALSE(nlohmann::json::parse(out_)["same"]);
+    EXPECT_EQ(Run({"diff", At("a.mid"), At("broken.mid")}), 3);
+    EXPECT_EQ(Run({"diff", At("a.mid")}), 2);
+}
+
+} // namespace
+} // namespace tracksmith::cli

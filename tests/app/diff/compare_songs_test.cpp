@@ -1,0 +1,244 @@
+#include "app/diff/compare_songs.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "base/recording_message_host.h"
+#include "support/midi_file_builder.h"
+
+#include "app/diff/difference_json.h"
+#include "song/midi_file_reader.h"
+#include "song/note_pairing.h"
+#include "song/time_map.h"
+
+namespace tracksmith::diff {
+namespace {
+
+using test::MidiFileBuilder;
+using test::TrackBuilder;
+
+constexpr int kMeasure = 1920;
+
+/// A note or another message of the melody's channel, at its tick.
+struct Event {
+    int tick = 0;
+    int status = 0x92;
+    int data1 = 60;
+    int data2 = 90;
+};
+
+std::vector<Event> Sorted(std::vector<Event> events) {
+    std::ranges::stable_sort(events, {}, &Event::tick);
+    return events;
+}
+
+// Measures of four notes each that say by their keys which measure they are; `order` names them.
+std::vector<Event> Melody(const std::string& order) {
+    std::vector<Event> events;
+    int start = 0;
+    for (const char measure : order) {
+        for (int beat = 0; measure != ' ' && beat < 4; ++beat) {
+            const int key = 40 + (measure - 'a') * 5 + beat * (measure % 3 + 1);
+            events.push_back({start + beat * 480, 0x92, key, 90});
+            events.push_back({start + beat * 480 + 240, 0x82, key, 64});
+        }
+        start += kMeasure;
+    }
+    return events;
+}
+
+void Load(song::Song& song, const std::vector<Event>& events, int length, bool oneTrack = false) {
+    TrackBuilder conductor;
+    conductor.Tempo(0, 500'000).Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7});
+    TrackBuilder melody;
+    TrackBuilder& track = oneTrack ? conductor : melody;
+    track.Short(0, 0xB2, 7, 100).Program(0, 2, 24);
+    int now = 0;
+    for (const Event& event : Sorted(events)) {
+        const auto delta = static_cast<std::uint64_t>(event.tick - now);
+        now = event.tick;
+        if ((event.status & 0xF0) == 0xC0) {
+            track.Program(delta, event.status & 0x0F, event.data1);
+        } else if (event.status == 0x51) {
+            track.Tempo(delta, static_cast<std::uint32_t>(event.data1));
+        } else if (event.status == 0x05) {
+            track.Text(delta, 5, std::string(static_cast<std::size_t>(event.data1), 'x'));
+        } else {
+            track.Short(delta, event.status, event.data1, event.data2);
+        }
+    }
+    track.End(static_cast<std::uint64_t>(length - now));
+    MidiFileBuilder file(oneTrack ? 0 : 1);
+    file.Track(oneTrack ? track : conductor.End(static_cast<std::uint64_t>(length)));
+    if (!oneTrack) {
+        file.Track(melody);
+    }
+    RecordingMessageHost host;
+    song::DecodeMidiData(song, file.Build(), {}, host);
+    song::UpdateTimeZoneData(song);
+}
+
+// The rows in words, without the places of channel rows.
+std::string Said(const Differences& differences, const song::Song& before,
+                 const song::Song& after) {
+    std::string said;
+    for (const Difference& row : differences.rows) {
+        const DifferenceWords words = WordsOf(row, before, after, Language::English);
+        said +=
+            words.position + " " + words.kind + ": " + words.before + " -> " + words.after + "\n";
+    }
+    return said;
+}
+
+std::string Compare(const std::vector<Event>& before, const std::vector<Event>& after,
+                    int measuresBefore = 12, int measuresAfter = 12) {
+    song::Song earlier;
+    song::Song later;
+    Load(earlier, before, measuresBefore * kMeasure);
+    Load(later, after, measuresAfter * kMeasure);
+    return Said(CompareSongs(earlier, later), earlier, later);
+}
+
+struct EditCase {
+    const char* name;
+    std::function<void(std::vector<Event>&)> edit;
+    const char* said;
+};
+
+class EditTest : public testing::TestWithParam<EditCase> {};
+
+const std::string kSong = "abcdefghijkl";
+
+TEST_P(EditTest, IsOneRow) {
+    std::vector<Event> after = Melody(kSong);
+    after.push_back({960, 0xB2, 11, 80});
+    after.push_back({2000, 0xB2, 11, 90});
+    after.push_back({3000, 0x51, 400'000});
+    after.push_back({3000, 0x05, 2});
+    const std::vector<Event> before = after;
+    GetParam().edit(after);
+    EXPECT_EQ(Compare(before, after), GetParam().said);
+}
+
+void All(std::vector<Event>& events, int status, const std::function<void(Event&)>& edit) {
+    for (Event& event : events) {
+        if ((event.status & 0xF0) == status) {
+            edit(event);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, EditTest,
+    testing::Values(
+        EditCase{"Nothing", [](auto&) {}, ""},
+        EditCase{"Controller", [](auto& song) { All(song, 0xB0, [](Event& e) { e.data2 += 12; }); },
+                 "001.03.000 Controller: Expression 80, 2 times -> all by +12\n"},
+        EditCase{"Program",
+                 [](auto& song) {
+                     song.push_back({10, 0xC2, 30});
+                 },
+                 "001.01.010 Voice: ?·?·25 -> ?·?·31\n"},
+        EditCase{"SameProgram",
+                 [](auto& song) {
+                     song.push_back({10, 0xC2, 24});
+                 },
+                 "001.01.010 Voice: ?·?·25 -> ?·?·25\n"},
+        EditCase{"Velocity", [](auto& song) { All(song, 0x90, [](Event& e) { e.data2 -= 5; }); },
+                 "001.01.000 Note: 48 notes: Velocity 90 -> all by -5\n"},
+        EditCase{"Shorter", [](auto& song) { All(song, 0x80, [](Event& e) { e.tick -= 100; }); },
+                 "001.01.140 Note: 48 notes -> other end\n"},
+        EditCase{"Transposed",
+                 [](auto& song) {
+                     All(song, 0x90, [](Event& e) { e.data1 += 2; });
+                     All(song, 0x80, [](Event& e) { e.data1 += 2; });
+                 },
+                 "001.01.000 Note: 48 notes -> +2 semitones\n"},
+        EditCase{"Added",
+                 [](auto& song) {
+                     song.push_back({5000, 0x92, 100, 90});
+                     song.push_back({5100, 0x82, 100, 64});
+                 },
+                 "003.03.200 Note: – -> 1 note\n"},
+        EditCase{"Tempo", [](auto& song) { All(song, 0x50, [](Event& e) { e.data1 = 500'000; }); },
+                 "002.03.120 Tempo: 150 BPM -> 120 BPM\n"},
+        EditCase{"Text", [](auto& song) { All(song, 0x00, [](Event& e) { e.data1 = 3; }); },
+                 "002.03.120 Text: \"xx\" -> \"xxx\"\n"}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+struct StretchCase {
+    const char* order;
+    const char* said;
+};
+
+class StretchTest : public testing::TestWithParam<StretchCase> {};
+
+TEST_P(StretchTest, IsOneRow) {
+    const std::string order = GetParam().order;
+    EXPECT_EQ(Compare(Melody(kSong), Melody(order), 12, static_cast<int>(order.size())),
+              GetParam().said);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Stretches, StretchTest,
+    testing::Values(
+        StretchCase{"abcghijkl", "004.01.000 Whole song: 004.01.000 to 007.01.000 -> cut out\n"},
+        StretchCase{"defghijkl", "001.01.000 Whole song: 001.01.000 to 004.01.000 -> cut out\n"},
+        StretchCase{"abcdefgh", "009.01.000 Whole song: 009.01.000 to 013.01.000 -> cut out\n"},
+        StretchCase{"abcdefghbcdijkl",
+                    "009.01.000 Whole song: 002.01.000 to 005.01.000 -> copied to 009.01.000\n"},
+        StretchCase{"abcdefghijklab",
+                    "013.01.000 Whole song: 001.01.000 to 003.01.000 -> copied to 013.01.000\n"},
+        StretchCase{" abcdefghijkl", "001.01.000 Whole song: – -> put in up to 002.01.000\n"},
+        StretchCase{"abefghikl",
+                    "003.01.000 Whole song: 003.01.000 to 005.01.000 -> cut out\n"
+                    "008.01.000 Whole song: 010.01.000 to 011.01.000 -> cut out\n"}));
+
+// What a range tool leaves: a cut, and behind it another edit.
+TEST(CompareSongsTest, FollowsTheNotesBehindACut) {
+    std::vector<Event> after = Melody("abcghijkl");
+    after.push_back({5 * kMeasure + 7, 0xB2, 1, 9});
+    after.push_back({3 * kMeasure, 0xB2, 11, 80}); // carried to the seam
+    const std::string said = Compare(Melody(kSong), after, 12, 9);
+    EXPECT_EQ(said,
+              "004.01.000 Whole song: 004.01.000 to 007.01.000 -> cut out\n"
+              "006.01.007 Controller: – -> Modulation 9\n");
+}
+
+TEST(CompareSongsTest, TracksDoNotMatterButTheEndDoes) {
+    song::Song several;
+    song::Song one;
+    song::Song longer;
+    Load(several, Melody(kSong), 12 * kMeasure);
+    Load(one, Melody(kSong), 12 * kMeasure, true);
+    Load(longer, Melody(kSong), 13 * kMeasure);
+    EXPECT_TRUE(CompareSongs(several, one).Same());
+    const Differences end = CompareSongs(several, longer);
+    ASSERT_EQ(end.rows.size(), 1U);
+    EXPECT_EQ(end.rows[0].control, kSongLength);
+}
+
+TEST(CompareSongsTest, AsTextAndJson) {
+    song::Song before;
+    song::Song after;
+    Load(before, Melody("ab"), 2 * kMeasure);
+    std::vector<Event> changed = Melody("ab");
+    changed.push_back({10, 0xB2, 7, 90});
+    Load(after, changed, 2 * kMeasure);
+    const Differences differences = CompareSongs(before, after);
+    EXPECT_EQ(DifferencesText(differences, before, after, Language::German),
+              "Kanal 3\n  001.01.010  Controller: – -> Lautstärke 90\n");
+    EXPECT_EQ(DifferencesText(Differences(), before, after, Language::English), "No difference.\n");
+    const std::string json =
+        DifferencesJson(differences, before, after, "a", "b", Language::English);
+    EXPECT_NE(json.find(R"("same":false,"counts":{"voices":0,"controllers":1)"), std::string::npos)
+        << json;
+    EXPECT_NE(json.find(R"("channel":3,"kind":"controllers","change":"added","control":7)"),
+              std::string::npos)
+        << json;
+}
+
+} // namespace
+} // namespace tracksmith::diff

@@ -1,0 +1,1 @@
+set(SOURCES compare_songs_test.cpp)
