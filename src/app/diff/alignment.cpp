@@ -252,6 +252,18 @@ private:
     std::vector<Step> from_;
 };
 
+// The start of the measure at or behind the end: where a stretch that follows was put in.
+std::int32_t MeasureBehindEnd(const song::TimeMap& map) {
+    const std::int32_t end = map.songLength;
+    const song::MeasureBeatTick place = song::GetMeasureBeatFromSongPos(map, end);
+    const song::TimeZoneEntry& zone = map.timeZones[song::ZoneOfTick(map, end)];
+    const std::int64_t beat = song::TicksPerBeat(map, zone);
+    const std::int64_t start = end - place.tick - (place.beat - 1) * beat;
+    const std::int64_t next = start == end ? end : start + zone.numerator * beat;
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(next, std::numeric_limits<std::int32_t>::max()));
+}
+
 std::size_t Alike(const Groups& a, const Groups& b) {
     std::size_t alike = 0;
     for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
@@ -276,8 +288,11 @@ std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& afte
     // Nothing is missing where something was put in behind the end.
     const std::int64_t end = std::int64_t{before.songLength} + last.shift;
     if (last.shift < lengthening && !later.empty() && later.back().tick >= end) {
-        last.end = before.songLength;
-        segments.push_back({before.songLength, kToTheEnd, lengthening});
+        const std::size_t first = FirstFrom(later, end);
+        const std::int32_t measure = MeasureBehindEnd(before);
+        const bool atMeasure = later[first].tick >= std::int64_t{measure} + last.shift;
+        last.end = atMeasure ? measure : before.songLength;
+        segments.push_back({last.end, kToTheEnd, lengthening});
     }
     return segments;
 }
