@@ -149,7 +149,7 @@ INSTANTIATE_TEST_SUITE_P(
         EditCase{"Velocity", [](auto& song) { All(song, 0x90, [](Event& e) { e.data2 -= 5; }); },
                  "001.01.000 Note: 48 notes: Velocity 90 -> all by -5\n"},
         EditCase{"Shorter", [](auto& song) { All(song, 0x80, [](Event& e) { e.tick -= 100; }); },
-                 "012.04.140 Tempo: End at 012.04.240 -> End at 012.04.140\n"
+                 "012.04.150 Tempo: End at 012.04.250 -> End at 012.04.150\n"
                  "001.01.140 Note: 48 notes -> other end\n"},
         EditCase{"Transposed",
                  [](auto& song) {
