@@ -272,6 +272,22 @@ std::size_t Alike(const Groups& a, const Groups& b) {
     return alike;
 }
 
+// Where a stretch is replaced by one of the same length its notes have changed: nothing was moved.
+void JoinReplaced(std::vector<Segment>& segments) {
+    std::vector<Segment> joined;
+    for (const Segment& segment : segments) {
+        if (segment.begin >= segment.end && !joined.empty()) {
+            continue;
+        }
+        if (!joined.empty() && joined.back().shift == segment.shift) {
+            joined.back().end = segment.end;
+        } else {
+            joined.push_back(segment);
+        }
+    }
+    segments = std::move(joined);
+}
+
 } // namespace
 
 std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& after) {
@@ -284,6 +300,7 @@ std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& afte
     }
     std::vector<Segment> segments =
         ShiftSearch(before, earlier, later, LikelyShifts(earlier, later, lengthening)).Run();
+    JoinReplaced(segments);
     Segment& last = segments.back();
     // Nothing is missing where something was put in behind the end.
     const std::int64_t end = std::int64_t{before.songLength} + last.shift;

@@ -157,6 +157,16 @@ INSTANTIATE_TEST_SUITE_P(
                      All(song, 0x80, [](Event& e) { e.data1 += 2; });
                  },
                  "001.01.000 Note: 48 notes -> +2 semitones\n"},
+        EditCase{"TransposedInside",
+                 [](auto& song) {
+                     for (Event& event : song) {
+                         const bool inside =
+                             event.tick >= 3 * kMeasure && event.tick < 9 * kMeasure;
+                         const bool isNote = (event.status & 0xE0) == 0x80;
+                         event.data1 += inside && isNote ? 3 : 0;
+                     }
+                 },
+                 "004.01.000 Note: 24 notes -> +3 semitones\n"},
         EditCase{"Added",
                  [](auto& song) {
                      song.push_back({5000, 0x92, 100, 90});
