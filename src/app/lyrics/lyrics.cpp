@@ -43,8 +43,9 @@ void Arrange(std::vector<Chord>& chords) {
         if (!arranged.empty() && arranged.back().tick == chord.tick) {
             arranged.pop_back();
         }
-        const std::string_view former = arranged.empty() ? "" : arranged.back().name;
-        if (former != chord.name) {
+        const bool isNew =
+            arranged.empty() ? !chord.name.empty() : arranged.back().name != chord.name;
+        if (isNew) {
             arranged.push_back(std::move(chord));
         }
     }

@@ -7,7 +7,7 @@ namespace tracksmith::forms::backup_texts {
 
 inline constexpr Text kRestoreEarlier{De{"Früheren Stand &wiederherstellen…"},
                                       En{"Restore &Earlier State…"}};
-inline constexpr Text kMenuAutoBackup{De{"Automatische &Sicherung"}, En{"Automatic &Backups"}};
+inline constexpr Text kMenuAutoBackup{De{"&Automatische Sicherung"}, En{"Automatic &Backups"}};
 inline constexpr Text kOff{De{"&Aus"}, En{"&Off"}};
 inline constexpr Text kEvery1{De{"Jede &Minute"}, En{"Every &minute"}};
 inline constexpr Text kEvery2{De{"Alle &2 Minuten"}, En{"Every &2 minutes"}};
