@@ -1,6 +1,7 @@
 #include "app/backups/backup_folder.h"
 
 #include <algorithm>
+#include <compare>
 #include <set>
 #include <utility>
 
@@ -82,7 +83,7 @@ BackupList BackupFolder::List() const {
     }
     std::ranges::sort(list.backups, [](const Backup& a, const Backup& b) {
         const auto order = a.name.AgeOrder(b.name);
-        return order != 0 ? order > 0 : a.name.song < b.name.song;
+        return std::is_eq(order) ? a.name.song < b.name.song : std::is_gt(order);
     });
     return list;
 }

@@ -88,7 +88,7 @@ std::string BackupName::FileName() const {
 
 std::strong_ordering BackupName::AgeOrder(const BackupName& other) const {
     const auto order = stamp.compare(other.stamp) <=> 0;
-    return order != 0 ? order : number <=> other.number;
+    return std::is_eq(order) ? number <=> other.number : order;
 }
 
 std::optional<BackupName> ParseBackupName(std::string_view fileName) {

@@ -46,7 +46,7 @@ std::optional<Backup> UnseenBackup(settings::SettingsStore& store, const BackupF
     std::error_code missing;
     const auto saved = std::filesystem::last_write_time(newest.original, missing);
     const bool older = !missing && saved >= newest.written;
-    const bool known = seen && newest.name.AgeOrder(*seen) <= 0;
+    const bool known = seen && std::is_lteq(newest.name.AgeOrder(*seen));
     return older || known ? std::nullopt : std::optional(newest);
 }
 

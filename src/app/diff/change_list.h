@@ -54,6 +54,7 @@ private:
         Slot slot;
         Change change = Change::Changed;
         std::uint64_t which = 0;
+        // NOLINTNEXTLINE(modernize-use-nullptr): the comparison's own zero
         friend auto operator<=>(const RowKey&, const RowKey&) = default;
     };
 

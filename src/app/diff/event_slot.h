@@ -15,6 +15,7 @@ struct Slot {
     /// Controller, meta type; of a note the key, with kEndOfNote for its end.
     std::uint16_t control = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the comparison's own zero
     friend auto operator<=>(const Slot&, const Slot&) = default;
 };
 

@@ -31,8 +31,8 @@ std::size_t HealthReport::Repairable() const {
     return static_cast<std::size_t>(std::ranges::count(findings, true, &Finding::repairable));
 }
 
-HealthCheck::HealthCheck(const session::Workspace& workspace, HealthOptions options)
-    : workspace_(workspace), options_(std::move(options)) {}
+HealthCheck::HealthCheck(const session::Workspace& workspace, const HealthOptions& options)
+    : workspace_(workspace), options_(options) {}
 
 HealthCheck::~HealthCheck() = default;
 

@@ -43,7 +43,7 @@ class ChannelCheck;
 class HealthCheck {
 public:
     /// `workspace` must outlive the check.
-    HealthCheck(const session::Workspace& workspace, HealthOptions options);
+    HealthCheck(const session::Workspace& workspace, const HealthOptions& options);
     HealthCheck(const HealthCheck&) = delete;
     HealthCheck& operator=(const HealthCheck&) = delete;
     ~HealthCheck();

@@ -77,10 +77,8 @@ void LineBuilder::Take(const RawText& raw, std::vector<Chord>& chords) {
             std::int64_t{kLongPause} * division_) {
         EndLine();
     }
-    if (bytes.starts_with('\\') && !bytes.starts_with("\\%")) {
-        EndLine();
-        bytes.remove_prefix(1);
-    } else if (bytes.starts_with('/')) {
+    const bool isPage = bytes.starts_with('\\') && !bytes.starts_with("\\%");
+    if (isPage || bytes.starts_with('/')) {
         EndLine();
         bytes.remove_prefix(1);
     }

@@ -354,8 +354,9 @@ bool HealthForm::IsShown(const Finding& finding) const {
 // The worst ones on top.
 void HealthForm::ShowFlags() {
     std::vector<OverviewFlag> flags;
-    for (auto index = shown_.rbegin(); index != shown_.rend(); ++index) {
-        const Finding& finding = report_.findings[*index];
+    const std::vector<std::size_t> worstLast(shown_.rbegin(), shown_.rend());
+    for (const std::size_t index : worstLast) {
+        const Finding& finding = report_.findings[index];
         const QIcon sign = SeverityIcon(finding.severity, palette());
         for (const std::int32_t tick : finding.ticks) {
             flags.push_back({tick, sign, SeverityColour(finding.severity, palette())});

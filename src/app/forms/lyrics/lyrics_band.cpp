@@ -31,7 +31,9 @@ double WidthOf(const QFont& font, const QString& text) {
 void PaintElided(QPainter& painter, const QRectF& rect, const QString& text, const QColor& colour,
                  Qt::Alignment side = Qt::AlignLeft) {
     painter.setPen(colour);
-    painter.drawText(rect, side | Qt::AlignVCenter | Qt::TextSingleLine,
+    const int flags =
+        static_cast<int>(side | Qt::AlignVCenter) | static_cast<int>(Qt::TextSingleLine);
+    painter.drawText(rect, flags,
                      QFontMetricsF(painter.font()).elidedText(text, Qt::ElideRight, rect.width()));
 }
 

@@ -225,12 +225,13 @@ app::SongDescription::ChannelLine SongView::InForce(app::SongDescription::Channe
 
 // As they pass. Naming a voice costs more than looking whether it is another one.
 void SongView::FollowVoices() {
-    constexpr std::uint32_t kNone = 0xFF;
+    constexpr std::uint8_t kNone = 0xFF;
     for (const auto& line : description_.channels) {
         const auto now = InForce(line);
-        const std::uint32_t voice = (now.program.value_or(kNone) << 16U) |
-                                    (now.bankMsb.value_or(kNone) << 8U) |
-                                    now.bankLsb.value_or(kNone);
+        const std::uint32_t voice =
+            (static_cast<std::uint32_t>(now.program.value_or(kNone)) << 16U) |
+            (static_cast<std::uint32_t>(now.bankMsb.value_or(kNone)) << 8U) |
+            static_cast<std::uint32_t>(now.bankLsb.value_or(kNone));
         std::uint32_t& shown = shownVoices_.at(line.channel);
         if (voice != shown) {
             shown = voice;
