@@ -86,8 +86,9 @@ std::string TempoText(const Difference& row, std::int64_t value, const song::Tim
 }
 
 std::string MessageText(const Difference& row, const std::string& bytes, Language language) {
-    std::vector<std::uint8_t> message{static_cast<std::uint8_t>(row.control)};
-    message.insert(message.end(), bytes.begin(), bytes.end());
+    std::vector<std::uint8_t> message(bytes.size() + 1);
+    message[0] = static_cast<std::uint8_t>(row.control);
+    std::ranges::copy(bytes, message.begin() + 1);
     return instruments::DescribeSysex(message).In(language);
 }
 
