@@ -9,8 +9,8 @@ namespace tracksmith::instruments {
 namespace {
 
 constexpr const char* kGenos = "Yamaha Genos";
-constexpr const char* kNylon = "104\t1\t3\tNylon\t0\t0\t24\tNylon Guitar";
-constexpr const char* kPiano = "8\t34\t0\tGrand\t0\t0\t0\tPiano";
+const std::string kNylon = "104\t1\t3\tNylon\t0\t0\t24\tNylon Guitar";
+const std::string kPiano = "8\t34\t0\tGrand\t0\t0\t0\tPiano";
 
 TEST(RevoicerTable, EntriesAreLinesOfEightFields) {
     const auto entry = ReadRevoiceEntry(kNylon);
@@ -30,7 +30,7 @@ TEST(RevoicerTable, IsStoredUnderTheGivenNames) {
     tracksmith::test::ScratchSettings scratch;
     settings::SettingsStore& store = scratch.Store();
     std::size_t badLine = 0;
-    auto table = RevoicerTable::FromText(std::string(kNylon) + '\n' + kPiano + '\n', badLine);
+    auto table = RevoicerTable::FromText(kNylon + '\n' + kPiano + '\n', badLine);
     ASSERT_TRUE(table);
     table->Tick(1, false);
     EXPECT_TRUE(table->Save(store, kGenos));
@@ -82,12 +82,11 @@ TEST(RevoicerTable, TextsNameTheirFirstBadLine) {
     const auto again = RevoicerTable::FromText(table->Text(), badLine);
     ASSERT_TRUE(again);
     EXPECT_EQ(again->Applied(), table->Applied());
-    EXPECT_FALSE(
-        RevoicerTable::FromText(std::string(kNylon) + "\n# note\nnothing\n" + kPiano, badLine));
+    EXPECT_FALSE(RevoicerTable::FromText(kNylon + "\n# note\nnothing\n" + kPiano, badLine));
     EXPECT_EQ(badLine, 3U);
     std::string full;
     for (std::size_t i = 0; i <= RevoicerTable::kMostRows; ++i) {
-        full += std::string(kPiano) + '\n';
+        full += kPiano + '\n';
     }
     EXPECT_FALSE(RevoicerTable::FromText(full, badLine));
     EXPECT_EQ(badLine, RevoicerTable::kMostRows + 1);
