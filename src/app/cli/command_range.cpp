@@ -14,11 +14,10 @@
 
 #include "app/cli/commands.h"
 #include "app/cli/instrument_choice.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
+#include "app/cli/song_target.h"
 #include "app/cli/texts.h"
-#include "app/save_song.h"
 #include "editing/range_figures.h"
 #include "editing/range_tools.h"
 #include "instruments/voices/voice_lookup.h"
@@ -39,10 +38,8 @@ struct RangeArguments {
     std::string semitones;
     std::optional<int> channel;
     std::string instrument;
-    std::string out;
+    SongTarget target;
     bool noState = false;
-    bool inPlace = false;
-    bool dryRun = false;
     bool json = false;
     ReadingOptions reading;
 };
@@ -76,19 +73,11 @@ private:
     }
 
     int CheckArguments(const std::vector<InputFile>& inputs) {
-        if (inputs.size() > 1) {
-            return Complain(texts::kOneSong);
-        }
-        if (arguments_.inPlace == !arguments_.out.empty()) {
-            return Complain(arguments_.inPlace ? texts::kOutAndInPlace : texts::kNoOutputFile);
+        if (const int fault = arguments_.target.Check(context_, inputs); fault != kOk) {
+            return fault;
         }
         if (arguments_.channel == static_cast<int>(song::kDrumChannel) + 1) {
             return Complain(texts::kDrumsStay);
-        }
-        if (!arguments_.inPlace && OutputNames({}, inputs).IsInput(PathOf(arguments_.out))) {
-            context_.log << context_.Say(texts::kWouldOverwriteInput) << DisplayPath(arguments_.out)
-                         << "\n";
-            return kWriteFailed;
         }
         if (!arguments_.instrument.empty()) {
             instrument_ = ChooseInstrument(context_, arguments_.instrument);
@@ -154,13 +143,9 @@ private:
     }
 
     int Store(SongJob& job, const Outcome& outcome) const {
-        const auto target = arguments_.inPlace ? job.input.path : PathOf(arguments_.out);
-        const auto bytes = app::EncodeSong(job.session, app::SaveFormat::AsSong, job.host);
-        if (!arguments_.dryRun) {
-            if (!arguments_.inPlace && !app::ConfirmOverwrite(target, job.host)) {
-                return kWriteFailed;
-            }
-            app::WriteMidiFile(target, bytes, job.host);
+        const auto target = arguments_.target.PathFor(job.input);
+        if (const int code = arguments_.target.Store(job); code != kOk) {
+            return code;
         }
         const std::string out = DisplayPath(system::PathText(target));
         if (arguments_.json) {
@@ -256,10 +241,7 @@ void AddTool(CLI::App& range, CliContext& context, RangeTool tool, const char* n
             ->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpMegaVoices))
             ->type_name("NAME");
     }
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutFile))
-        ->type_name("FILE");
-    command->add_flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
-    command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    arguments->target.AddTo(*command, context);
     command->add_flag("--json", arguments->json, context.Say(texts::kHelpRangeJson));
     arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {

@@ -12,11 +12,10 @@
 
 #include "app/cli/commands.h"
 #include "app/cli/instrument_choice.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
+#include "app/cli/song_target.h"
 #include "app/cli/texts.h"
-#include "app/save_song.h"
 #include "instruments/picker/patch_state.h"
 #include "instruments/picker/write_voice.h"
 #include "instruments/voices/voice_list.h"
@@ -51,15 +50,13 @@ constexpr auto kControlOptions = std::to_array<ControlOption>({{Control::Volume,
 
 struct SetArguments {
     std::string file;
-    std::string out;
+    SongTarget target;
     std::string instrument;
     std::string voice;
     int channel = 1;
     std::array<std::optional<int>, mixer::kControls> values;
     std::optional<int> transpose;
     bool insert = false;
-    bool inPlace = false;
-    bool dryRun = false;
     ReadingOptions reading;
 
     std::size_t Channel() const { return static_cast<std::size_t>(channel - 1); }
@@ -96,19 +93,11 @@ private:
     }
 
     int CheckArguments(const std::vector<InputFile>& inputs) {
-        if (inputs.size() > 1) {
-            return Complain(texts::kOneSong);
-        }
-        if (arguments_.inPlace == !arguments_.out.empty()) {
-            return Complain(arguments_.inPlace ? texts::kOutAndInPlace : texts::kNoOutputFile);
+        if (const int fault = arguments_.target.Check(context_, inputs); fault != kOk) {
+            return fault;
         }
         if (arguments_.SetsNothing()) {
             return Complain(texts::kNothingToSet);
-        }
-        if (!arguments_.inPlace && OutputNames({}, inputs).IsInput(PathOf(arguments_.out))) {
-            context_.log << context_.Say(texts::kWouldOverwriteInput) << DisplayPath(arguments_.out)
-                         << "\n";
-            return kWriteFailed;
         }
         if (!arguments_.instrument.empty()) {
             instrument_ = ChooseInstrument(context_, arguments_.instrument);
@@ -217,13 +206,9 @@ private:
     }
 
     int Store(SongJob& job) const {
-        const auto target = arguments_.inPlace ? job.input.path : PathOf(arguments_.out);
-        const auto bytes = app::EncodeSong(job.session, app::SaveFormat::AsSong, job.host);
-        if (!arguments_.dryRun) {
-            if (!arguments_.inPlace && !app::ConfirmOverwrite(target, job.host)) {
-                return kWriteFailed;
-            }
-            app::WriteMidiFile(target, bytes, job.host);
+        const auto target = arguments_.target.PathFor(job.input);
+        if (const int code = arguments_.target.Store(job); code != kOk) {
+            return code;
         }
         job.context.out << job.input.Name() << " -> " << DisplayPath(system::PathText(target))
                         << "\n";
@@ -270,10 +255,7 @@ void AddSetCommand(CLI::App& app, CliContext& context) {
                      context.Say(texts::kHelpVoicesInstrument))
         ->type_name("NAME");
     command->add_flag("--insert", arguments->insert, context.Say(texts::kHelpSetInsert));
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutFile))
-        ->type_name("FILE");
-    command->add_flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
-    command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    arguments->target.AddTo(*command, context);
     arguments->reading.AddTo(*command, context);
     command->callback([&context, arguments] {
         context.run = [&context, arguments] { return Setting(context, *arguments).Run(); };

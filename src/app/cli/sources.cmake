@@ -52,6 +52,8 @@ set(SOURCES
   revoice_table_file.h
   song_input.cpp
   song_input.h
+  song_target.cpp
+  song_target.h
   terminal_line.cpp
   terminal_line.h
   texts.cpp
