@@ -10,13 +10,14 @@ namespace {
 // Folders above the program that may hold a source tree with its build folder.
 constexpr int kLevelsUp = 5;
 
-std::vector<std::filesystem::path> DataFolders() {
+// `inTree` is the folder of a source tree.
+std::vector<std::filesystem::path> DataFolders(const char* inTree) {
     std::vector<std::filesystem::path> folders;
     std::filesystem::path folder = system::ProgramFolder();
     if (!folder.empty()) {
         folders.push_back(folder.parent_path() / "share" / "tracksmith");
         for (int level = 0; level <= kLevelsUp; ++level) {
-            folders.push_back(folder / "data");
+            folders.push_back(folder / inTree);
             folder = folder.parent_path();
         }
     }
@@ -25,16 +26,33 @@ std::vector<std::filesystem::path> DataFolders() {
     return folders;
 }
 
-} // namespace
-
-std::optional<std::filesystem::path> FindData(const std::filesystem::path& name) {
-    for (const auto& folder : DataFolders()) {
+std::optional<std::filesystem::path> FirstOf(const std::vector<std::filesystem::path>& places) {
+    for (const auto& place : places) {
         std::error_code ignored;
-        if (std::filesystem::exists(folder / name, ignored)) {
-            return folder / name;
+        if (std::filesystem::exists(place, ignored)) {
+            return place;
         }
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> FindData(const std::filesystem::path& name) {
+    auto places = DataFolders("data");
+    for (auto& place : places) {
+        place /= name;
+    }
+    return FirstOf(places);
+}
+
+std::optional<std::filesystem::path> FindDocument(const std::filesystem::path& name) {
+    std::vector<std::filesystem::path> places;
+    for (const auto& folder : DataFolders("docs")) {
+        places.push_back(folder / "docs" / name);
+        places.push_back(folder / name);
+    }
+    return FirstOf(places);
 }
 
 std::vector<std::filesystem::path> VoiceFolders() {

@@ -11,6 +11,10 @@ namespace tracksmith {
 /// none of them has it.
 std::optional<std::filesystem::path> FindData(const std::filesystem::path& name);
 
+/// The same for a page of the documentation, such as the user guide: `docs` in the folder of the
+/// installed data, or in the source tree.
+std::optional<std::filesystem::path> FindDocument(const std::filesystem::path& name);
+
 /// Folders of voice tables; the user's own comes first and need not exist.
 std::vector<std::filesystem::path> VoiceFolders();
 

@@ -1,5 +1,6 @@
 #include "base/system/file_io.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -31,6 +32,31 @@ TEST(FileIo, WritesAndReadsBackAndLeavesNothingElse) {
         EXPECT_EQ(folder.Count(), 1);
     }
     EXPECT_EQ(PathText(file.filename()), "Größe 𝄞.mid");
+}
+
+TEST(FileIo, HowFarReadingIsIsToldAndCanEndIt) {
+    const TemporaryFolder folder;
+    const fs::path file = folder / "large.mid";
+    Bytes bytes(1'000'003);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<std::uint8_t>(i * 7 / 256);
+    }
+    WriteFileAtomically(file, bytes);
+    std::vector<std::uint64_t> told;
+    const auto read = [&](std::size_t most) {
+        told.clear();
+        return ReadRegularFile(file, [&](std::uint64_t done, std::uint64_t size) {
+            EXPECT_EQ(size, bytes.size());
+            told.push_back(done);
+            return told.size() < most;
+        });
+    };
+    EXPECT_EQ(read(1'000), bytes);
+    EXPECT_GT(told.size(), 2U);
+    EXPECT_TRUE(std::ranges::is_sorted(told));
+    EXPECT_EQ(told.back(), bytes.size());
+    EXPECT_EQ(read(2), std::nullopt);
+    EXPECT_EQ(told.size(), 2U);
 }
 
 TEST(FileIo, MissingFilesAndFoldersAreNotRead) {

@@ -1,4 +1,6 @@
 set(SOURCES display_text_test.cpp file_io_test.cpp parallel_test.cpp)
-if(NOT WIN32)
-  list(APPEND SOURCES interrupt_test.cpp) # signals
+if(WIN32)
+  list(APPEND SOURCES windows_test.cpp)
+else()
+  list(APPEND SOURCES interrupt_test.cpp single_start_test.cpp) # signals, sockets
 endif()

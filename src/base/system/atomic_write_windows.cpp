@@ -6,6 +6,7 @@
 #include "base/system/file_handle.h"
 #include "base/system/file_io.h"
 #include "base/system/folder_listing.h"
+#include "base/system/reachable_path.h"
 #include "base/system/temporary_name.h"
 
 namespace tracksmith::system {
@@ -117,8 +118,9 @@ WriteResult Failure(WriteOutcome outcome, std::size_t written = 0) {
 } // namespace
 
 // A new file takes its rights from its folder, so there is nothing to be done for `access`.
-WriteResult WriteFileAtomically(const fs::path& path, std::span<const std::uint8_t> bytes,
+WriteResult WriteFileAtomically(const fs::path& file, std::span<const std::uint8_t> bytes,
                                 NewFileAccess /*access*/) {
+    const fs::path path = ReachablePath(file);
     std::error_code unknown;
     if (fs::is_directory(path, unknown)) {
         return {WriteOutcome::CreateFailed, 0, std::make_error_code(std::errc::is_a_directory)};

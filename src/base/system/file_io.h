@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,10 +15,15 @@ namespace tracksmith::system {
 /// The largest file that is read, in bytes.
 inline constexpr std::uint64_t kMostFileBytes = 0x7FFF'FFFF;
 
-/// The bytes of the regular file `path`. Empty optional for anything else: a missing or unreadable
-/// file, a folder, pipe or device (never opened for blocking), a file over kMostFileBytes or one
-/// that shrinks while it is read. Throws std::bad_alloc when the bytes do not fit into memory.
-std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path);
+/// Told while a file is read, how many of its bytes are there; false ends reading.
+using ReadProgress = std::function<bool(std::uint64_t read, std::uint64_t size)>;
+
+/// The bytes of the regular file `path`, in steps that are told to `progress` if there is one.
+/// Empty optional for anything else: a missing or unreadable file, a folder, pipe or device (never
+/// opened for blocking), a file over kMostFileBytes or one that shrinks while it is read; also when
+/// `progress` ended it. Throws std::bad_alloc when the bytes do not fit into memory.
+std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path,
+                                                         const ReadProgress& progress = {});
 
 /// What ReadFileStart found.
 struct FileStart {

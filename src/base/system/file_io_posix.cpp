@@ -5,6 +5,7 @@
 
 #include "base/system/descriptor.h"
 #include "base/system/file_io.h"
+#include "base/system/read_steps.h"
 
 namespace tracksmith::system {
 namespace {
@@ -54,13 +55,17 @@ std::string PathText(const std::filesystem::path& path) {
     return path.string();
 }
 
-std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path) {
+std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path,
+                                                         const ReadProgress& progress) {
     const OpenedFile file(path);
     if (file.error || file.size > kMostFileBytes) {
         return std::nullopt;
     }
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(file.size));
-    if (!ReadAll(file.handle.Get(), bytes)) {
+    const auto read = [&](std::span<std::uint8_t> part) {
+        return ReadAll(file.handle.Get(), part);
+    };
+    if (!ReadInSteps(bytes, progress, read)) {
         return std::nullopt;
     }
     return bytes;

@@ -3,6 +3,8 @@
 
 #include "base/system/file_handle.h"
 #include "base/system/file_io.h"
+#include "base/system/reachable_path.h"
+#include "base/system/read_steps.h"
 
 namespace tracksmith::system {
 namespace {
@@ -24,12 +26,13 @@ bool ReadAll(HANDLE handle, std::span<std::uint8_t> target) {
 // A file on a disk that is open for reading, or why it is not.
 struct OpenedFile {
     explicit OpenedFile(const std::filesystem::path& path)
-        : handle(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                             nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {
+        : handle(CreateFileW(ReachablePath(path).c_str(), GENERIC_READ,
+                             FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                             FILE_ATTRIBUTE_NORMAL, nullptr)) {
         LARGE_INTEGER bytes{};
         std::error_code ignored;
         if (!handle.Valid()) {
-            error = std::filesystem::is_directory(path, ignored)
+            error = std::filesystem::is_directory(ReachablePath(path), ignored)
                         ? std::make_error_code(std::errc::is_a_directory)
                         : LastError();
         } else if (GetFileType(handle.Get()) != FILE_TYPE_DISK) {
@@ -52,13 +55,17 @@ std::string PathText(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
-std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path) {
+std::optional<std::vector<std::uint8_t>> ReadRegularFile(const std::filesystem::path& path,
+                                                         const ReadProgress& progress) {
     const OpenedFile file(path);
     if (file.error || file.size > kMostFileBytes) {
         return std::nullopt;
     }
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(file.size));
-    if (!ReadAll(file.handle.Get(), bytes)) {
+    const auto read = [&](std::span<std::uint8_t> part) {
+        return ReadAll(file.handle.Get(), part);
+    };
+    if (!ReadInSteps(bytes, progress, read)) {
         return std::nullopt;
     }
     return bytes;

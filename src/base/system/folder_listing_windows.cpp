@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "base/system/folder_listing.h"
+#include "base/system/reachable_path.h"
 
 namespace tracksmith::system {
 namespace {
@@ -29,7 +30,7 @@ private:
 FolderListing ListFolder(const std::filesystem::path& folder) {
     FolderListing listing;
     WIN32_FIND_DATAW entry{};
-    const Search search(FindFirstFileW((folder / L"*").c_str(), &entry));
+    const Search search(FindFirstFileW((ReachablePath(folder) / L"*").c_str(), &entry));
     if (!search.Valid()) {
         const DWORD error = GetLastError();
         listing.error = {static_cast<int>(error), std::system_category()};

@@ -18,8 +18,12 @@ public:
     static void Request() noexcept;
 
     /// Becomes readable with the first request, so that an event loop can wait for it; belongs to
-    /// the watch. -1 on Windows, where windows are told by messages.
+    /// the watch. -1 on Windows.
     static int Descriptor() noexcept;
+
+    /// The counterpart on Windows: the handle of an event that is set by the first request; belongs
+    /// to the watch. Null elsewhere.
+    static void* Event() noexcept;
 };
 
 } // namespace tracksmith::system

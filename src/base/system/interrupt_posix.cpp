@@ -81,4 +81,8 @@ int InterruptWatch::Descriptor() noexcept {
     return readEnd;
 }
 
+void* InterruptWatch::Event() noexcept {
+    return nullptr;
+}
+
 } // namespace tracksmith::system

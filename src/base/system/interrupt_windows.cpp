@@ -10,10 +10,19 @@ namespace {
 constexpr DWORD kClosingTime = 5000;
 
 std::atomic<bool> requested = false;
+std::atomic<HANDLE> event = nullptr;
 
-BOOL WINAPI OnControl(DWORD event) {
-    const bool again = requested.exchange(true);
-    if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) {
+bool NoteRequest() noexcept {
+    const bool before = requested.exchange(true);
+    if (event != nullptr) {
+        SetEvent(event);
+    }
+    return before;
+}
+
+BOOL WINAPI OnControl(DWORD kind) {
+    const bool again = NoteRequest();
+    if (kind == CTRL_C_EVENT || kind == CTRL_BREAK_EVENT) {
         return again ? FALSE : TRUE;
     }
     // The program is ended as soon as this returns.
@@ -25,11 +34,13 @@ BOOL WINAPI OnControl(DWORD event) {
 
 InterruptWatch::InterruptWatch() {
     requested = false;
+    event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     SetConsoleCtrlHandler(&OnControl, TRUE);
 }
 
 InterruptWatch::~InterruptWatch() {
     SetConsoleCtrlHandler(&OnControl, FALSE);
+    CloseHandle(event.exchange(nullptr));
 }
 
 bool InterruptWatch::Requested() noexcept {
@@ -37,11 +48,15 @@ bool InterruptWatch::Requested() noexcept {
 }
 
 void InterruptWatch::Request() noexcept {
-    requested = true;
+    NoteRequest();
 }
 
 int InterruptWatch::Descriptor() noexcept {
     return -1;
+}
+
+void* InterruptWatch::Event() noexcept {
+    return event;
 }
 
 } // namespace tracksmith::system

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <windows.h>
 
+#include "base/system/fine_period_windows.h"
 #include "base/system/thread_timing.h"
 
 // Known since Windows 10, version 1803, but not to every set of headers.
@@ -14,6 +15,8 @@ namespace tracksmith::system {
 struct AlarmClock::Bell {
     HANDLE rung = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     HANDLE timer = CreateTimer();
+    // Held while somebody sleeps until a moment, which is while a song plays.
+    FinePeriod period;
 
     Bell() = default;
     Bell(const Bell&) = delete;
@@ -34,6 +37,7 @@ AlarmClock::AlarmClock() : bell_(std::make_unique<Bell>()) {}
 AlarmClock::~AlarmClock() = default;
 
 void AlarmClock::SleepUntil(SteadyTime deadline) noexcept {
+    bell_->period.Hold();
     // The timer counts in steps of 100 ns; negative means from now. It may end a little early.
     for (;;) {
         const auto left = deadline - std::chrono::steady_clock::now();
@@ -55,6 +59,7 @@ void AlarmClock::SleepUntil(SteadyTime deadline) noexcept {
 }
 
 void AlarmClock::Sleep() noexcept {
+    bell_->period.Release();
     WaitForSingleObject(bell_->rung, INFINITE);
 }
 
@@ -62,7 +67,9 @@ void AlarmClock::Ring() noexcept {
     SetEvent(bell_->rung);
 }
 
-void WakeThisThreadExactly() noexcept {}
+void WakeThisThreadExactly() noexcept {
+    SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL);
+}
 
 std::chrono::nanoseconds ProcessorTime() noexcept {
     FILETIME created;
