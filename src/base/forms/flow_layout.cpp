@@ -90,7 +90,8 @@ int FlowLayout::Arrange(const QRect& rect, bool place) const {
 void FlowLayout::Place(const Row& row, const QRect& rect) const {
     const auto found = std::ranges::find_if(
         row, [this](const QLayoutItem* item) { return item->widget() == stretching_; });
-    const QLayoutItem* wide = found != row.end() ? *found : row.last();
+    const QLayoutItem* last = keepsWidths_ ? nullptr : row.last();
+    const QLayoutItem* wide = found != row.end() ? *found : last;
     const int spare = std::max(0, rect.width() - WidthOf(row));
     int left = rect.left();
     for (QLayoutItem* item : row) {

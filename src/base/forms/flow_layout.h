@@ -6,7 +6,7 @@ namespace tracksmith::forms {
 
 /// Widgets from left to right in as few rows as they fit into, the rows about equally long and each
 /// as high as its highest widget. The widget that stretches takes what is left of its row, in other
-/// rows the last one does.
+/// rows the last one does unless widths are kept.
 class FlowLayout : public QLayout {
     Q_OBJECT
 
@@ -16,6 +16,9 @@ public:
 
     /// A widget of the layout that takes the width left over.
     void SetStretching(const QWidget* widget) { stretching_ = widget; }
+
+    /// Rows without a widget that stretches end where their widgets do.
+    void KeepWidths() { keepsWidths_ = true; }
 
     void addItem(QLayoutItem* item) override { items_.append(item); }
     int count() const override { return static_cast<int>(items_.size()); }
@@ -40,6 +43,7 @@ private:
 
     QList<QLayoutItem*> items_;
     const QWidget* stretching_ = nullptr;
+    bool keepsWidths_ = false;
 };
 
 } // namespace tracksmith::forms

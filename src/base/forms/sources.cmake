@@ -17,7 +17,11 @@ set(SOURCES
   qt_text.h
   rows_model.cpp
   rows_model.h
+  screen_fit.cpp
+  screen_fit.h
   theme.cpp
   theme.h
   theme_style.cpp
-  theme_style.h)
+  theme_style.h
+  title_bars.cpp
+  title_bars.h)

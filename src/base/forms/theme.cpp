@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/forms/theme_style.h"
+#include "base/forms/title_bars.h"
 #include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
@@ -73,6 +74,7 @@ void ApplyTheme(Theme theme) {
         QApplication::setStyle(new ThemeStyle);
     }
     QApplication::setPalette(ThemePalette(theme));
+    ShadeTitleBars();
 }
 
 void ApplyTextSize(int percent) {
@@ -97,6 +99,11 @@ bool IsDark(const QPalette& palette) {
 QColor ChannelColour(int channel, const QPalette& palette) {
     const int hue = kHues[static_cast<std::size_t>(channel & 0x0F)];
     return IsDark(palette) ? QColor::fromHsl(hue, 150, 145) : QColor::fromHsl(hue, 165, 100);
+}
+
+bool IsLight(const QColor& colour) {
+    constexpr double kMiddle = 0.46;
+    return 0.30 * colour.redF() + 0.59 * colour.greenF() + 0.11 * colour.blueF() > kMiddle;
 }
 
 QFont ScaledFont(QFont font, double factor) {

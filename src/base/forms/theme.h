@@ -32,6 +32,9 @@ bool IsDark(const QPalette& palette);
 /// The colour that stands for a channel (0-15) everywhere in the program, readable on `palette`.
 QColor ChannelColour(int channel, const QPalette& palette);
 
+/// Black is read better on `colour` than white (relative luminance of sRGB, roughly).
+bool IsLight(const QColor& colour);
+
 /// The one accent colour.
 inline QColor Accent(const QPalette& palette) {
     return palette.color(QPalette::Highlight);
