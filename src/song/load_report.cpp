@@ -54,6 +54,17 @@ const ChangeRow& RowOf(LoadChange change) {
 
 } // namespace
 
+LoadReport LoadReport::Losses() const {
+    using enum LoadChange;
+    LoadReport losses;
+    for (const LoadChange change :
+         {UnknownMetaDropped, EscapeDropped, SystemDropped, TempoZeroReplaced, DataByteTooLarge,
+          BytesAfterEndOfTrack, BytesAfterLastTrack, TrackIgnored}) {
+        losses.Add(change, (*this)[change]);
+    }
+    return losses;
+}
+
 std::size_t LoadReport::Kinds() const {
     return static_cast<std::size_t>(
         std::count_if(counts.begin(), counts.end(), [](std::int64_t count) { return count != 0; }));

@@ -46,6 +46,8 @@ struct LoadReport {
     }
     /// Number of kinds that occurred.
     std::size_t Kinds() const;
+    /// The kinds that take something away or change what is heard, with their numbers.
+    LoadReport Losses() const;
 };
 
 /// Stable machine name of a change, for example "portEventDropped".

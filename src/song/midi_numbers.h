@@ -68,6 +68,9 @@ inline constexpr std::uint8_t kResetAllControllers = 121;
 inline constexpr std::uint8_t kLocalControl = 122;
 inline constexpr std::uint8_t kAllNotesOff = 123;
 inline constexpr std::uint8_t kOmniOff = 124;
+inline constexpr std::uint8_t kOmniOn = 125;
+inline constexpr std::uint8_t kMono = 126;
+inline constexpr std::uint8_t kPoly = 127;
 /// From here on channel mode messages, which set no value.
 inline constexpr std::uint8_t kFirstModeMessage = kAllSoundOff;
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "song/event_chain.h"
 #include "song/shared_byte.h"
 #include "song/song_position.h"
 #include "song/time_map.h"
@@ -110,6 +111,24 @@ std::int64_t SamePlace(const TimeMap& before, const TimeMap& after, std::int64_t
     const double intoZone = static_cast<double>(us) - 1000.0 * from.startMs;
     const double stretch = static_cast<double>(to.msPerTick) / static_cast<double>(from.msPerTick);
     return std::llrint(1000.0 * to.startMs + intoZone * stretch);
+}
+
+bool BeginsWithTempo(const Song& song) {
+    for (const Track& track : song.tracks) {
+        for (ConstEventLink event = track.first; event && event->tick == 0; event = event->next) {
+            if (event->IsMeta(kMetaTempo)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void InsertFirstTempo(Song& song, std::int32_t tempo) {
+    Track& track = song.tracks.front();
+    const EventLink event = NewMetaEvent(song.pool, 0, kMetaTempo, std::array<std::uint8_t, 3>{});
+    WriteTempoBytes(*event, tempo);
+    InsertAfter(track, track.first, event);
 }
 
 void RetimeSong(Song& song, const TimeMap& map) {

@@ -39,6 +39,13 @@ TimeMap MovedTimeMap(const TimeMap& base, std::int32_t offset);
 /// differ only in their tempos.
 std::int64_t SamePlace(const TimeMap& before, const TimeMap& after, std::int64_t us);
 
+/// A tempo event stands at the song's start. Only there can a practice tempo be saved.
+bool BeginsWithTempo(const Song& song);
+
+/// Puts a tempo event in front of the first track, for microseconds per quarter note below 2^24.
+/// Throws std::bad_alloc.
+void InsertFirstTempo(Song& song, std::int32_t tempo);
+
 /// Takes `map` over into the song and re-times every event. Allocates nothing when the song has as
 /// many zones as the map.
 void RetimeSong(Song& song, const TimeMap& map);

@@ -35,7 +35,9 @@ public:
         velocityZero_ += ends;
         status = static_cast<std::uint8_t>(status ^ (ends << 4));
         data2 = static_cast<std::uint8_t>(data2 | ((0U - ends) & kReleaseVelocity));
-        drumBanks_ |= IsDrumBank(status, data1, data2);
+        if (data1 == kBankMsb) [[unlikely]] {
+            drumBanks_ |= IsDrumBank(status, data1, data2);
+        }
         Track& track = split_ ? song_.tracks[(status & 0x0FU) + 1U] : *track_;
         if (track.channel == 0xFF) [[unlikely]] {
             track.channel = static_cast<std::uint8_t>(status & 0x0F);

@@ -7,6 +7,7 @@ set(SOURCES
   check_song.cpp
   check_song.h
   clock.h
+  control_names.h
   drum_channels.cpp
   drum_channels.h
   event_arena.cpp
@@ -46,6 +47,8 @@ set(SOURCES
   note_pairing.h
   parameter_list.cpp
   parameter_list.h
+  place_map.cpp
+  place_map.h
   poison.h
   practice_tempo.cpp
   practice_tempo.h

@@ -100,6 +100,26 @@ public:
         return event;
     }
 
+    /// Hands the events of the track that comes first to `take`, for as long as no other track
+    /// comes before them and `take` returns true; the event for which it returns false comes next.
+    /// Many events in a row cost a fraction of Take's time. `take` must not change the song.
+    template <typename TakeOne>
+    void TakeRun(TakeOne&& take) {
+        if (winner_ == Order::kNone) {
+            return;
+        }
+        const std::size_t track = NextTrack();
+        const Key others = LeastBeside(leaves_ + track);
+        Event* event = lanes_[track].event;
+        for (Key key = winner_; key < others && take(*event);) {
+            PrefetchForReading(event);
+            event = NextWanted(track, event->next.Get());
+            key = KeyOf(track, event);
+        }
+        Follow(track, event);
+        winner_ = Advance(track);
+    }
+
 private:
     using Key = typename Order::Key;
 
@@ -123,12 +143,30 @@ private:
     // Makes the first wanted event from `event` on the one after the next.
     void Follow(std::size_t track, Event* event) {
         Lane& lane = lanes_[track];
-        while (event != lane.end && !choice_.Wants(*event)) {
+        lane.after = NextWanted(track, event);
+        lane.afterKey = KeyOf(track, lane.after);
+    }
+
+    // The first wanted event from `event` on; null when there is none.
+    Event* NextWanted(std::size_t track, Event* event) const {
+        const MidiEvent* const end = lanes_[track].end;
+        while (event != end && !choice_.Wants(*event)) {
             event = event->next.Get();
         }
-        lane.after = event == lane.end ? nullptr : event;
-        lane.afterKey =
-            lane.after == nullptr ? Order::kNone : Order::KeyOf(*event, song_.tracks[track], track);
+        return event == end ? nullptr : event;
+    }
+
+    Key KeyOf(std::size_t track, const Event* event) const {
+        return event == nullptr ? Order::kNone : Order::KeyOf(*event, song_.tracks[track], track);
+    }
+
+    // The winner if the track at this leaf did not enter.
+    Key LeastBeside(std::size_t node) const {
+        Key least = Order::kNone;
+        for (; node > 1; node /= 2) {
+            least = std::min(least, keys_[node ^ 1]);
+        }
+        return least;
     }
 
     // Lets the track enter with its next event. Returns the winner.

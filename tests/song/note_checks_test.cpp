@@ -227,6 +227,7 @@ TEST(NoteBalance, ListsTheFaultsOfTheFirstTrackThatHasAny) {
               "Found 1 Note-Offs without Note-Ons,\nCh.12, Pos. 001.02.120, Note D3(62)\n"
               "Found 1 Note-Ons without Note-Offs,\nCh.12, Pos. 001.01.240, Note C#3(61)\n");
     decoded.song.tracks[1].ignored = 1;
+    EXPECT_EQ(song::CheckForNoteOnsNoteOffs(decoded.song).track, 2);
     EXPECT_EQ(song::BalanceText(decoded.song, song::CheckForNoteOnsNoteOffs(decoded.song),
                                 Language::German),
               "Es wurden 1 Note-Ons ohne Note-Offs gefunden,\nCh.02, Pos. 001.01.000, Note "

@@ -61,6 +61,8 @@ struct OverviewScene {
     std::vector<OverviewMark> marks;
     /// Later ones are painted over earlier ones.
     std::vector<OverviewFlag> flags;
+    /// Cursor and playhead are shown.
+    bool placed = true;
     /// Column of the cursor.
     std::size_t cursor = 0;
     /// Channel brought out (0-15), -1 for none.
@@ -74,10 +76,14 @@ struct OverviewScene {
     bool looping = false;
 };
 
+/// The lines above the notes.
+enum class OverviewRulers { Measures, MeasuresAndMarks };
+
 /// The geometry for a widget of `size` with a font of height `fontHeight`: a row for each channel
 /// that has notes.
 OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight,
-                                const song::NoteOverview& notes);
+                                const song::NoteOverview& notes,
+                                OverviewRulers rulers = OverviewRulers::MeasuresAndMarks);
 
 /// The column in which `tick` lies, with the fraction of the column before it.
 double ColumnOfTick(const song::NoteOverview& notes, std::int32_t tick);

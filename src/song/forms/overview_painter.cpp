@@ -1,4 +1,4 @@
-#include "app/forms/overview/overview_painter.h"
+#include "song/forms/overview_painter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -182,21 +182,27 @@ private:
     const QPalette& palette_;
 };
 
-void PaintGround(QPainter& painter, const QRectF& rect, bool focused, const QPalette& palette) {
+} // namespace
+
+void PaintOverviewGround(QPainter& painter, const QRectF& rect, const OverviewScene& scene,
+                         const QPalette& palette) {
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(focused ? Accent(palette) : Border(palette));
+    painter.setPen(scene.focused ? Accent(palette) : Border(palette));
     painter.setBrush(palette.base());
     painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius(), CornerRadius());
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-} // namespace
+void PaintOverviewCursor(QPainter& painter, const OverviewGeometry& geometry,
+                         const OverviewScene& scene, const QPalette& palette) {
+    if (scene.placed) {
+        OverviewPainter(painter, geometry, scene, palette).PaintCursorGround();
+    }
+}
 
-void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const OverviewScene& scene,
-                   const QPalette& palette) {
-    PaintGround(painter, painter.viewport(), scene.focused, palette);
+void PaintOverviewNotes(QPainter& painter, const OverviewGeometry& geometry,
+                        const OverviewScene& scene, const QPalette& palette) {
     const OverviewPainter parts(painter, geometry, scene, palette);
-    parts.PaintCursorGround();
     parts.PaintLoop();
     parts.PaintMeasures();
     parts.PaintMarks();
@@ -206,7 +212,21 @@ void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const Ov
         parts.PaintGutter(row);
         parts.PaintRow(row);
     }
-    parts.PaintPlayhead();
+}
+
+void PaintOverviewPlayhead(QPainter& painter, const OverviewGeometry& geometry,
+                           const OverviewScene& scene, const QPalette& palette) {
+    if (scene.placed) {
+        OverviewPainter(painter, geometry, scene, palette).PaintPlayhead();
+    }
+}
+
+void PaintOverview(QPainter& painter, const OverviewGeometry& geometry, const OverviewScene& scene,
+                   const QPalette& palette) {
+    PaintOverviewGround(painter, painter.viewport(), scene, palette);
+    PaintOverviewCursor(painter, geometry, scene, palette);
+    PaintOverviewNotes(painter, geometry, scene, palette);
+    PaintOverviewPlayhead(painter, geometry, scene, palette);
 }
 
 } // namespace tracksmith::forms

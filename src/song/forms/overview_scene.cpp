@@ -1,4 +1,4 @@
-#include "app/forms/overview/overview_scene.h"
+#include "song/forms/overview_scene.h"
 
 #include <algorithm>
 
@@ -18,7 +18,7 @@ int OverviewGeometry::ChannelAt(double y) const {
 }
 
 OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight,
-                                const song::NoteOverview& notes) {
+                                const song::NoteOverview& notes, OverviewRulers rulers) {
     const double margin = fontHeight / 2;
     const double gutter = fontHeight * 2;
     const QRectF inside = QRectF({0, 0}, size).adjusted(margin, margin / 4, -margin, -margin / 2);
@@ -29,10 +29,11 @@ OverviewGeometry LayOutOverview(const QSizeF& size, double fontHeight,
             geometry.channels.push_back(static_cast<int>(channel));
         }
     }
-    geometry.cells = inside.adjusted(gutter, 2.2 * fontHeight, 0, 0);
+    const int lines = rulers == OverviewRulers::Measures ? 1 : 2;
+    geometry.cells = inside.adjusted(gutter, (lines + 0.2) * fontHeight, 0, 0);
     geometry.measureRuler = {geometry.cells.left(), inside.top(), geometry.cells.width(),
                              fontHeight};
-    geometry.markRuler = geometry.measureRuler.translated(0, fontHeight);
+    geometry.markRuler = geometry.measureRuler.translated(0, (lines - 1) * fontHeight);
     geometry.gutter = {inside.left(), geometry.cells.top(), gutter, geometry.cells.height()};
     return geometry;
 }
