@@ -62,7 +62,7 @@ std::int64_t Dispatcher::PlayDue(PassState& pass) noexcept {
 
 // The cursor moves on first: sending may hang, and the song be another one when it returns.
 bool Dispatcher::SendFirst(PassState& pass) noexcept {
-    song::Track& track = song_.tracks[queue_.First().track];
+    song::Track& track = song_->tracks[queue_.First().track];
     const song::EventLink event = track.cursor;
     track.cursor = event->next;
     if (track.cursor) {
@@ -74,7 +74,7 @@ bool Dispatcher::SendFirst(PassState& pass) noexcept {
 }
 
 bool Dispatcher::JumpToLoopStart(PassState& pass) noexcept {
-    for (song::Track& track : song_.tracks) {
+    for (song::Track& track : song_->tracks) {
         track.cursor = track.loopCursor;
     }
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
@@ -100,8 +100,8 @@ std::int64_t Dispatcher::NextMoment() const noexcept {
 
 void Dispatcher::FillQueue() noexcept {
     queue_.Clear();
-    for (std::size_t index = 0; index < song_.tracks.size(); ++index) {
-        const song::Track& track = song_.tracks[index];
+    for (std::size_t index = 0; index < song_->tracks.size(); ++index) {
+        const song::Track& track = song_->tracks[index];
         if (track.cursor && track.ignored == 0) {
             queue_.Add(song::DueOrder::KeyOf(*track.cursor, track, index));
         }
@@ -109,15 +109,15 @@ void Dispatcher::FillQueue() noexcept {
 }
 
 void Dispatcher::CursorsMoved() {
-    queue_.Reserve(song_.tracks.size());
+    queue_.Reserve(song_->tracks.size());
     FillQueue();
 }
 
 void Dispatcher::TimesChanged() noexcept {
-    songEndTime_ = song::LargestTime(song_);
-    if (song_.timeZoneCount > 0) {
-        loop_.startMs = song::TickToMs(song_, loop_.startTick);
-        loop_.endMs = song::TickToMs(song_, loop_.endTick);
+    songEndTime_ = song::LargestTime(*song_);
+    if (song_->timeZoneCount > 0) {
+        loop_.startMs = song::TickToMs(*song_, loop_.startTick);
+        loop_.endMs = song::TickToMs(*song_, loop_.endTick);
     }
     FillQueue();
 }
@@ -125,11 +125,11 @@ void Dispatcher::TimesChanged() noexcept {
 void Dispatcher::SetLoop(bool on, std::int32_t startTick, std::int32_t endTick) {
     loop_ = {on, std::min(startTick, endTick), std::max(startTick, endTick)};
     TimesChanged();
-    for (song::Track& track : song_.tracks) {
+    for (song::Track& track : song_->tracks) {
         track.loopCursor = FirstDue(track, loop_.startMs);
     }
     if (loop_.on) {
-        loopStart_ = CollectChase(song_, sender_.Rules(), &song::Track::loopCursor);
+        loopStart_ = CollectChase(*song_, sender_.Rules(), &song::Track::loopCursor);
     }
 }
 

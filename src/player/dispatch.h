@@ -42,7 +42,7 @@ class Dispatcher {
 public:
     Dispatcher(song::Song& song, PlayPosition& position, EventSender& sender,
                ChannelsInEffect& inEffect, StateKeeper& keeper)
-        : song_(song),
+        : song_(&song),
           position_(position),
           sender_(sender),
           inEffect_(inEffect),
@@ -54,6 +54,8 @@ public:
     /// meanwhile.
     std::int64_t Pass(PassState& pass) noexcept;
 
+    /// Another song is played from now on: its times, loop and cursors are to be taken over.
+    void SetSong(song::Song& song) { song_ = &song; }
     /// Takes the tracks' play cursors over. Allocates for songs with more tracks than before.
     void CursorsMoved();
     /// Takes over that event times have changed, loop included. Allocates nothing.
@@ -82,7 +84,7 @@ private:
     /// The last position in milliseconds that the loop lets be played.
     std::int64_t LoopLimit() const { return loop_.endMs - kLoopMarginMs + 1; }
 
-    song::Song& song_;
+    song::Song* song_;
     PlayPosition& position_;
     EventSender& sender_;
     ChannelsInEffect& inEffect_;

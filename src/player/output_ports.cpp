@@ -16,6 +16,9 @@ constexpr std::chrono::milliseconds kClosePatience{80};
 constexpr std::chrono::milliseconds kLastSends{200};
 constexpr std::chrono::milliseconds kLastPatience{800};
 
+// See DeviceCapabilities::technology.
+constexpr std::uint16_t kSynthesizer = 2;
+
 std::chrono::milliseconds Left(std::chrono::steady_clock::time_point deadline) {
     using std::chrono::milliseconds;
     const auto left = deadline - std::chrono::steady_clock::now();
@@ -41,7 +44,8 @@ std::vector<OutputPorts::Found> OutputPorts::FindDevices() const {
         for (std::uint32_t device = 0; device < count; ++device) {
             midi::DeviceCapabilities capabilities;
             if (entry.driver->Capabilities(device, capabilities) == midi::kNoError) {
-                found.push_back({&entry, device, std::move(capabilities.productName)});
+                found.push_back({&entry, device, std::move(capabilities.productName),
+                                 capabilities.technology == kSynthesizer});
             }
         }
     }
@@ -76,6 +80,7 @@ void OutputPorts::Add(const Found& found) {
     if (count < kMostPorts) {
         ports_[count] =
             std::make_unique<OutputPort>(*found.driver, found.name, stopwatch_, onTrouble_);
+        synthesizers_[count] = found.synthesizer;
         count_.store(count + 1, std::memory_order_release);
     }
 }
@@ -105,7 +110,8 @@ std::vector<OutputDevice> OutputPorts::SortedDevices() const {
         const PortState state = port.State();
         devices.push_back({index, port.ProductName(), state,
                            state == PortState::Open || state == PortState::Closed,
-                           port.SoftwareInstrument(), port.MessagesSent(), port.TimesLost()});
+                           port.SoftwareInstrument(), synthesizers_[index], port.MessagesSent(),
+                           port.TimesLost()});
     }
     std::stable_sort(
         devices.begin(), devices.end(),

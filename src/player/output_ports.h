@@ -29,6 +29,8 @@ struct OutputDevice {
     bool usable = false;
     /// The built-in instrument.
     bool softwareInstrument = false;
+    /// It sounds by itself, as the synthesizer does that Windows has.
+    bool synthesizer = false;
     std::uint64_t messagesSent = 0;
     std::uint32_t timesLost = 0;
 };
@@ -104,6 +106,7 @@ private:
         const OutputDriver* driver;
         std::uint32_t device;
         std::string name;
+        bool synthesizer = false;
         bool taken = false;
     };
     std::vector<Found> FindDevices() const;
@@ -117,6 +120,7 @@ private:
     // Never moves, so that the playback thread may read while a port is added.
     std::array<std::unique_ptr<OutputPort>, kMostPorts> ports_;
     std::atomic<std::size_t> count_ = 0;
+    PortSet synthesizers_;
 };
 
 } // namespace tracksmith::player

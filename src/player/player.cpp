@@ -23,7 +23,8 @@ std::shared_ptr<const song::TimeMap> MapOf(song::TimeMap map) {
 } // namespace
 
 TMidiPlayer::TMidiPlayer(song::Song& song, std::unique_ptr<Stopwatch> stopwatch)
-    : song_(song),
+    : own_(song),
+      song_(&song),
       stopwatch_(stopwatch ? std::move(stopwatch) : std::make_unique<SteadyStopwatch>()),
       position_(*stopwatch_),
       poster_(std::make_unique<system::MessagePoster>(
@@ -85,7 +86,9 @@ void TMidiPlayer::SetLocalControlOptions(bool keyboardHasIt, bool restoreAtStop)
 bool TMidiPlayer::SongLoaded() {
     const bool stopped = Stop();
     tempoOffset_ = 0;
-    SeekCursors(song_, 0);
+    song_ = &own_;
+    dispatcher_.SetSong(own_);
+    SeekCursors(*song_, 0);
     dispatcher_.SetLoop(false, 0, 0);
     position_.MoveTo(0);
     TakeSongOver(false);
@@ -105,24 +108,28 @@ bool TMidiPlayer::RebuildAfterEdit() {
 
 void TMidiPlayer::TakeSongOver(bool edited) {
     // The old cursors may point to events that are gone.
-    SeekCursors(song_, 0);
-    tempoEvents_.Collect(song_, edited);
+    SeekCursors(*song_, 0);
+    tempoEvents_.Collect(*song_, edited);
     if (tempoOffset_ != 0) {
         // Tempos that stand in no event, and new events, are at the file's tempo now.
-        tempoEvents_.Rewrite(tempoOffset_);
-        song::RetimeSong(song_, song::MovedTimeMap(song_, tempoOffset_));
+        MoveTempos(tempoOffset_);
     }
     if (edited) {
         dispatcher_.Preparing().Cancel();
     }
-    keeper_.MakeRoom(song_);
+    keeper_.MakeRoom(*song_);
     keeper_.ForgetSetUps(PortSet().set());
     const PlayLoop loop = dispatcher_.Loop();
     dispatcher_.SetLoop(loop.on, loop.startTick, loop.endTick);
     const std::int64_t us = std::min(position_.Us(), dispatcher_.SongEndTime() * 1000);
-    std::shared_ptr<const song::TimeMap> map = MapOf(static_cast<const song::TimeMap&>(song_));
+    std::shared_ptr<const song::TimeMap> map = MapOf(static_cast<const song::TimeMap&>(*song_));
     position_.MoveTo(us, map);
     FindCursors(us);
+}
+
+void TMidiPlayer::MoveTempos(std::int32_t offset) {
+    tempoEvents_.Rewrite(offset);
+    song::RetimeSong(*song_, song::MovedTimeMap(*song_, offset));
 }
 
 PlayResult TMidiPlayer::Play() {
@@ -140,7 +147,7 @@ PlayResult TMidiPlayer::Play() {
 
 bool TMidiPlayer::PreparePlay() {
     const Hold hold(*this);
-    if (!hold || thread_.Passes().Stuck() || Playing() || song_.tracks.empty()) {
+    if (!hold || thread_.Passes().Stuck() || Playing() || song_->tracks.empty()) {
         return false;
     }
     if (position_.Ms() > SongEndTime()) {
@@ -180,7 +187,7 @@ bool TMidiPlayer::Stop() {
 
 // What was due at a fraction of a millisecond before `us` has been sent already.
 std::vector<SetUpMessage> TMidiPlayer::FindCursors(std::int64_t us) {
-    SeekCursors(song_, (us + 999) / 1000);
+    SeekCursors(*song_, (us + 999) / 1000);
     dispatcher_.CursorsMoved();
     ChaseMemory memory = Chase();
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
@@ -191,7 +198,7 @@ std::vector<SetUpMessage> TMidiPlayer::FindCursors(std::int64_t us) {
 }
 
 ChaseMemory TMidiPlayer::Chase() const {
-    return CollectChase(song_, sender_.Rules());
+    return CollectChase(*song_, sender_.Rules());
 }
 
 // The port of the set-up messages may have had some of them, and nothing else since.
@@ -241,7 +248,7 @@ void TMidiPlayer::InitializeRealtimeData() {
 }
 
 bool TMidiPlayer::SetTempoOffset(std::int32_t bpm) {
-    if (bpm == tempoOffset_ || song_.tracks.empty()) {
+    if (bpm == tempoOffset_ || song_->tracks.empty()) {
         return true;
     }
     tempoRequest_.Put(MapOf(song::MovedTimeMap(*position_.Map(), bpm)), bpm);
@@ -263,7 +270,7 @@ bool TMidiPlayer::TakeTempoAsFile() {
     const Hold hold(*this);
     if (hold && tempoOffset_ != 0) {
         tempoOffset_ = 0;
-        song::UpdateTimeZoneData(song_);
+        song::UpdateTimeZoneData(*song_);
         TakeSongOver(false);
     }
     return static_cast<bool>(hold);
@@ -278,7 +285,7 @@ void TMidiPlayer::TakeTempo() {
 // The position goes on by the old map until all is done, so that no time is lost.
 void TMidiPlayer::ApplyTempo(std::shared_ptr<const song::TimeMap>& map, std::int32_t offset) {
     tempoEvents_.Rewrite(offset);
-    song::RetimeSong(song_, *map);
+    song::RetimeSong(*song_, *map);
     dispatcher_.TimesChanged();
     const std::shared_ptr<const song::TimeMap> before = position_.Map();
     position_.MoveTo(song::SamePlace(*before, *map, position_.Us()), map);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -59,6 +60,16 @@ struct PlayerListener {
     std::function<void()> onHangOver = nullptr;
 };
 
+/// A place in a song, and the ends of the loop there, in ticks.
+struct SongPlace {
+    std::int32_t tick = 0;
+    std::int32_t loopStart = 0;
+    std::int32_t loopEnd = 0;
+    /// A reset that goes out first where the song sets none before the place; null for none. Lives
+    /// as long as the song.
+    song::ConstEventLink reset;
+};
+
 /// What Play has come to.
 struct PlayResult {
     bool playing = false;
@@ -103,6 +114,14 @@ public:
     /// The song was edited: finds every reference into it again, at the same position. False when
     /// it cannot be played yet, since a driver hangs; then the player has stopped.
     [[nodiscard]] bool RebuildAfterEdit();
+
+    /// Plays `other` in place of the program's own song, or that again for null, from a place in it
+    /// on, playing or not; what sounds ends, and the instruments are set up for it as for a seek,
+    /// resets included. The practice tempo is kept; the loop gets other ends. `other` must be timed
+    /// and outlive its being played; when it is given back its tempos are its own again. The own
+    /// song is not touched meanwhile, and may not be changed. SongLoaded plays the own one. False:
+    /// not now. Throws std::bad_alloc.
+    [[nodiscard]] bool PlaySong(song::Song* other, const SongPlace& place);
 
     /// PreparePlay and StartPlay; a wait for the instrument of over 0.3 s is told. Does not play
     /// when there is nothing to play or a driver hangs.
@@ -235,9 +254,10 @@ public:
     const std::string& ChosenInput() const { return input_.Chosen(); }
     /// Received messages go to where their channel is routed.
     void SetMidiThru(bool on);
-    /// Shows every received message to `listener` too, a system-exclusive one in the parts in which
-    /// it came; on the owner's thread. Null ends it; not from within a call.
-    void SetInputListener(std::function<void(const midi::TMyMidiEvent&)> listener);
+    using InputListener = std::function<void(const midi::TMyMidiEvent&)>;
+    /// Shows every received message to the listener of `owner` too, a system-exclusive one in the
+    /// parts in which it came; on the owner's thread. Null ends it; not from within a call.
+    void SetInputListener(const void* owner, InputListener listener);
 
 private:
     /// Messages to the owner's thread.
@@ -283,8 +303,11 @@ private:
     PortSet InUse(const std::set<std::size_t>& ports) const;
     bool MoveTo(std::int64_t ms);
     void TakeSongOver(bool edited);
+    void MoveTempos(std::int32_t offset);
+    void ChangeSong(song::Song* other);
 
-    song::Song& song_;
+    song::Song& own_;
+    song::Song* song_; // the one that is played
     std::shared_ptr<Stopwatch> stopwatch_;
     PlayPosition position_;
     Routing routing_;
@@ -296,6 +319,9 @@ private:
     EventSender sender_;
     Dispatcher dispatcher_;
     song::TempoEvents tempoEvents_;
+    // Of the own song while another is played.
+    song::TempoEvents ownTempoEvents_;
+    std::int32_t ownTempoOffset_ = 0;
     TempoRequest tempoRequest_;
     std::int32_t tempoOffset_ = 0;
     std::atomic<bool> playing_ = false;
@@ -309,7 +335,7 @@ private:
     InputPort input_{[this](const midi::TMyMidiEvent& event) { MidiInputXMidiInput(event); }};
     MidiThru thru_{sender_};
     bool thruOn_ = false;
-    std::function<void(const midi::TMyMidiEvent&)> inputListener_;
+    std::map<const void*, InputListener> inputListeners_;
     TMidiPlayerThread thread_; // last, so that it ends first
 };
 

@@ -53,13 +53,13 @@ bool TMidiPlayer::TryVoice(std::size_t channel, const std::optional<TrialVoice>&
 
 bool TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
     const Hold hold(*this);
-    if (!hold || track >= song_.tracks.size()) {
+    if (!hold || track >= song_->tracks.size()) {
         return static_cast<bool>(hold);
     }
-    song::WriteShared(song_.tracks[track].muted, on ? 1 : 0);
+    song::WriteShared(song_->tracks[track].muted, on ? 1 : 0);
     dispatcher_.SetLoop(Loop().on, Loop().startTick, Loop().endTick);
     if (on) {
-        for (const HeldNote& note : HeldNotes(song_.tracks[track])) {
+        for (const HeldNote& note : HeldNotes(song_->tracks[track])) {
             sender_.EndNote(note.channel, note.key);
         }
     } else {
@@ -71,8 +71,8 @@ bool TMidiPlayer::SetTrackMuted(std::size_t track, bool on) {
 
 bool TMidiPlayer::SetTrackTimeShift(std::size_t track, std::int32_t ms) {
     const Hold hold(*this);
-    if (hold && track < song_.tracks.size()) {
-        song_.tracks[track].timeShiftMs = ms;
+    if (hold && track < song_->tracks.size()) {
+        song_->tracks[track].timeShiftMs = ms;
         dispatcher_.CursorsMoved();
     }
     return static_cast<bool>(hold);

@@ -27,16 +27,20 @@ void TMidiPlayer::SetMidiThru(bool on) {
     }
 }
 
-void TMidiPlayer::SetInputListener(std::function<void(const midi::TMyMidiEvent&)> listener) {
-    inputListener_ = std::move(listener);
+void TMidiPlayer::SetInputListener(const void* owner, InputListener listener) {
+    if (listener) {
+        inputListeners_[owner] = std::move(listener);
+    } else {
+        inputListeners_.erase(owner);
+    }
 }
 
 void TMidiPlayer::MidiInputXMidiInput(const midi::TMyMidiEvent& event) {
     if (thruOn_) {
         thru_.Forward(event);
     }
-    if (inputListener_) {
-        inputListener_(event);
+    for (const auto& [owner, listener] : inputListeners_) {
+        listener(event);
     }
 }
 

@@ -37,6 +37,7 @@ set(SOURCES
   player.h
   player_channels.cpp
   player_input.cpp
+  player_other_song.cpp
   player_ports.cpp
   player_thread.cpp
   player_thread.h

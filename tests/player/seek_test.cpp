@@ -204,5 +204,55 @@ TEST_F(SeekTest, RebuildAfterEditFindsEverythingAgain) {
     EXPECT_EQ(Log(), "150 904640; 160 804640");
 }
 
+// Its reset and settings go out at each exchange, and neither song keeps anything of the other.
+TEST_F(SeekTest, AnotherSongIsPlayedForAWhile) {
+    const auto melody = [](std::uint8_t key, std::uint8_t volume, int count) {
+        TrackBuilder track;
+        track.Tempo(0, 500'000)
+            .Sysex(0, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+            .Short(300, 0xB0, 7, volume);
+        for (int i = 0; i < count; ++i) {
+            track.Note(i == 0 ? 700 : 900, 0, key, 64).NoteOff(100, 0, key);
+        }
+        return MillisecondFile().Track(track.End()).Build();
+    };
+    Load(melody(60, 90, 5));
+    DecodedSong other(melody(72, 50, 2));
+    other.Timed();
+    const std::string own = decoded->List(0);
+    const std::string others = other.List(0);
+    EXPECT_TRUE(player->MoveToTimePosition(900));
+    Play();
+    Run(1150); // the second note has just begun
+    Messages();
+    ASSERT_TRUE(player->PlaySong(&other.song, {950, 0, 0, {}}));
+    Run(1000);
+    const std::string heard = Messages();
+    EXPECT_NE(heard.find("F07E7F0901F7"), std::string::npos) << heard;
+    EXPECT_NE(heard.find("B00732"), std::string::npos) << heard;
+    EXPECT_NE(heard.find("904840"), std::string::npos) << heard;
+    EXPECT_EQ(heard.find("903C40"), std::string::npos) << heard;
+    EXPECT_EQ(player->SongEndTime(), 2'110);
+    EXPECT_TRUE(player->SetTempoOffset(120));
+    EXPECT_EQ(player->SongEndTime(), 1'055);
+    ASSERT_TRUE(player->PlaySong(nullptr, {2'950, 2'000, 3'000, {}}));
+    EXPECT_EQ(other.List(0), others); // tempo and times, too
+    EXPECT_EQ(player->Loop().endMs, 1'500);
+    Run(1000);
+    EXPECT_NE(Messages().find("903C40"), std::string::npos);
+    EXPECT_EQ(player->SongEndTime(), 2'555);
+    EXPECT_TRUE(player->SetTempoOffset(0));
+    EXPECT_EQ(decoded->List(0), own);
+    DecodedSong bare(MillisecondFile().Track(TrackBuilder().End(900)).Build());
+    bare.Timed();
+    const song::EventLink reset =
+        song::NewSysexEvent(bare.song.pool, 0, Bytes{0x7E, 0x7F, 0x09, 0x01, 0xF7});
+    ASSERT_TRUE(player->PlaySong(&bare.song, {100, 0, 0, reset}));
+    EXPECT_NE(Messages().find("F07E7F0901F7"), std::string::npos);
+    ASSERT_TRUE(player->PlaySong(nullptr, {0, 0, 0, {}}));
+    ASSERT_TRUE(player->PlaySong(&other.song, {0, 0, 0, {}}));
+    player->FormDestroy(); // while the other song is still heard
+}
+
 } // namespace
 } // namespace tracksmith::test
