@@ -31,16 +31,16 @@ inline constexpr Text kAutoSysex{De{"Songs beim Laden für das Instrument vorber
 inline constexpr Text kAutoSysexHint{
     De{"Setzt die Meldungen, die das Instrument am Anfang braucht, und entfernt die der anderen"},
     En{"Puts in the messages that the instrument needs at the start and removes the others'"}};
-inline constexpr Text kGmBeforeGs{De{"GM System On vor dem GS Reset"},
-                                  En{"GM System On before the GS Reset"}};
+inline constexpr Text kGmBeforeGs{De{"Vor dem GS-Reset auf General MIDI umschalten"},
+                                  En{"Switch to General MIDI before the GS reset"}};
 inline constexpr Text kGmBeforeGsHint{
     De{"Für Instrumente der Reihe Roland GS; die Meldungen kommen auf die Spur von Kanal 10"},
     En{"For Roland GS instruments; the messages go to the track of channel 10"}};
-inline constexpr Text kFixedTrack{De{"Meldungen immer auf die Spur darunter"},
-                                  En{"Messages always on the track below"}};
+inline constexpr Text kFixedTrack{De{"Spur für die Meldungen des Instruments selbst wählen"},
+                                  En{"Choose the track of the instrument's messages yourself"}};
 inline constexpr Text kFixedTrackHint{
-    De{"Sonst auf Spur 11, bei kurzen Songs auf die erste"},
-    En{"Otherwise on track 11, or on the first one of a song with fewer tracks"}};
+    De{"Sonst kommen sie auf Spur 11, bei Songs mit weniger Spuren auf die erste"},
+    En{"Otherwise they go on track 11, or on the first one of a song with fewer tracks"}};
 inline constexpr Text kKorgPartEq{Both{"Korg PaXXX Track equalizer"}};
 inline constexpr Text kKorgPartEqHint{De{"Zeigt die Equalizer-Meldungen im Song"},
                                       En{"Shows the equaliser messages in the song"}};
@@ -65,11 +65,13 @@ inline constexpr Text kYamahaAutoVocalHarmonyHint{
 inline constexpr Text kMotifDsps{De{"Motif DSP management"}, En{"Motif DSP management"}};
 inline constexpr Text kMotifDspsHint{De{"Zeigt die eigenen Meldungen des Instruments im Song"},
                                      En{"Shows the instrument's own messages in the song"}};
-inline constexpr Text kMotifMasterEq{De{"Master EQ/FX des Songs behalten"},
-                                     En{"Keep the song's master EQ/FX"}};
-inline constexpr Text kMotifMasterEqHint{De{"Sonst werden sie mit den XG-Effekten entfernt"},
-                                         En{"Otherwise removed together with the XG effects"}};
-inline constexpr Text kMotifWithoutGm{De{"Ohne GM System On"}, En{"Without GM System On"}};
+inline constexpr Text kMotifMasterEq{De{"Der Song darf Master-EQ und Effekte einstellen"},
+                                     En{"The song may set the master EQ and effects"}};
+inline constexpr Text kMotifMasterEqHint{
+    De{"Sonst werden seine Meldungen dafür mit den XG-Effekten entfernt"},
+    En{"Otherwise its messages for them are removed with the XG effects"}};
+inline constexpr Text kMotifWithoutGm{De{"Nicht auf General MIDI umschalten"},
+                                      En{"Do not switch to General MIDI"}};
 inline constexpr Text kMotifWithoutGmHint{
     De{"Damit das Instrument in seiner eigenen Betriebsart bleibt"},
     En{"So that the instrument stays in its own mode"}};

@@ -14,7 +14,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTableView>
@@ -94,8 +93,7 @@ TPickerForm::TPickerForm(const instruments::VoiceTables& tables, instruments::Pi
     ShowCategories();
     ShowSounds();
     ShowVoices();
-    const QSize wanted(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
-    resize(wanted.boundedTo(screen()->availableSize()));
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 42);
     restoreGeometry(QByteArray::fromBase64(
         QByteArray::fromStdString(program_.store.ReadStrFromUserRegistry(kGeometry, ""))));
     ShowChosenRow();

@@ -108,6 +108,39 @@ VoiceSuggester::Points VoiceSuggester::PointsFor(const WantedVoice& wanted) cons
     return points;
 }
 
+double VoiceSuggester::Sum(const Candidate& candidate, const Points& points) {
+    double sum = candidate.points;
+    for (const CandidateWord& word : candidate.words) {
+        const double value = points[word.word];
+        sum += value == 0 ? kUnwantedWord * word.weight : value * word.weight;
+    }
+    return sum;
+}
+
+double VoiceSuggester::Nearness(double sum, const WantedVoice& wanted, const Points& points) const {
+    double most = 0;
+    for (const std::string& word : VoiceWords(wanted.name)) {
+        const auto found = numbers_.find(word);
+        most += found != numbers_.end() ? std::max(points[found->second], 0.0) : 0;
+    }
+    if (most <= 0) { // without a name: as much as one word of the meaning gives
+        most = points.empty() ? 0 : *std::ranges::max_element(points);
+    }
+    return most > 0 ? std::clamp(sum / most, 0.0, 1.0) : 0;
+}
+
+std::optional<double> VoiceSuggester::NearnessOf(const WantedVoice& wanted,
+                                                 VoiceNumbers numbers) const {
+    const auto found = std::ranges::find_if(candidates_, [&](const Candidate& candidate) {
+        return candidate.voice->IsKit() == wanted.isKit && candidate.voice->Numbers() == numbers;
+    });
+    if (found == candidates_.end()) {
+        return std::nullopt;
+    }
+    const Points points = PointsFor(wanted);
+    return Nearness(Sum(*found, points), wanted, points);
+}
+
 std::vector<SuggestedVoice> VoiceSuggester::Suggest(const WantedVoice& wanted,
                                                     std::size_t most) const {
     const Points points = PointsFor(wanted);
@@ -116,13 +149,9 @@ std::vector<SuggestedVoice> VoiceSuggester::Suggest(const WantedVoice& wanted,
         if (candidate.voice->IsKit() != wanted.isKit) {
             continue;
         }
-        double sum = candidate.points;
-        for (const CandidateWord& word : candidate.words) {
-            const double value = points[word.word];
-            sum += value == 0 ? kUnwantedWord * word.weight : value * word.weight;
-        }
+        const double sum = Sum(candidate, points);
         if (sum >= kLeastPoints) {
-            found.push_back({candidate.voice, sum});
+            found.push_back({candidate.voice, sum, Nearness(sum, wanted, points)});
         }
     }
     const auto better = [](const SuggestedVoice& a, const SuggestedVoice& b) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,6 +29,8 @@ struct WantedVoice {
 struct SuggestedVoice {
     const Voice* voice = nullptr;
     double points = 0;
+    /// Its points as a share of those of a voice whose name is the wanted one; 0 to 1.
+    double nearness = 0;
 };
 
 /// Finds the voices of an instrument that come nearest to others by name and category. The
@@ -43,6 +46,10 @@ public:
 
     /// The best `most` voices, the best first; empty where none suits.
     std::vector<SuggestedVoice> Suggest(const WantedVoice& wanted, std::size_t most) const;
+
+    /// How near the instrument's voice with these numbers comes, see SuggestedVoice; nothing where
+    /// it has none.
+    std::optional<double> NearnessOf(const WantedVoice& wanted, VoiceNumbers numbers) const;
 
 private:
     // A word of a candidate, by its number.
@@ -63,6 +70,8 @@ private:
     void AddWords(Candidate& candidate, std::string_view text, double weight);
     Points PointsFor(const WantedVoice& wanted) const;
     void AddPoints(Points& points, std::string_view meaning) const;
+    static double Sum(const Candidate& candidate, const Points& points);
+    double Nearness(double sum, const WantedVoice& wanted, const Points& points) const;
 
     std::unordered_map<std::string, std::uint32_t> numbers_;
     std::vector<Candidate> candidates_;

@@ -5,10 +5,6 @@
 namespace tracksmith::instruments {
 namespace {
 
-// Channel mode messages of MIDI 1.0 that have no name elsewhere.
-constexpr std::uint8_t kOmniOn = 125;
-constexpr std::uint8_t kMono = 126;
-constexpr std::uint8_t kPoly = 127;
 constexpr std::size_t kKeys = 128;
 
 // What Reset All Controllers surely resets (RP-015).
@@ -45,10 +41,10 @@ void ChannelSettings::Apply(const SettingEvent& setting) {
             programLsb_ = bankLsb_;
             break;
         case song::kChannelPressure:
-            pressure_ = setting;
+            plain_[kPressureSlot] = setting;
             break;
         case song::kPitchBend:
-            bend_ = setting;
+            plain_[kBendSlot] = setting;
             break;
         default:
             break;
@@ -84,15 +80,15 @@ void ChannelSettings::ApplyController(const SettingEvent& setting, std::uint8_t 
             local_ = setting;
             break;
         case song::kOmniOff:
-        case kOmniOn:
+        case song::kOmniOn:
             omni_ = setting;
             break;
-        case kMono:
-        case kPoly:
+        case song::kMono:
+        case song::kPoly:
             mono_ = setting;
             break;
         default:
-            controllers_.at(number) = setting;
+            plain_.at(number) = setting;
     }
 }
 
@@ -134,9 +130,9 @@ void ChannelSettings::Enter(const SettingEvent& setting, std::uint8_t number) {
 void ChannelSettings::ResetControllers(const SettingEvent& setting) {
     resetAll_ = setting;
     for (const std::uint8_t number : kResetByAll) {
-        controllers_.at(number) = {};
+        plain_.at(number) = {};
     }
-    bend_ = pressure_ = {};
+    plain_[kBendSlot] = plain_[kPressureSlot] = {};
     keyPressures_.clear();
     Deselect();
 }
@@ -162,11 +158,11 @@ std::vector<SettingEvent> ChannelSettings::InForce() const {
         return list;
     }
     for (const SettingEvent& setting :
-         {program_, programMsb_, programLsb_, bankMsb_, bankLsb_, bend_, pressure_, omni_, mono_,
-          local_, resetAll_, selectedMsb_, selectedLsb_, selectedBefore_}) {
+         {program_, programMsb_, programLsb_, bankMsb_, bankLsb_, omni_, mono_, local_, resetAll_,
+          selectedMsb_, selectedLsb_, selectedBefore_}) {
         Add(list, setting);
     }
-    for (const SettingEvent& setting : controllers_) {
+    for (const SettingEvent& setting : plain_) {
         Add(list, setting);
     }
     for (const SettingEvent& setting : keyPressures_) {

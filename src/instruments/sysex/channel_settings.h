@@ -30,23 +30,48 @@ inline bool IsSetting(const song::MidiEvent& event) {
            (event.data1 != song::kAllSoundOff && event.data1 != song::kAllNotesOff);
 }
 
-/// Whether the event sets a controller that stands for itself: no bank select, no part of a
-/// parameter, no mode message. Nearly all settings of long songs are such.
-inline bool IsPlainController(const song::MidiEvent& event) {
-    static constexpr auto kPlain = [] {
-        std::array<bool, 256> plain{};
-        for (std::size_t number = 0; number < song::kFirstModeMessage; ++number) {
-            plain.at(number) = true;
-        }
-        for (const std::uint8_t other :
-             {song::kBankMsb, song::kBankLsb, song::kDataMsb, song::kDataLsb, song::kDataIncrement,
-              song::kDataDecrement, song::kNonRegisteredLsb, song::kNonRegisteredMsb,
-              song::kRegisteredLsb, song::kRegisteredMsb}) {
-            plain.at(other) = false;
-        }
-        return plain;
+/// Settings of a channel that stand for themselves: controllers by their numbers, channel pressure
+/// and pitch bend. Bank selects, parts of a parameter and modes do not.
+inline constexpr std::uint8_t kPressureSlot = song::kControllers;
+inline constexpr std::uint8_t kBendSlot = kPressureSlot + 1;
+inline constexpr std::size_t kPlainSlots = kBendSlot + 1;
+inline constexpr std::uint8_t kNoSlot = 255;
+
+/// What the event sets of these, kNoSlot for another event. Nearly all settings of long songs are
+/// such, so there is no branch.
+inline std::uint8_t PlainSlot(const song::MidiEvent& event) {
+    struct Way {
+        std::uint8_t first;
+        std::uint8_t mask; // of the first data byte, which counts for controllers
+    };
+    static constexpr std::size_t kOther = kPlainSlots;
+    static constexpr auto kWays = [] {
+        std::array<Way, 16> ways{};
+        ways.fill({kOther, 0});
+        ways.at(song::kControlChange >> 4U) = {0, 0x7F};
+        ways.at(song::kChannelPressure >> 4U) = {kPressureSlot, 0};
+        ways.at(song::kPitchBend >> 4U) = {kBendSlot, 0};
+        return ways;
     }();
-    return event.Command() == song::kControlChange && kPlain[event.data1] && event.length > 0;
+    static constexpr auto kSlots = [] {
+        std::array<std::uint8_t, kPlainSlots + 1> slots{};
+        for (std::size_t slot = 0; slot < kPlainSlots; ++slot) {
+            const bool mode = slot >= song::kFirstModeMessage && slot < song::kControllers;
+            slots.at(slot) = mode ? kNoSlot : static_cast<std::uint8_t>(slot);
+        }
+        for (const std::size_t other :
+             {std::size_t{song::kBankMsb}, std::size_t{song::kBankLsb}, std::size_t{song::kDataMsb},
+              std::size_t{song::kDataLsb}, std::size_t{song::kDataIncrement},
+              std::size_t{song::kDataDecrement}, std::size_t{song::kNonRegisteredLsb},
+              std::size_t{song::kNonRegisteredMsb}, std::size_t{song::kRegisteredLsb},
+              std::size_t{song::kRegisteredMsb}, kOther}) {
+            slots.at(other) = kNoSlot;
+        }
+        return slots;
+    }();
+    const Way way = kWays[event.status >> 4U];
+    const auto removed = static_cast<std::uint8_t>(event.length > 0 ? 0 : kNoSlot);
+    return kSlots[way.first + (event.data1 & std::size_t{way.mask})] | removed;
 }
 
 /// The settings in force on one channel, as the events that made them: played again in their order
@@ -58,10 +83,10 @@ public:
     /// Takes an event of the channel that IsSetting. Throws std::bad_alloc.
     void Apply(const SettingEvent& setting);
 
-    /// The same for one that IsPlainController, `number` of which it sets; allocates nothing.
-    void ApplyPlain(const SettingEvent& setting, std::uint8_t number) {
+    /// The same for one with a PlainSlot, which is `slot`; allocates nothing.
+    void ApplyPlain(const SettingEvent& setting, std::uint8_t slot) {
         used_ = true;
-        controllers_[number] = setting;
+        plain_[slot] = setting;
     }
 
     /// As after a reset of the instrument.
@@ -93,8 +118,7 @@ private:
     void Deselect();
 
     bool used_ = false;
-    std::array<SettingEvent, song::kControllers>
-        controllers_{};                      // without banks, parameters and modes
+    std::array<SettingEvent, kPlainSlots> plain_{};
     std::vector<SettingEvent> keyPressures_; // empty or one for each key
     // Program with its bank, and the bank that the next program change will take.
     SettingEvent program_;
@@ -102,8 +126,6 @@ private:
     SettingEvent programLsb_;
     SettingEvent bankMsb_;
     SettingEvent bankLsb_;
-    SettingEvent bend_;
-    SettingEvent pressure_;
     SettingEvent omni_;
     SettingEvent mono_;
     SettingEvent local_;

@@ -1,6 +1,5 @@
 #include "instruments/sysex/check_sysexs.h"
 
-#include "instruments/sysex/count_early_notes.h"
 #include "instruments/sysex/keep_drum_parts.h"
 #include "instruments/sysex/keep_settings.h"
 #include "instruments/sysex/operation_table.h"
@@ -40,7 +39,6 @@ void CheckSysexs(song::Song& song, InstrumentId instrument, SysexSession& sessio
     PlaceResets(song, session);
     KeepDrumParts(song, session);
     KeepChannelSettings(song, session);
-    CountEarlyNotes(song, session);
     session.report.prepared = true;
     WriteReport(session);
 }

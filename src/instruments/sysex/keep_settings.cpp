@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "instruments/sysex/count_early_notes.h"
 #include "instruments/sysex/neutral_settings.h"
 #include "instruments/sysex/operation_table.h"
 #include "instruments/sysex/set_up_pauses.h"
@@ -23,29 +24,57 @@ constexpr std::int64_t kQuartersAhead = 8;
 class SettingsKeeper {
 public:
     SettingsKeeper(song::Song& song, SysexSession& session)
-        : song_(song), session_(session), marks_(song, session), clock_(song), walk_(song) {}
+        : song_(song),
+          session_(session),
+          marks_(song, session),
+          clock_(song),
+          walk_(song),
+          early_(song, session) {}
 
     void Run() {
         for (std::size_t left = marks_.Count(); left > 0 && !walk_.AtEnd();) {
+            if (walk_.Event()->status != song::kSystemExclusive) {
+                TakeRun();
+                continue;
+            }
             const std::int32_t track = walk_.Track();
             const EventLink event = walk_.Take();
-            const PlayPlace place{event->tick, track};
-            if (IsPlainController(*event)) {
-                settings_[event->Channel()].ApplyPlain({event, place.track, ++order_},
-                                                       event->data1);
-            } else if (event->status == song::kSystemExclusive) {
-                left -= MeetMessage(event, place) ? 1 : 0;
-            } else if (event->IsNoteOn() && event->length > 0) {
-                played_.at(event->Channel()) = true;
-            } else if (IsSetting(*event)) {
-                settings_.at(event->Channel()).Apply({event, place.track, ++order_});
-                voices_.Meet(*event);
-                target_.Meet(*event);
-            }
+            left -= MeetMessage(event, {event->tick, track}) ? 1 : 0;
         }
+        early_.MeetRest(walk_);
     }
 
 private:
+    // Takes events of one track up to a message, which changes more than what is kept here. All
+    // that each of millions of settings needs is in registers.
+    [[gnu::noinline]] void TakeRun() {
+        const std::int32_t track = walk_.Track();
+        std::uint64_t order = order_;
+        walk_.TakeRun([this, track, &order](EventLink event) {
+            ++order;
+            if (const std::uint8_t slot = PlainSlot(*event); slot != kNoSlot) {
+                settings_[event->Channel()].ApplyPlain({event, track, order}, slot);
+                return true;
+            }
+            return MeetOther({event, track, order});
+        });
+        order_ = order;
+    }
+
+    // Returns false for a message.
+    [[gnu::noinline]] bool MeetOther(SettingEvent setting) {
+        const song::MidiEvent& event = *setting.event;
+        if (event.IsNoteOn() && event.length > 0) {
+            played_[event.Channel()] = true;
+            early_.Meet(event);
+        } else if (IsSetting(event)) {
+            settings_[event.Channel()].Apply(setting);
+            voices_.Meet(event);
+            target_.Meet(event);
+        }
+        return event.status != song::kSystemExclusive;
+    }
+
     // Returns whether the message is one of those that the marks count.
     bool MeetMessage(EventLink event, PlayPlace place) {
         const SetUpMark mark = marks_.Of(event);
@@ -264,6 +293,7 @@ private:
     SetUpMarks marks_;
     InsertionClock clock_;
     PlayWalk walk_;
+    EarlyNotes early_;
     AllSettings settings_;
     std::vector<SettingEvent> messages_; // the song's own set-up messages since the last reset
     PartVoices voices_{std::nullopt};
@@ -278,6 +308,8 @@ void KeepChannelSettings(song::Song& song, SysexSession& session) {
     WithMemory(session, [&] {
         if (SetUpMarks(song, session).Count() > 0) {
             SettingsKeeper(song, session).Run();
+        } else {
+            CountEarlyNotes(song, session);
         }
     });
 }

@@ -16,8 +16,8 @@ namespace tracksmith::instruments {
 /// undoes program and bank of that channel. What a reset of the song's own had undone stays undone,
 /// also where it was taken out: then the values after a reset are put in, unless the song sets
 /// others before the channel's next note. Does nothing where no reset was put in or taken out.
-/// Fills the channels of the report. Raises EMidiError when memory ends; the song is sound then
-/// too.
+/// Counts the early notes on its way. Fills the channels of the report. Raises EMidiError when
+/// memory ends; the song is sound then too.
 void KeepChannelSettings(song::Song& song, SysexSession& session);
 
 } // namespace tracksmith::instruments

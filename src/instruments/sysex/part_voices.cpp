@@ -1,13 +1,6 @@
 #include "instruments/sysex/part_voices.h"
 
 namespace tracksmith::instruments {
-void PartVoices::Meet(const song::MidiEvent& event) {
-    if (event.Command() == song::kProgramChange) {
-        ChangeProgram(event.Channel(), event.data1 & 0x7FU);
-    } else if (event.Command() == song::kControlChange && event.data1 == song::kBankMsb) {
-        SelectBank(event.Channel(), event.data2 & 0x7FU);
-    }
-}
 
 void PartVoices::Reset(ResetKind kind) {
     kind_ = kind;

@@ -27,7 +27,13 @@ public:
     explicit PartVoices(std::optional<DrumWay> way) : way_(way) { Reset(ResetKind::None); }
 
     /// Takes a bank select or a program change; other events of channels do not matter.
-    void Meet(const song::MidiEvent& event);
+    void Meet(const song::MidiEvent& event) {
+        if (event.Command() == song::kProgramChange) {
+            ChangeProgram(event.Channel(), event.data1 & 0x7FU);
+        } else if (event.Command() == song::kControlChange && event.data1 == song::kBankMsb) {
+            SelectBank(event.Channel(), event.data2 & 0x7FU);
+        }
+    }
     void Reset(ResetKind kind);
     void SetPart(const PartMode& mode);
     void SelectBank(std::size_t channel, std::uint8_t msb) { channels_.at(channel).bank = msb; }

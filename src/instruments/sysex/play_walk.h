@@ -42,6 +42,24 @@ public:
         return event;
     }
 
+    /// As TrackWalk::TakeRun, with links to the events.
+    template <typename TakeOne>
+    void TakeRun(TakeOne&& take) {
+        song::EventLink last;
+        const std::size_t track = walk_->NextTrack();
+        walk_->TakeRun([&](song::MidiEvent& taken) {
+            const song::EventLink event = song::LinkTo(taken);
+            if (!take(event)) {
+                return false;
+            }
+            last = event;
+            return true;
+        });
+        if (last) {
+            passed_[track] = last;
+        }
+    }
+
     /// The first event of the track that the walk has not passed; null behind its last.
     song::EventLink Behind(std::int32_t track) const {
         return Rest{&passed_}.BeginOf(song_.tracks[static_cast<std::size_t>(track)],

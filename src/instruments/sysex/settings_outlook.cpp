@@ -85,8 +85,8 @@ void SettingsOutlook::MeetSetting(const SettingEvent& setting, PlayPlace place) 
     if (!lane.open) {
         return;
     }
-    if (IsPlainController(*setting.event)) {
-        settings_[channel].ApplyPlain(setting, setting.event->data1);
+    if (const std::uint8_t slot = PlainSlot(*setting.event); slot != kNoSlot) {
+        settings_[channel].ApplyPlain(setting, slot);
     } else {
         settings_[channel].Apply(setting);
         voices_.Meet(*setting.event);

@@ -49,6 +49,16 @@ TEST(SuggestVoices, TheInstrumentsOwnVoicesComeFirst) {
     EXPECT_EQ(names({true, 1, ""}), (Words{"StandardKit"}));
     EXPECT_TRUE(names({false, 56, ""}).empty());
     EXPECT_FALSE(VoiceSuggester(tables, 92).HasVoices());
+    const WantedVoice nylon{false, 24, "Nylon Guitar"};
+    EXPECT_EQ(suggester.NearnessOf(nylon, {8, 4, 24}), 1); // by its own name
+    EXPECT_EQ(suggester.Suggest(nylon, 1).at(0).nearness, 1);
+    const auto bass = suggester.NearnessOf(nylon, {8, 1, 32});
+    const auto steel = suggester.NearnessOf(nylon, {8, 2, 24});
+    ASSERT_TRUE(bass && steel);
+    EXPECT_LT(*bass, *steel);
+    EXPECT_LT(*steel, 0.5);
+    EXPECT_FALSE(suggester.NearnessOf(nylon, {1, 1, 1}));
+    EXPECT_FALSE(suggester.NearnessOf({true, 0, "Kit"}, {8, 2, 24})); // no kit
 }
 
 } // namespace
