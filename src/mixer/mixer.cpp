@@ -75,9 +75,7 @@ void Mixer::OnPlaying(bool playing) {
 }
 
 void Mixer::MarkModified() {
-    if (!session_.Work().modified) {
-        session_.MarkModified();
-    }
+    session_.MarkModified();
 }
 
 bool Mixer::AtStart() const {
@@ -99,9 +97,10 @@ song::EventLink Mixer::EventInEffect(std::size_t channel, Control control) const
     return !places.empty() && AtStart() ? places.front().event : song::EventLink();
 }
 
-// Within a change of the song others are told before the mixer has found its events again.
+// Within a change of the song others are told before the mixer has found its events again. What is
+// in effect in another song that is heard is none of this one's.
 bool Mixer::Current() const {
-    return revision_ == session_.Revision();
+    return revision_ == session_.Revision() && !session_.HearsOther();
 }
 
 void Mixer::Refresh() {
@@ -246,7 +245,7 @@ bool Mixer::TransposeAsUser(const Transposition& wanted) {
     if (!enabled_ || wanted == transposition_) {
         return enabled_;
     }
-    if (!Transpose(wanted)) {
+    if (session_.RefusesChange() || !Transpose(wanted)) {
         return false;
     }
     MarkModified();

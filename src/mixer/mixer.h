@@ -98,7 +98,8 @@ public:
     void SetMidiChannel(std::size_t channel) { currentChannel_ = channel; }
 
     /// Moves the song, or a channel, to `semitones` (within kMostSemitones) against its file, at
-    /// once in the sound. Drum parts stay. False while a driver hangs; then nothing is changed.
+    /// once in the sound. Drum parts stay. False while a driver hangs or another song is heard;
+    /// then nothing is changed.
     [[nodiscard]] bool TransposeChange(int semitones);
     [[nodiscard]] bool TransposeChannel(std::size_t channel, int semitones);
     const Transposition& Transposing() const { return transposition_; }

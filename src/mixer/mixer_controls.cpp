@@ -60,7 +60,7 @@ void Mixer::Move(std::size_t channel, Control control, double position) {
 }
 
 void Mixer::Change(std::size_t channel, Control control, double position) {
-    if (!enabled_) {
+    if (!enabled_ || session_.RefusesChange()) {
         return;
     }
     const auto value = static_cast<std::uint8_t>(std::clamp(std::lround(position), 0L, 127L));
@@ -90,6 +90,9 @@ void Mixer::SetMasterLinked(bool on) {
 }
 
 void Mixer::TB_MasterVolChange(double position) {
+    if (link_.Linked() && session_.RefusesChange()) {
+        return;
+    }
     master_ = static_cast<std::uint8_t>(std::clamp(std::lround(position), 0L, 127L));
     if (enabled_ && link_.Linked()) {
         for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {

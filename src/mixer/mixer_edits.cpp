@@ -25,6 +25,9 @@ std::uint8_t Scaled(Control control, int value, int from, int to) {
 } // namespace
 
 void Mixer::ResetControl(std::size_t channel, Control control) {
+    if (session_.RefusesChange()) {
+        return;
+    }
     if (const song::EventLink event = EventInEffect(channel, control)) {
         Move(channel, control, event->origData2 & 0x7F);
     } else {
@@ -47,6 +50,9 @@ void Mixer::RestoreFile(std::size_t channel, Control control) {
 }
 
 void Mixer::Btn_ResetClick(std::size_t channel) {
+    if (session_.RefusesChange()) {
+        return;
+    }
     for (const Control control : kAllControls) {
         RestoreFile(channel, control);
     }
@@ -55,6 +61,9 @@ void Mixer::Btn_ResetClick(std::size_t channel) {
 }
 
 void Mixer::ResetAll() {
+    if (session_.RefusesChange()) {
+        return;
+    }
     master_ = masterAtLink_;
     for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {
         Btn_ResetClick(channel);
@@ -63,6 +72,9 @@ void Mixer::ResetAll() {
 }
 
 void Mixer::SameForAll(std::size_t channel, Control control) {
+    if (session_.RefusesChange()) {
+        return;
+    }
     const std::uint8_t value = At(channel, control).value;
     for (std::size_t other = 0; other < song::kMidiChannels; ++other) {
         if (other != channel && Used(other)) {
@@ -72,6 +84,9 @@ void Mixer::SameForAll(std::size_t channel, Control control) {
 }
 
 void Mixer::ScaleAll(std::size_t channel, Control control) {
+    if (session_.RefusesChange()) {
+        return;
+    }
     const song::EventLink event = EventInEffect(channel, control);
     if (!event) {
         return;

@@ -212,7 +212,9 @@ TEST_F(SlidersTest, LaterChangesFollowByTheSameAmount) {
             }
             return list;
         };
+        session.MarkSaved("moved.mid", session::SaveFormat::AsSong);
         mixer.ScaleAll(2, each.control);
+        EXPECT_TRUE(session.Modified());
         mixer.ScaleAll(2, each.control); // changes nothing more
         EXPECT_EQ(values(), each.after);
         mixer.Btn_ResetClick(2);
