@@ -4,7 +4,10 @@
 #include <array>
 #include <cstddef>
 #include <optional>
+#include <utility>
 #include <vector>
+
+#include "app/lyrics/chord_event.h"
 
 namespace tracksmith::editing {
 namespace {
@@ -193,6 +196,39 @@ void MoveChords(song::Song& song, const TickRange& range, int semitones) {
             }
         }
     }
+}
+
+std::vector<std::string> ChordsIn(const song::Song& song, const TickRange& range,
+                                  std::size_t most) {
+    const bool german = HasGermanNames(song);
+    std::vector<std::pair<std::int32_t, std::string>> found;
+    for (const song::Track& track : song.tracks) {
+        for (song::ConstEventLink event = track.first; event && event->tick < range.end;
+             event = event->next) {
+            if (event->tick < range.start || event->length <= 0) {
+                continue;
+            }
+            if (IsChord(*event)) {
+                found.emplace_back(event->tick, lyrics::ChordOf(*event).value_or(std::string()));
+            } else if (IsLyric(*event)) {
+                ForEachMarked(TextOf(event->Payload()), [&](std::string_view name, std::size_t) {
+                    const bool chord = !MovedChordName(name, 0, german).empty();
+                    if (chord) {
+                        found.emplace_back(event->tick, name);
+                    }
+                    return chord;
+                });
+            }
+        }
+    }
+    std::ranges::stable_sort(found, {}, &std::pair<std::int32_t, std::string>::first);
+    std::vector<std::string> chords;
+    for (auto& [tick, name] : found) {
+        if (!name.empty() && (chords.empty() || chords.back() != name) && chords.size() < most) {
+            chords.push_back(std::move(name));
+        }
+    }
+    return chords;
 }
 
 ChordEvents FindChordEvents(const song::Song& song) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "editing/range_position.h"
 #include "song/song.h"
@@ -28,6 +30,11 @@ std::string MovedLyric(std::string_view lyric, int semitones, bool german);
 /// Moves the chords and the chord names in the lyrics of the range. Names count as German where the
 /// song has one of an H. Throws std::bad_alloc.
 void MoveChords(song::Song& song, const TickRange& range, int semitones);
+
+/// The chords that stand in the range, as they are shown: of chord events, and names in lyrics as
+/// MoveChords finds them. In playing order; one that stands already is not repeated. At most
+/// `most`. Throws std::bad_alloc.
+std::vector<std::string> ChordsIn(const song::Song& song, const TickRange& range, std::size_t most);
 
 /// The chord events of a song and the track of the last.
 struct ChordEvents {

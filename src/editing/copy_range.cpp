@@ -55,7 +55,7 @@ public:
                 InsertBefore(song_.tracks[index], destination_[index], note);
             }
         }
-        return FinishSeams(song_, seam_, Count(in) + Count(out));
+        return FinishSeams(song_, seam_, Joined(std::move(in), out));
     }
 
 private:

@@ -35,7 +35,7 @@ public:
         for (song::Track& track : song_.tracks) {
             notes_.push_back(ScanNotes(track, ticks, open, listener));
         }
-        const CarriedState carried = CarryOver();
+        CarriedState carried = CarryOver();
         for (std::size_t index = 0; index < song_.tracks.size(); ++index) {
             CutTrack(index);
         }
@@ -47,7 +47,7 @@ public:
             MoveEvents(places_[index], -range_.Length());
         }
         InsertBehindSeam(song_, places_, range_.start + 1, carried);
-        return FinishSeams(song_, seam_, Count(carried));
+        return FinishSeams(song_, seam_, std::move(carried));
     }
 
 private:

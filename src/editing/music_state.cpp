@@ -16,7 +16,7 @@ using player::ChannelMessage;
 using song::MidiEvent;
 
 bool SetsChannel(const MidiEvent& event) {
-    return event.IsChannelMessage() && event.status >= song::kControlChange;
+    return event.IsChannelMessage() && event.status >= song::kPolyPressure;
 }
 
 // A walk over what sets something between two places.
@@ -112,9 +112,27 @@ public:
         }
     }
 
+    void PutModes(std::size_t channel, std::vector<CarriedMessage>& carried) {
+        extra_.clear();
+        editing::PutModes(SidesOf(channel), extra_);
+        Put(extra_, channel, carried);
+    }
+    // Behind the messages that were composed for the channel.
+    void PutSides(std::size_t channel, std::span<const ChannelMessage> composed,
+                  std::vector<CarriedMessage>& carried) {
+        extra_.clear();
+        editing::PutSides(SidesOf(channel), seam_.to.channels.at(channel), composed, extra_);
+        Put(extra_, channel, carried);
+    }
+
 private:
+    SidePair SidesOf(std::size_t channel) const {
+        return {seam_.from.sides.at(channel), seam_.to.sides.at(channel)};
+    }
+
     Seam& seam_;
     player::StateMessages composer_;
+    std::vector<ChannelMessage> extra_;
 };
 
 } // namespace
@@ -152,11 +170,13 @@ void MusicState::Play(const song::Song& song, const CutPlaces& begin, const CutP
         if (SetsChannel(event)) {
             if (!ignored) {
                 channels.at(event.Channel()).Take(song::LinkTo(event));
+                sides.at(event.Channel()).Take(event, channels.at(event.Channel()));
                 track.at(event.Channel()) = index;
             }
         } else if (event.status == song::kSystemExclusive) {
             if (!ignored && song::ModeOfReset(song::WithoutFrame(event.Payload()))) {
                 std::ranges::for_each(channels, &song::ChannelState::Clear);
+                sides.fill({});
             }
         } else if (event.metaType == song::kMetaTempo) {
             tempo = song::LinkTo(event);
@@ -180,7 +200,11 @@ CarriedState Carry(Seam seam, const song::Song& song, const CutPlaces& places, s
     for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {
         const auto messages = bridge.Compose(channel);
         const auto voice = apart ? messages.first(Bridge::CountVoice(messages)) : messages;
+        bridge.PutModes(channel, carried.messages);
         bridge.Put(voice, channel, carried.messages);
+        if (!apart) {
+            bridge.PutSides(channel, messages, carried.messages);
+        }
         for (const ChannelMessage& message : voice) {
             seam.from.channels.at(channel).Take(message.command, message.data1, message.data2, {});
         }
@@ -190,7 +214,9 @@ CarriedState Carry(Seam seam, const song::Song& song, const CutPlaces& places, s
         seam.from.Play(song, next, afterNext);
         seam.to.Play(song, next, afterNext);
         for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {
-            bridge.Put(bridge.Compose(channel), channel, carried.behind);
+            const auto messages = bridge.Compose(channel);
+            bridge.Put(messages, channel, carried.behind);
+            bridge.PutSides(channel, messages, carried.behind);
         }
     }
     return carried;

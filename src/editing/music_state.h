@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "editing/side_state.h"
 #include "song/channel_state.h"
 #include "song/song.h"
 
@@ -23,6 +24,7 @@ CutPlaces PlacesAt(const CutPlaces& from, std::int32_t tick);
 /// links to them.
 struct MusicState {
     std::array<song::ChannelState, song::kMidiChannels> channels;
+    std::array<SideState, song::kMidiChannels> sides;
     /// Track of the last event that set something on a channel.
     std::array<std::optional<std::size_t>, song::kMidiChannels> track;
     song::ConstEventLink tempo;
@@ -53,10 +55,10 @@ struct CarriedMeta {
 
 /// What has to be inserted at a seam so that the song goes on as if something else had come before.
 struct CarriedState {
-    /// At the seam, before everything else: tempo, metre, key, then banks and programs.
+    /// At the seam, before everything else: tempo, metre, key, then modes, banks and programs.
     std::vector<CarriedMeta> metas;
     std::vector<CarriedMessage> messages;
-    /// A tick behind the seam: controllers, parameters, bend, pressure.
+    /// A tick behind the seam: controllers, parameters, bend, all pressure.
     std::vector<CarriedMessage> behind;
 };
 
@@ -67,8 +69,8 @@ struct Seam {
 };
 
 /// Composes what leads from one state into the other; what the first events behind the seam set by
-/// themselves is left out. These begin at `places`; `tick` is theirs. With `apart` only banks and
-/// programs go to the seam and everything else behind it. Throws std::bad_alloc.
+/// themselves is left out. These begin at `places`; `tick` is theirs. With `apart` only modes,
+/// banks and programs go to the seam and everything else behind it. Throws std::bad_alloc.
 CarriedState Carry(Seam seam, const song::Song& song, const CutPlaces& places, std::int32_t tick,
                    bool apart);
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "editing/music_state.h"
 #include "editing/note_scan.h"
 #include "editing/range_position.h"
 #include "song/note_balance.h"
@@ -19,6 +20,8 @@ struct SeamReport {
     std::int64_t begunAgain = 0;
     /// Messages that carry the state of the song over a seam.
     std::int64_t carried = 0;
+    /// These messages; of a copy those at its beginning before those at its end.
+    CarriedState settings;
     /// The balance of the song's notes afterwards.
     song::BalanceReport balance;
 };
@@ -32,10 +35,10 @@ bool MayDelete(const song::Song& song, const TickRange& range);
 
 /// Cuts the range out of all tracks and closes the gap. Notes that are cut through end just before
 /// the seam and begin again at it when they sound across the range's end; program, controllers,
-/// parameters, bend, pressure, tempo, metre and key that the range has set are set at the seam. The
-/// song's length is found anew; times and zones are left to UpdateTimeZoneData. `listener` is told
-/// about doubled notes before anything is changed. Linear. Throws std::bad_alloc with the song half
-/// changed.
+/// parameters, bend, pressure, modes, tempo, metre and key that the range has set are set at the
+/// seam. The song's length is found anew; times and zones are left to UpdateTimeZoneData.
+/// `listener` is told about doubled notes before anything is changed. Linear. Throws std::bad_alloc
+/// with the song half changed.
 SeamReport DeleteRange(song::Song& song, const TickRange& range,
                        const NoteFaultListener& listener = {});
 

@@ -116,8 +116,7 @@ RangeReading ReadRange(const song::TimeMap& map, const RangeWish& wish, Language
     return Reader(map, wish, language).Run();
 }
 
-TickRange RangeOrError(const song::TimeMap& map, const RangeWish& wish, MessageHost& host) {
-    const RangeReading reading = ReadRange(map, wish, host.CurrentLanguage());
+const TickRange& RangeOrError(const RangeReading& reading, MessageHost& host) {
     if (!reading.fault.empty()) {
         RaiseMidiError(host, reading.fault);
     }

@@ -48,7 +48,7 @@ struct TickRange {
 
 /// What reading the positions came to: a range, or why there is none and in which field.
 struct RangeReading {
-    enum class Field : std::uint8_t { None, From, To, Destination };
+    enum class Field : std::uint8_t { None, From, To, Destination, Semitones, Channel };
 
     TickRange range;
     /// Empty when the range is good.
@@ -61,7 +61,7 @@ struct RangeReading {
 /// song must have a time map.
 RangeReading ReadRange(const song::TimeMap& map, const RangeWish& wish, Language language);
 
-/// The same for carrying out: a fault is shown and raised as EMidiError.
-TickRange RangeOrError(const song::TimeMap& map, const RangeWish& wish, MessageHost& host);
+/// The range of a reading, for carrying out; a fault is shown and raised as EMidiError.
+const TickRange& RangeOrError(const RangeReading& reading, MessageHost& host);
 
 } // namespace tracksmith::editing

@@ -1,9 +1,7 @@
 #include "editing/range_tools.h"
 
-#include <charconv>
 #include <memory>
-#include <optional>
-#include <string_view>
+#include <string>
 
 #include "editing/texts.h"
 #include "song/note_names.h"
@@ -11,16 +9,6 @@
 
 namespace tracksmith::editing {
 namespace {
-
-std::optional<int> SemitonesOf(std::string_view text) {
-    if (text.starts_with('+')) {
-        text.remove_prefix(1);
-    }
-    int value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [behind, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc() && behind == end ? std::optional(value) : std::nullopt;
-}
 
 std::string QuestionAbout(const Text& fault, const song::MidiEvent& event, const song::TimeMap& map,
                           Language language) {
@@ -38,10 +26,8 @@ std::string QuestionAbout(const Text& fault, const song::MidiEvent& event, const
 } // namespace
 
 SeamReport RangeTools::Delete(const RangeWish& wish) {
-    const TickRange range = RangeOrError(session_.Song(), wish, host_);
-    if (!MayDelete(session_.Song(), range)) {
-        RaiseMidiError(host_, texts::kLeadIn);
-    }
+    const TickRange range =
+        RangeOrError(CheckDelete(session_.Song(), wish, host_.CurrentLanguage()), host_);
     SeamReport report;
     undo_.Run(UndoTool::DeleteRange, host_, [&](session::Workspace& work) {
         report = DeleteRange(work.song, range, Questions(false));
@@ -51,10 +37,8 @@ SeamReport RangeTools::Delete(const RangeWish& wish) {
 }
 
 SeamReport RangeTools::Copy(const RangeWish& wish, bool bringState) {
-    const TickRange range = RangeOrError(session_.Song(), wish, host_);
-    if (!HasRoomFor(session_.Song(), range)) {
-        RaiseMidiError(host_, texts::kTooLong);
-    }
+    const TickRange range =
+        RangeOrError(CheckCopy(session_.Song(), wish, host_.CurrentLanguage()), host_);
     SeamReport report;
     undo_.Run(UndoTool::CopyRange, host_, [&](session::Workspace& work) {
         report = CopyRange(work.song, range, bringState, Questions(false));
@@ -64,25 +48,12 @@ SeamReport RangeTools::Copy(const RangeWish& wish, bool bringState) {
 }
 
 std::int64_t RangeTools::Transpose(const RangeWish& wish, const Transposing& transposing) {
-    const std::optional<int> semitones = SemitonesOf(transposing.semitones);
-    if (!semitones) {
-        RaiseMidiError(host_, texts::kNoSemitones);
-    }
-    TransposeWish edit{{}, *semitones, {}, transposing.live, transposing.isMegaVoice};
-    if (!transposing.channel) {
-        edit.channels = MelodyChannels(session_.Song());
-    } else if (ChannelsWithNotes(session_.Song())[*transposing.channel]) {
-        edit.channels.set(*transposing.channel);
-    } else {
-        const std::string number = std::to_string(*transposing.channel + 1);
-        RaiseMidiError(
-            host_, texts::CannotTranspose(host_.CurrentLanguage(),
-                                          transposing.label.empty() ? number : transposing.label));
-    }
-    edit.range = RangeOrError(session_.Song(), wish, host_);
+    const TransposeCheck check =
+        CheckTranspose(session_.Song(), wish, transposing, host_.CurrentLanguage());
+    static_cast<void>(RangeOrError(check.reading, host_));
     std::int64_t moved = 0;
     undo_.Run(UndoTool::TransposeRange, host_, [&](session::Workspace& work) {
-        moved = TransposeRange(work.song, edit, Questions(true));
+        moved = TransposeRange(work.song, check.wish, Questions(true));
         return true;
     });
     return moved;

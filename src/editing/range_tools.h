@@ -1,17 +1,13 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <optional>
-#include <string>
 
 #include "base/message_host.h"
 
 #include "app/session/session.h"
+#include "editing/range_check.h"
 #include "editing/range_edits.h"
 #include "editing/range_position.h"
-#include "editing/transpose_range.h"
 #include "editing/undo.h"
 
 namespace tracksmith::editing {
@@ -30,16 +26,6 @@ public:
     /// With `bringState` the copy plays with the voices, settings and tempo of its source.
     SeamReport Copy(const RangeWish& wish, bool bringState = true);
 
-    /// What is transposed: the semitones as typed, and which channels.
-    struct Transposing {
-        std::string semitones;
-        /// Channel 0-15; all melody channels without one.
-        std::optional<std::size_t> channel;
-        /// What the channel is called in messages, its number without one.
-        std::string label;
-        mixer::Transposition live;
-        std::function<bool(const instruments::VoiceNumbers&)> isMegaVoice;
-    };
     /// Returns how many notes were moved.
     std::int64_t Transpose(const RangeWish& wish, const Transposing& transposing);
 

@@ -1,5 +1,7 @@
 #include "editing/seam_state.h"
 
+#include <utility>
+
 #include "song/event_chain.h"
 #include "song/song_length.h"
 
@@ -54,14 +56,18 @@ void RemoveEndings(song::Song& song, song::Track& track, song::EventLink event,
     }
 }
 
-std::int64_t Count(const CarriedState& carried) {
-    return static_cast<std::int64_t>(carried.metas.size() + carried.messages.size() +
-                                     carried.behind.size());
+CarriedState Joined(CarriedState first, const CarriedState& second) {
+    first.metas.insert(first.metas.end(), second.metas.begin(), second.metas.end());
+    first.messages.insert(first.messages.end(), second.messages.begin(), second.messages.end());
+    first.behind.insert(first.behind.end(), second.behind.begin(), second.behind.end());
+    return first;
 }
 
-SeamReport FinishSeams(song::Song& song, SeamNotes& notes, std::int64_t carried) {
+SeamReport FinishSeams(song::Song& song, SeamNotes& notes, CarriedState carried) {
     song::RenewSongLength(song);
-    SeamReport report{notes.Closed(), notes.BegunAgain(), carried,
+    const auto count = static_cast<std::int64_t>(carried.metas.size() + carried.messages.size() +
+                                                 carried.behind.size());
+    SeamReport report{notes.Closed(), notes.BegunAgain(), count, std::move(carried),
                       song::CheckForNoteOnsNoteOffs(song)};
     notes.RemoveOverlaps();
     return report;

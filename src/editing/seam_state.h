@@ -26,10 +26,10 @@ void MoveEvents(song::EventLink event, std::int32_t ticks);
 void RemoveEndings(song::Song& song, song::Track& track, song::EventLink event,
                    const NotesAtTick& notes);
 
-/// How many events are carried.
-std::int64_t Count(const CarriedState& carried);
+/// Both, one behind the other. Throws std::bad_alloc.
+CarriedState Joined(CarriedState first, const CarriedState& second);
 
 /// Brings length and notes in order after an edit. Throws std::bad_alloc.
-SeamReport FinishSeams(song::Song& song, SeamNotes& notes, std::int64_t carried);
+SeamReport FinishSeams(song::Song& song, SeamNotes& notes, CarriedState carried);
 
 } // namespace tracksmith::editing

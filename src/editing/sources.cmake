@@ -5,10 +5,14 @@ set(SOURCES
   delete_range.cpp
   event_copy.cpp
   event_copy.h
+  foresight.cpp
+  foresight.h
   music_state.cpp
   music_state.h
   note_scan.cpp
   note_scan.h
+  range_check.cpp
+  range_check.h
   range_edits.h
   range_figures.cpp
   range_figures.h
@@ -18,8 +22,14 @@ set(SOURCES
   range_tools.h
   seam_notes.cpp
   seam_notes.h
+  seam_picture.cpp
+  seam_picture.h
   seam_state.cpp
   seam_state.h
+  song_copy.cpp
+  song_copy.h
+  side_state.cpp
+  side_state.h
   texts.cpp
   texts.h
   transpose_range.cpp

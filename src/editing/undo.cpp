@@ -7,10 +7,9 @@
 #include "base/errors.h"
 #include "base/memory_budget.h"
 
-#include "editing/event_copy.h"
+#include "editing/song_copy.h"
 #include "editing/texts.h"
 #include "mixer/transposition.h"
-#include "song/event_chain.h"
 #include "song/song_length.h"
 
 namespace tracksmith::editing {
@@ -19,38 +18,26 @@ namespace {
 constexpr session::ChangeKind kUndoChange{.name = texts::kUndo, .takeBack = true};
 
 // The commands keep a copy of their own, so the session keeps none.
-session::ChangeKind KindOf(UndoTool tool) {
+constexpr session::ChangeKind kCopyRange{.name = Text{De{"Bereich kopieren"}, En{"Copy Range"}}};
+constexpr session::ChangeKind kDeleteRange{.name = Text{De{"Bereich löschen"}, En{"Delete Range"}}};
+constexpr session::ChangeKind kTransposeRange{
+    .name = Text{De{"Bereich transponieren"}, En{"Transpose Range"}}};
+constexpr session::ChangeKind kFadeOut{.name = Text{Both{"Fade-Out"}}};
+constexpr session::ChangeKind kRecording{.name = Text{De{"Aufnahme"}, En{"Recording"}}};
+
+const session::ChangeKind& KindOf(UndoTool tool) {
     switch (tool) {
         case UndoTool::CopyRange:
-            return {.name = Text{De{"Bereich kopieren"}, En{"Copy Range"}}};
+            return kCopyRange;
         case UndoTool::DeleteRange:
-            return {.name = Text{De{"Bereich löschen"}, En{"Delete Range"}}};
+            return kDeleteRange;
         case UndoTool::TransposeRange:
-            return {.name = Text{De{"Bereich transponieren"}, En{"Transpose Range"}}};
+            return kTransposeRange;
         case UndoTool::FadeOut:
-            return {.name = Text{Both{"Fade-Out"}}};
+            return kFadeOut;
         default:
-            return {.name = Text{De{"Aufnahme"}, En{"Recording"}}};
+            return kRecording;
     }
-}
-
-// A track of `target` with copies of the events of `source`.
-void AppendTrack(const song::Track& source, song::Song& target) {
-    song::Track track = source;
-    song::InitTrack(target, track);
-    track.trackSetting = source.trackSetting;
-    track.trackFlags = source.trackFlags;
-    track.trackMark = source.trackMark;
-    track.ignored = source.ignored;
-    track.channel = source.channel;
-    track.name = source.name;
-    for (song::ConstEventLink event = source.first->next; event; event = event->next) {
-        song::AppendEvent(track, CopyEvent(*event, target.pool));
-    }
-    track.cursor = track.first;
-    target.tracks.push_back(std::move(track));
-    target.keySignatures.emplace_back();
-    target.trackCount = static_cast<std::int32_t>(target.tracks.size());
 }
 
 } // namespace
@@ -82,27 +69,57 @@ std::string Undo::Caption(Language language) const {
 
 bool Undo::Run(UndoTool tool, MessageHost& host, const session::Session::Edit& edit,
                std::size_t channel) {
-    return session_.Change(KindOf(tool), host, [&](session::Workspace& work) {
-        BackupMidiData(work, host);
-        bool changed = false;
-        try {
-            changed = edit(work);
-        } catch (const std::bad_alloc&) {
-            PutBack(pending_, work.song);
-            ClearBackupMidiData();
-            RaiseMidiError(host, texts::kNoMemory);
-        } catch (...) {
-            PutBack(pending_, work.song);
+    const UndoTool formerTag = tag_;
+    const std::size_t formerChannel = channel_;
+    bool changed = false;
+    try {
+        session_.Change(KindOf(tool), host, [&](session::Workspace& work) {
+            changed = RunEdit(work, host, edit);
+            if (changed) { // the former copy stays until the change is complete
+                std::swap(armed_, pending_);
+                tag_ = tool;
+                channel_ = channel;
+            }
+            return changed;
+        });
+    } catch (const std::bad_alloc&) {
+        if (!changed) {
             ClearBackupMidiData();
             throw;
         }
-        if (changed) {
-            Arm(tool, channel);
-        } else {
-            ClearBackupMidiData();
-        }
-        return changed;
+        std::swap(armed_, pending_);
+        tag_ = formerTag;
+        channel_ = formerChannel;
+        GiveUp(tool, host);
+    }
+    pending_.song.Drop();
+    return changed;
+}
+
+bool Undo::RunEdit(session::Workspace& work, MessageHost& host,
+                   const session::Session::Edit& edit) {
+    BackupMidiData(work, host);
+    try {
+        return edit(work);
+    } catch (const std::bad_alloc&) {
+        PutBack(pending_, work.song);
+        ClearBackupMidiData();
+        RaiseMidiError(host, texts::kNoMemory);
+    } catch (...) {
+        PutBack(pending_, work.song);
+        ClearBackupMidiData();
+        throw;
+    }
+}
+
+// The edit is done, but memory has ended while the session brought the song in order.
+void Undo::GiveUp(UndoTool tool, MessageHost& host) {
+    session_.Change(KindOf(tool), host, [this](session::Workspace& work) {
+        PutBack(pending_, work.song);
+        return true;
     });
+    ClearBackupMidiData();
+    RaiseMidiError(host, texts::kNoMemory);
 }
 
 void Undo::BackupMidiData(const session::Workspace& workspace, MessageHost& host) {

@@ -64,6 +64,8 @@ private:
     };
 
     void OnSongChanged(const session::ChangeKind& kind) override;
+    bool RunEdit(session::Workspace& work, MessageHost& host, const session::Session::Edit& edit);
+    void GiveUp(UndoTool tool, MessageHost& host);
     void Disarm();
     static void PutBack(const Copy& copy, song::Song& song);
     bool PutBackAsChange(MessageHost& host);

@@ -29,7 +29,7 @@ inline Bytes RandomMusic(Dice& dice) {
             const int channel = dice.Roll(2) == 0 ? 9 : dice.Roll(2);
             const int pitch = dice.Roll(4);
             int& count = open.at(static_cast<std::size_t>(pitch + (channel == 1 ? 4 : 0)));
-            switch (dice.Roll(12)) {
+            switch (dice.Roll(14)) {
                 case 0:
                     track.Program(delta, channel, dice.Roll(128));
                     break;
@@ -42,7 +42,8 @@ inline Bytes RandomMusic(Dice& dice) {
                 case 3:
                     track.Short(delta, 0xB0 | channel, 101, 0)
                         .Short(0, 0xB0 | channel, 100, dice.Roll(3))
-                        .Short(0, 0xB0 | channel, 6, dice.Roll(24));
+                        .Short(0, 0xB0 | channel, 6, dice.Roll(24))
+                        .Short(0, 0xB0 | channel, dice.Roll(2) == 0 ? 96 : 1, 0);
                     break;
                 case 4:
                     track.Short(delta, 0xB0 | channel, dice.Roll(8) == 0 ? 121 : 101,
@@ -53,6 +54,13 @@ inline Bytes RandomMusic(Dice& dice) {
                     track.Short(delta, 0xB0 | channel,
                                 kControllers.at(static_cast<std::size_t>(dice.Roll(6))),
                                 dice.Roll(128));
+                    break;
+                case 7:
+                    track.Short(delta, 0xA0 | channel, 60 + pitch, dice.Roll(128));
+                    break;
+                case 8:
+                    track.Short(delta, 0xB0 | channel, dice.Roll(2) == 0 ? 96 : 126 + dice.Roll(2),
+                                0);
                     break;
                 default:
                     if (channel != 9 && count > dice.Roll(3)) {

@@ -145,6 +145,7 @@ TEST_F(RangeToolsTest, BadPositionsAreRefused) {
           {kCopy, "2", "3", "", "Please enter measure and beat into the \"To\" field."},
           {kDelete, "0:1", "3", "", "Error calculating the \"from\" position"},
           {kDelete, "2", "3:0", "", "Error calculating the \"to\" position"},
+          {kCopy, "2", "3", "0:1", "Error calculating the \"to\" position"},
           {kDelete, "99999999", "3", "",
            "\"Start-Position\" must be smaller than \"End of song = 005.03.110\"!"},
           {kDelete, "2", "2147483647:99", "",
@@ -219,6 +220,28 @@ TEST_F(RangeToolsTest, TransposingMovesNoteOffsBehindTheRangeAndKeepsTheLiveOffs
               "1900 923E5A; 2100 923A5B; 2100 A23E05; 2200 823E40; 4200 823A40; 9200 923E5C; "
               "9300 823E40");
     EXPECT_TRUE(host.questions.empty());
+}
+
+TEST_F(RangeToolsTest, EffectNotesOfMegaVoicesStayWhileOneIsPlayed) {
+    TrackBuilder track;
+    for (const int program : {7, 8}) { // the first is a MegaVoice
+        track.Program(program == 7 ? 2'000 : 100, 5, program);
+        for (const int key : {60, 100}) {
+            track.Note(100, 5, key, 90).NoteOff(100, 5, key);
+        }
+    }
+    Open(
+        MidiFileBuilder(1, 500).Track(track.Note(9'000, 0, 60, 9).NoteOff(9, 0, 60).End()).Build());
+    host.answer = false;
+    const auto isMega = [](const instruments::VoiceNumbers& voice) { return voice.program == 7; };
+    EXPECT_EQ(tools.Transpose(Wish("2", "4"), {"2", {}, "", {}, isMega}), 3);
+    std::vector<int> keys;
+    for (song::ConstEventLink event = session.Song().tracks[0].first; event; event = event->next) {
+        if (event->IsNoteOn()) {
+            keys.push_back(event->data1);
+        }
+    }
+    EXPECT_EQ(keys, (std::vector<int>{62, 100, 62, 102, 60}));
 }
 
 TEST_F(RangeToolsTest, FaultsAreAskedAboutUntilSilenced) {
