@@ -42,19 +42,21 @@ int Transposition(const Notes& removed, const Notes& added) {
 
 } // namespace
 
-Difference& ChangeList::Row(const RowKey& key, const PlacePair& place) {
+ChangeList::Sum& ChangeList::SumOf(const RowKey& key, const PlacePair& place) {
     const auto [found, isNew] = rows_.try_emplace(key);
-    Difference& row = found->second;
+    Difference& row = found->second.row;
     if (isNew) {
         row.channel = key.slot.channel;
         row.kind = key.slot.kind;
         row.control = key.slot.control;
         row.change = key.change;
+    }
+    if (isNew || place.after < row.tickAfter) {
         row.tickBefore = place.before;
         row.tickAfter = place.after;
     }
     Place(row, place.after);
-    return row;
+    return found->second;
 }
 
 void ChangeList::Add(const Item* before, const Item* after, const PlacePair& place) {
@@ -70,7 +72,9 @@ void ChangeList::Add(const Item* before, const Item* after, const PlacePair& pla
     messages_ += named ? 1 : 0;
     const std::uint64_t which =
         (before != nullptr ? before->value : 0) * 3 + (after != nullptr ? after->value : 0);
-    Difference& row = Row({any.slot, change, named ? which : 0}, place);
+    Sum& sum = SumOf({any.slot, change, named ? which : 0}, place);
+    sum.values = sum.values * 31 + any.value;
+    Difference& row = sum.row;
     const auto old = static_cast<std::int64_t>(before != nullptr ? before->value : 0);
     const auto now = static_cast<std::int64_t>(after != nullptr ? after->value : 0);
     const bool bytes = any.slot.kind == Kind::Message || any.slot.kind == Kind::Text;
@@ -93,7 +97,7 @@ void ChangeList::AddNote(const Item* before, const Item* after, const PlacePair&
     if (before != nullptr && after != nullptr) {
         Slot slot = any.slot;
         slot.control = end ? kEndOfNote : 0; // all keys together
-        Difference& row = Row({slot, Change::Changed, 0}, place);
+        Difference& row = SumOf({slot, Change::Changed, 0}, place).row;
         const auto old = static_cast<std::int64_t>(before->value);
         const auto now = static_cast<std::int64_t>(after->value);
         row.sameDistance =
@@ -113,7 +117,7 @@ void ChangeList::AddVoice(std::uint8_t channel, VoiceBytes before, VoiceBytes af
                           : more > 0      ? Change::Added
                                           : Change::Removed;
     const std::uint64_t which = (std::uint64_t{before} << 32U) | after;
-    Difference& row = Row({{Kind::Voice, channel, 0}, change, which}, place);
+    Difference& row = SumOf({{Kind::Voice, channel, 0}, change, which}, place).row;
     row.before = before;
     row.after = after;
 }
@@ -143,6 +147,14 @@ void ChangeList::AddNotes(std::uint8_t channel, Change change, const std::vector
     single_.push_back(std::move(row));
 }
 
+// What stands at edges of stretches comes last.
+void ChangeList::SortByPlace(ChannelNotes& notes) {
+    for (std::vector<Note>* each :
+         {&notes.added, &notes.removed, &notes.endsAdded, &notes.endsRemoved}) {
+        std::ranges::stable_sort(*each, {}, [](const Note& note) { return note.place.after; });
+    }
+}
+
 // The ends of notes that are only in one of the songs say nothing new.
 void ChangeList::SumUp(std::uint8_t channel, const ChannelNotes& notes) {
     const int distance = Transposition(notes.removed, notes.added);
@@ -162,13 +174,40 @@ void ChangeList::SumUp(std::uint8_t channel, const ChannelNotes& notes) {
              std::max(later, earlier));
 }
 
+// What is gone at some places and new at others is one difference: settings that were taken behind
+// a reset, a text that stands elsewhere.
+void ChangeList::JoinMoved() {
+    for (auto removed = rows_.begin(); removed != rows_.end();) {
+        const auto& [key, sum] = *removed;
+        auto added = rows_.end();
+        if (key.change == Change::Removed) {
+            const bool byValue = key.slot.kind != Kind::Voice && key.which != 0;
+            added = rows_.find({key.slot, Change::Added, byValue ? sum.values : key.which});
+        }
+        if (added == rows_.end() || added->second.values != sum.values ||
+            added->second.row.count != sum.row.count) {
+            ++removed;
+            continue;
+        }
+        Difference& row = added->second.row;
+        row.change = Change::Moved;
+        row.before = sum.row.before;
+        row.bytesBefore = sum.row.bytesBefore;
+        row.tickBefore = sum.row.tickBefore;
+        removed = rows_.erase(removed);
+    }
+}
+
 Differences ChangeList::Take() {
+    JoinMoved();
     for (std::size_t channel = 0; channel < notes_.size(); ++channel) {
+        SortByPlace(notes_.at(channel));
         SumUp(static_cast<std::uint8_t>(channel), notes_.at(channel));
     }
     Differences all;
-    for (auto& [key, row] : rows_) {
-        all.rows.push_back(std::move(row));
+    for (auto& [key, sum] : rows_) {
+        std::ranges::sort(sum.row.ticks);
+        all.rows.push_back(std::move(sum.row));
     }
     std::ranges::move(single_, std::back_inserter(all.rows));
     std::ranges::stable_sort(all.rows, {}, [](const Difference& row) {

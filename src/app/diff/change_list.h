@@ -24,7 +24,8 @@ struct PlacePair {
     std::int32_t after = 0;
 };
 
-/// Gathers what differs, in the order of the songs, and sums it up by channel, kind and control.
+/// Gathers what differs, mostly in the order of the songs, and sums it up by channel, kind and
+/// control.
 class ChangeList {
 public:
     /// One event, or its absence (null), in each song. Not for voices.
@@ -58,13 +59,21 @@ private:
         friend auto operator<=>(const RowKey&, const RowKey&) = default;
     };
 
+    struct Sum {
+        Difference row;
+        /// Of all values in their order, to find the same ones elsewhere.
+        std::uint64_t values = 0;
+    };
+
     void AddNote(const Item* before, const Item* after, const PlacePair& place);
-    Difference& Row(const RowKey& key, const PlacePair& place);
+    Sum& SumOf(const RowKey& key, const PlacePair& place);
+    void JoinMoved();
+    static void SortByPlace(ChannelNotes& notes);
     void SumUp(std::uint8_t channel, const ChannelNotes& notes);
     void AddNotes(std::uint8_t channel, Change change, const std::vector<Note>& notes,
                   std::size_t count);
 
-    std::map<RowKey, Difference> rows_;
+    std::map<RowKey, Sum> rows_;
     std::vector<Difference> single_;
     std::array<ChannelNotes, song::kMidiChannels> notes_;
     std::size_t messages_ = 0;

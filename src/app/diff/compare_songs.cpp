@@ -9,6 +9,7 @@
 
 #include "app/diff/alignment.h"
 #include "app/diff/change_list.h"
+#include "app/diff/edge_items.h"
 #include "app/diff/event_slot.h"
 #include "song/track_walk.h"
 
@@ -101,12 +102,26 @@ struct Stretch {
     Difference row;
     std::int64_t begin = 0;
     std::int64_t end = 0;
+    EdgeItems items;
+
+    // How far from an edge a tool puts something in.
+    static constexpr std::int64_t kBeforeEdge = 2;
+    static constexpr std::int64_t kBehindEdge = 1;
+
     // What a tool puts in at the edges so that the song goes on as before.
     bool IsEdge(std::int64_t tick) const {
         const auto near = [tick](std::int64_t edge) {
-            return tick >= edge - 2 && tick <= edge + 1;
+            return tick >= edge - kBeforeEdge && tick <= edge + kBehindEdge;
         };
         return near(begin) || near(end);
+    }
+
+    // The stretch with its edges in the later song, and in the earlier one where it stands there.
+    TickStretch After() const { return {begin - kBeforeEdge, end + kBehindEdge + 1}; }
+    TickStretch Before() const {
+        const std::int64_t start = row.change == Change::Copied ? row.source : row.tickBefore;
+        const std::int64_t length = row.change == Change::Inserted ? 0 : row.length;
+        return {start - kBeforeEdge, start + length + kBehindEdge + 1};
     }
 };
 
@@ -115,7 +130,7 @@ std::vector<Stretch> StretchesOf(const song::Song& before, const song::Song& aft
     std::vector<Stretch> stretches;
     const auto add = [&](std::int32_t tickBefore, std::int64_t begin, std::int64_t end,
                          std::int32_t length, Change change) {
-        Stretch stretch{{}, begin, end};
+        Stretch stretch{{}, begin, end, {}};
         stretch.row.change = change;
         stretch.row.tickBefore = tickBefore;
         stretch.row.tickAfter = static_cast<std::int32_t>(begin);
@@ -173,6 +188,8 @@ public:
         }
         AddLength(before, after);
         for (Stretch& stretch : stretches_) {
+            stretch.row.count =
+                stretch.items.Tell(before, stretch.Before(), after, stretch.After(), list_);
             list_.AddRow(std::move(stretch.row));
         }
         return list_.Take();
@@ -206,7 +223,11 @@ private:
         const auto tell = [&](const Item* old, const Item* now) {
             const Item& any = old != nullptr ? *old : *now;
             if (edge != nullptr) {
-                ++edge->row.count;
+                EdgeItems::Voices voices;
+                if (any.slot.channel < song::kMidiChannels) {
+                    voices = {before_.Voice(any.slot.channel), after_.Voice(any.slot.channel)};
+                }
+                edge->items.Add(old, now, places, voices);
             } else if (any.slot.kind == Kind::Voice) {
                 voice.at(any.slot.channel) = true;
                 more.at(any.slot.channel) += (now != nullptr ? 1 : 0) - (old != nullptr ? 1 : 0);

@@ -20,6 +20,7 @@ enum class Change : std::uint8_t {
     Removed,    ///< only in the earlier song
     EndsMoved,  ///< notes are longer or shorter
     Transposed, ///< notes have another pitch, all by the same distance
+    Moved,      ///< the same values in the same order stand at other places; not for notes
     Cut,        ///< a stretch of the earlier song is not in the later one
     Copied,     ///< a stretch of the later one stands elsewhere in the earlier one too
     Inserted    ///< any other stretch that is only in the later one
@@ -46,7 +47,8 @@ struct Difference {
     Change change = Change::Changed;
     /// Controller, or type of the meta event.
     std::uint16_t control = 0;
-    /// How often: events, notes; for a stretch the events that were put in at its edges.
+    /// How often: events, notes; for a stretch the events at its edges that only set again what is
+    /// set elsewhere, and ends of notes. Others there have rows of their own.
     std::int64_t count = 0;
     /// The first value before and after: of a voice MSB, LSB and program in a byte each, of a tempo
     /// microseconds, of notes that are transposed the distance in `after`.

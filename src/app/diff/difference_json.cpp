@@ -11,8 +11,8 @@ using Json = nlohmann::ordered_json;
 constexpr int kSchema = 1;
 
 Json RowJson(const Difference& row, const song::TimeMap& before, const song::TimeMap& after,
-             Language language) {
-    const DifferenceWords words = WordsOf(row, before, after, language);
+             const Wording& wording) {
+    const DifferenceWords words = WordsOf(row, before, after, wording);
     Json json{{"channel", row.channel == kWholeSong ? Json() : Json(row.channel + 1)},
               {"kind", KindName(row.kind)},
               {"change", ChangeName(row.change)},
@@ -37,14 +37,14 @@ Json RowJson(const Difference& row, const song::TimeMap& before, const song::Tim
 
 std::string DifferencesJson(const Differences& differences, const song::TimeMap& before,
                             const song::TimeMap& after, const std::string& fileBefore,
-                            const std::string& fileAfter, Language language) {
+                            const std::string& fileAfter, const Wording& wording) {
     Json counts = Json::object();
     for (std::size_t kind = 0; kind < kKinds; ++kind) {
         counts[std::string(KindName(static_cast<Kind>(kind)))] = differences.counts.at(kind);
     }
     Json rows = Json::array();
     for (const Difference& row : differences.rows) {
-        rows.push_back(RowJson(row, before, after, language));
+        rows.push_back(RowJson(row, before, after, wording));
     }
     const Json json{{"schema", kSchema},           {"before", fileBefore},
                     {"after", fileAfter},          {"same", differences.Same()},

@@ -12,6 +12,6 @@ namespace tracksmith::diff {
 /// `fileBefore` and `fileAfter` name the songs.
 std::string DifferencesJson(const Differences& differences, const song::TimeMap& before,
                             const song::TimeMap& after, const std::string& fileBefore,
-                            const std::string& fileAfter, Language language);
+                            const std::string& fileAfter, const Wording& wording);
 
 } // namespace tracksmith::diff

@@ -11,6 +11,7 @@
 
 #include "app/diff/texts.h"
 #include "instruments/sysex/describe_sysex.h"
+#include "song/control_names.h"
 #include "song/midi_numbers.h"
 #include "song/song_position.h"
 
@@ -32,23 +33,28 @@ std::string Signed(std::int64_t value) {
     return (value > 0 ? "+" : "") + std::to_string(value);
 }
 
-std::string VoiceText(std::int64_t voice) {
-    const auto part = [&](unsigned shift, int add) {
-        const auto byte = (static_cast<std::uint64_t>(voice) >> shift) & 0xFFU;
-        return byte == 0xFF ? std::string("?") : std::to_string(static_cast<int>(byte) + add);
+std::optional<std::uint8_t> PartOf(std::int64_t voice, unsigned shift) {
+    const auto byte = static_cast<std::uint8_t>(static_cast<std::uint64_t>(voice) >> shift);
+    return byte == 0xFF ? std::nullopt : std::optional(byte);
+}
+
+std::string VoiceText(std::uint8_t channel, std::int64_t voice, const Wording& wording) {
+    const auto msb = PartOf(voice, 16);
+    const auto lsb = PartOf(voice, 8);
+    const auto program = PartOf(voice, 0);
+    const auto number = [](std::optional<std::uint8_t> part, int add) {
+        return part ? std::to_string(*part + add) : std::string("?");
     };
-    return part(16, 0) + "·" + part(8, 0) + "·" + part(0, 1);
+    const std::string numbers = number(msb, 0) + "·" + number(lsb, 0) + "·" + number(program, 1);
+    const std::string name =
+        wording.voiceName && program ? wording.voiceName(channel, msb, lsb, *program) : "";
+    return name.empty() ? numbers : name + " (" + numbers + ")";
 }
 
 std::string ControllerText(std::uint16_t control, Language language) {
-    const auto found =
-        std::ranges::find(texts::kControllers, control, &texts::ControllerName::control);
-    if (found != texts::kControllers.end()) {
-        return std::string(found->name.In(language));
-    }
     return control >= kPolyPressure
                ? With(texts::kKeyPressure, language, std::to_string(control - kPolyPressure))
-               : With(texts::kOtherController, language, std::to_string(control));
+               : song::ControlName(control, language);
 }
 
 std::string BpmText(std::int64_t microseconds) {
@@ -96,8 +102,12 @@ std::string MessageText(const Difference& row, const std::string& bytes, Languag
 class Writer {
 public:
     Writer(const Difference& row, const song::TimeMap& before, const song::TimeMap& after,
-           Language language)
-        : row_(row), before_(before), after_(after), language_(language) {}
+           const Wording& wording)
+        : row_(row),
+          before_(before),
+          after_(after),
+          wording_(wording),
+          language_(wording.language) {}
 
     DifferenceWords Write() {
         words_.kind = texts::kKindWords.at(static_cast<std::size_t>(row_.kind)).one.In(language_);
@@ -164,28 +174,38 @@ private:
     }
 
     void WriteValues() {
-        const std::string none = Say(texts::kNothing);
         const std::string name =
             row_.kind == Kind::Controller ? ControllerText(row_.control, language_) + " " : "";
-        const std::string old = row_.change == Change::Added && row_.kind != Kind::Voice
-                                    ? none
-                                    : name + Value(row_.before, row_.bytesBefore, before_);
-        const std::string now = row_.change == Change::Removed && row_.kind != Kind::Voice
-                                    ? none
-                                    : name + Value(row_.after, row_.bytesAfter, after_);
-        const bool several = row_.count > 1;
-        const std::string times = std::to_string(row_.count);
-        words_.before = several && old != none ? With(texts::kTimes, language_, old, times) : old;
-        words_.after = row_.change == Change::Changed ? Summed(now)
-                       : several && now != none       ? With(texts::kTimes, language_, now, times)
-                                                      : now;
+        const std::string old = Times(name + Value(row_.before, row_.bytesBefore, before_));
+        const std::string now = name + Value(row_.after, row_.bytesAfter, after_);
+        const bool voice = row_.kind == Kind::Voice;
+        const std::string none = Say(texts::kNothing);
+        words_.before = row_.change == Change::Added && !voice ? none : old;
+        switch (row_.change) {
+            case Change::Added:
+                words_.after = voice ? Say(texts::kAlsoHere) : Times(now);
+                break;
+            case Change::Removed:
+                words_.after = voice ? Say(texts::kNotHere) : none;
+                break;
+            case Change::Moved:
+                words_.after = With(texts::kMoved, language_, At(before_, row_.tickBefore));
+                break;
+            default:
+                words_.after = Summed(now);
+        }
+    }
+
+    std::string Times(const std::string& value) const {
+        return row_.count > 1 ? With(texts::kTimes, language_, value, std::to_string(row_.count))
+                              : value;
     }
 
     std::string Value(std::int64_t value, const std::string& bytes,
                       const song::TimeMap& map) const {
         switch (row_.kind) {
             case Kind::Voice:
-                return VoiceText(value);
+                return VoiceText(row_.channel, value, wording_);
             case Kind::Tempo:
                 return TempoText(row_, value, map, language_);
             case Kind::Message:
@@ -212,6 +232,7 @@ private:
     const Difference& row_;
     const song::TimeMap& before_;
     const song::TimeMap& after_;
+    const Wording& wording_;
     Language language_;
     DifferenceWords words_;
 };
@@ -219,8 +240,8 @@ private:
 } // namespace
 
 DifferenceWords WordsOf(const Difference& difference, const song::TimeMap& before,
-                        const song::TimeMap& after, Language language) {
-    return Writer(difference, before, after, language).Write();
+                        const song::TimeMap& after, const Wording& wording) {
+    return Writer(difference, before, after, wording).Write();
 }
 
 std::string ChannelWords(std::uint8_t channel, Language language) {
@@ -241,7 +262,8 @@ std::string_view ChangeName(Change change) {
 }
 
 std::string DifferencesText(const Differences& differences, const song::TimeMap& before,
-                            const song::TimeMap& after, Language language) {
+                            const song::TimeMap& after, const Wording& wording) {
+    const Language language = wording.language;
     if (differences.Same()) {
         return std::string(texts::kSame.In(language)) + "\n";
     }
@@ -252,7 +274,7 @@ std::string DifferencesText(const Differences& differences, const song::TimeMap&
             channel = row.channel;
             text += ChannelWords(row.channel, language) + "\n";
         }
-        const DifferenceWords words = WordsOf(row, before, after, language);
+        const DifferenceWords words = WordsOf(row, before, after, wording);
         text += "  " + words.position + "  " + words.kind + ": " + words.before + " -> " +
                 words.after + "\n";
     }

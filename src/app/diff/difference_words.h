@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,9 +25,22 @@ struct DifferenceWords {
     std::string after;
 };
 
+/// Names the voice of a channel (0-15) by its program and what is known of its bank; empty when it
+/// has no name.
+using VoiceNamer =
+    std::function<std::string(std::uint8_t channel, std::optional<std::uint8_t> msb,
+                              std::optional<std::uint8_t> lsb, std::uint8_t program)>;
+
+/// How differences are put into words.
+struct Wording {
+    Language language = Language::English;
+    /// None gives the numbers of voices alone.
+    VoiceNamer voiceName{};
+};
+
 /// `before` and `after` are the songs that were compared.
 DifferenceWords WordsOf(const Difference& difference, const song::TimeMap& before,
-                        const song::TimeMap& after, Language language);
+                        const song::TimeMap& after, const Wording& wording);
 
 /// "Whole song", "Channel 3".
 std::string ChannelWords(std::uint8_t channel, Language language);
@@ -37,6 +53,6 @@ std::string_view ChangeName(Change change);
 
 /// All differences as text for people, grouped by channel; one line each.
 std::string DifferencesText(const Differences& differences, const song::TimeMap& before,
-                            const song::TimeMap& after, Language language);
+                            const song::TimeMap& after, const Wording& wording);
 
 } // namespace tracksmith::diff

@@ -3,6 +3,8 @@ set(SOURCES
   alignment.h
   change_list.cpp
   change_list.h
+  compare_files.cpp
+  compare_files.h
   compare_songs.cpp
   compare_songs.h
   difference.h
@@ -10,6 +12,8 @@ set(SOURCES
   difference_json.h
   difference_words.cpp
   difference_words.h
+  edge_items.cpp
+  edge_items.h
   event_slot.cpp
   event_slot.h
   texts.h)

@@ -26,36 +26,9 @@ inline constexpr std::array<KindWords, 6> kKindWords{{
 }};
 
 /// In the order of Change, for programs.
-inline constexpr std::array<std::string_view, 8> kChangeNames{
-    "changed", "added", "removed", "endsMoved", "transposed", "cut", "copied", "inserted"};
+inline constexpr std::array<std::string_view, 9> kChangeNames{
+    "changed", "added", "removed", "endsMoved", "transposed", "moved", "cut", "copied", "inserted"};
 
-struct ControllerName {
-    std::uint16_t control = 0;
-    Text name{Both{""}};
-};
-inline constexpr std::array<ControllerName, 20> kControllers{{
-    {1, Text{Both{"Modulation"}}},
-    {5, Text{De{"Portamentozeit"}, En{"Portamento time"}}},
-    {6, Text{De{"Parameterwert"}, En{"Parameter value"}}},
-    {7, Text{De{"Lautstärke"}, En{"Volume"}}},
-    {10, Text{De{"Panorama"}, En{"Pan"}}},
-    {11, Text{De{"Expression"}, En{"Expression"}}},
-    {64, Text{De{"Haltepedal"}, En{"Sustain pedal"}}},
-    {65, Text{Both{"Portamento"}}},
-    {66, Text{Both{"Sostenuto"}}},
-    {67, Text{De{"Leisepedal"}, En{"Soft pedal"}}},
-    {71, Text{De{"Resonanz"}, En{"Harmonic content"}}},
-    {72, Text{De{"Ausklingzeit"}, En{"Release time"}}},
-    {73, Text{De{"Einschwingzeit"}, En{"Attack time"}}},
-    {74, Text{De{"Helligkeit"}, En{"Brightness"}}},
-    {91, Text{De{"Hall"}, En{"Reverb"}}},
-    {93, Text{De{"Chorus"}, En{"Chorus"}}},
-    {94, Text{Both{"Variation"}}},
-    {128, Text{De{"Tonhöhenrad"}, En{"Pitch bend"}}},
-    {129, Text{De{"Kanaldruck"}, En{"Channel pressure"}}},
-    {121, Text{De{"Alle Controller zurück"}, En{"Reset all controllers"}}},
-}};
-inline constexpr Text kOtherController{De{"Controller %1"}, En{"Controller %1"}};
 inline constexpr Text kKeyPressure{De{"Tastendruck, Taste %1"}, En{"Key pressure, key %1"}};
 
 inline constexpr Text kTempo{Both{"%1 BPM"}};
@@ -68,6 +41,9 @@ inline constexpr Text kTimes{De{"%1, %2-mal"}, En{"%1, %2 times"}};
 inline constexpr Text kAllBy{De{"alle um %1"}, En{"all by %1"}};
 inline constexpr Text kAndMore{De{"%1 und anderes"}, En{"%1 and others"}};
 inline constexpr Text kNothing{Both{"–"}};
+inline constexpr Text kAlsoHere{De{"auch hier gesetzt"}, En{"set here too"}};
+inline constexpr Text kNotHere{De{"hier nicht mehr gesetzt"}, En{"not set here any more"}};
+inline constexpr Text kMoved{De{"verschoben von %1"}, En{"moved from %1"}};
 
 inline constexpr Text kOneNote{De{"1 Note"}, En{"1 note"}};
 inline constexpr Text kNotes{De{"%1 Noten"}, En{"%1 notes"}};
@@ -82,6 +58,7 @@ inline constexpr Text kCopiedTo{De{"kopiert nach %1"}, En{"copied to %1"}};
 inline constexpr Text kInserted{De{"eingefügt bis %1"}, En{"put in up to %1"}};
 inline constexpr Text kWholeSong{De{"Ganzer Song"}, En{"Whole song"}};
 inline constexpr Text kChannel{De{"Kanal %1"}, En{"Channel %1"}};
+inline constexpr Text kNoSong{De{"Das ist kein Song."}, En{"That is no song."}};
 inline constexpr Text kSame{De{"Kein Unterschied."}, En{"No difference."}};
 
 } // namespace tracksmith::diff::texts

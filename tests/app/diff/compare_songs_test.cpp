@@ -85,7 +85,7 @@ std::string Said(const Differences& differences, const song::Song& before,
                  const song::Song& after) {
     std::string said;
     for (const Difference& row : differences.rows) {
-        const DifferenceWords words = WordsOf(row, before, after, Language::English);
+        const DifferenceWords words = WordsOf(row, before, after, {Language::English});
         said +=
             words.position + " " + words.kind + ": " + words.before + " -> " + words.after + "\n";
     }
@@ -136,6 +136,20 @@ INSTANTIATE_TEST_SUITE_P(
         EditCase{"Nothing", [](auto&) {}, ""},
         EditCase{"Controller", [](auto& song) { All(song, 0xB0, [](Event& e) { e.data2 += 12; }); },
                  "001.03.000 Controller: Expression 80, 2 times -> all by +12\n"},
+        EditCase{"MovedControllers",
+                 [](auto& song) { All(song, 0xB0, [](Event& e) { e.tick += 77; }); },
+                 "001.03.077 Controller: Expression 80, 2 times -> moved from 001.03.000\n"},
+        EditCase{"MovedButChanged",
+                 [](auto& song) {
+                     All(song, 0xB0, [](Event& e) {
+                         e.data2 += e.tick / 1000;
+                         e.tick += 77;
+                     });
+                 },
+                 "001.03.000 Controller: Expression 80, 2 times -> –\n"
+                 "001.03.077 Controller: – -> Expression 80, 2 times\n"},
+        EditCase{"MovedText", [](auto& song) { All(song, 0x00, [](Event& e) { e.tick -= 10; }); },
+                 "002.03.110 Text: \"xx\" -> moved from 002.03.120\n"},
         EditCase{"Program",
                  [](auto& song) {
                      song.push_back({10, 0xC2, 30});
@@ -145,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
                  [](auto& song) {
                      song.push_back({10, 0xC2, 24});
                  },
-                 "001.01.010 Voice: ?·?·25 -> ?·?·25\n"},
+                 "001.01.010 Voice: ?·?·25 -> set here too\n"},
         EditCase{"Velocity", [](auto& song) { All(song, 0x90, [](Event& e) { e.data2 -= 5; }); },
                  "001.01.000 Note: 48 notes: Velocity 90 -> all by -5\n"},
         EditCase{"Shorter", [](auto& song) { All(song, 0x80, [](Event& e) { e.tick -= 100; }); },
@@ -207,15 +221,25 @@ INSTANTIATE_TEST_SUITE_P(
                     "003.01.000 Whole song: 003.01.000 to 005.01.000 -> cut out\n"
                     "008.01.000 Whole song: 010.01.000 to 011.01.000 -> cut out\n"}));
 
-// What a range tool leaves: a cut, and behind it another edit.
+// What a range tool leaves: a cut, and behind it another edit. What is carried over the seam says
+// nothing new, but other edits at it do.
 TEST(CompareSongsTest, FollowsTheNotesBehindACut) {
+    std::vector<Event> before = Melody(kSong);
+    before.push_back({4 * kMeasure, 0xB2, 11, 80});
     std::vector<Event> after = Melody("abcghijkl");
     after.push_back({5 * kMeasure + 7, 0xB2, 1, 9});
-    after.push_back({3 * kMeasure, 0xB2, 11, 80}); // carried to the seam
-    const std::string said = Compare(Melody(kSong), after, 12, 9);
+    after.push_back({3 * kMeasure + 1, 0xB2, 11, 80}); // carried
+    after.push_back({3 * kMeasure - 1, 0x82, 90, 64});
+    after.push_back({3 * kMeasure, 0xB2, 11, 81});
+    after.push_back({3 * kMeasure, 0xC2, 30});
+    after.push_back({3 * kMeasure + 1, 0x92, 90, 64});
+    const std::string said = Compare(before, after, 12, 9);
     EXPECT_EQ(said,
               "004.01.000 Whole song: 004.01.000 to 007.01.000 -> cut out\n"
-              "006.01.007 Controller: – -> Modulation 9\n");
+              "004.01.000 Voice: ?·?·25 -> ?·?·31\n"
+              "004.01.000 Controller: – -> Expression 81\n"
+              "006.01.007 Controller: – -> Modulation 9\n"
+              "004.01.001 Note: – -> 1 note\n");
 }
 
 // The length of a song is that of its last event.
@@ -238,16 +262,35 @@ TEST(CompareSongsTest, AsTextAndJson) {
     changed.push_back({10, 0xB2, 7, 90});
     Load(after, changed, 2 * kMeasure);
     const Differences differences = CompareSongs(before, after);
-    EXPECT_EQ(DifferencesText(differences, before, after, Language::German),
+    EXPECT_EQ(DifferencesText(differences, before, after, {Language::German}),
               "Kanal 3\n  001.01.010  Controller: – -> Lautstärke 90\n");
-    EXPECT_EQ(DifferencesText(Differences(), before, after, Language::English), "No difference.\n");
+    EXPECT_EQ(DifferencesText(Differences(), before, after, {Language::English}),
+              "No difference.\n");
     const std::string json =
-        DifferencesJson(differences, before, after, "a", "b", Language::English);
+        DifferencesJson(differences, before, after, "a", "b", {Language::English});
     EXPECT_NE(json.find(R"("same":false,"counts":{"voices":0,"controllers":1)"), std::string::npos)
         << json;
     EXPECT_NE(json.find(R"("channel":3,"kind":"controllers","change":"added","control":7)"),
               std::string::npos)
         << json;
+}
+
+TEST(CompareSongsTest, NamesVoicesWhereANamerKnowsThem) {
+    song::Song before;
+    song::Song after;
+    Load(before, {}, kMeasure);
+    Load(after, {{10, 0xB2, 32, 112}, {10, 0xC2, 30}}, kMeasure);
+    const Differences differences = CompareSongs(before, after);
+    ASSERT_EQ(differences.rows.size(), 1U);
+    const Wording wording{
+        Language::English, [](std::uint8_t channel, auto msb, auto lsb, std::uint8_t program) {
+            EXPECT_EQ(channel, 2);
+            EXPECT_FALSE(msb);
+            return lsb ? "Lead " + std::to_string(*lsb) + "/" + std::to_string(program) : "";
+        }};
+    const DifferenceWords words = WordsOf(differences.rows[0], before, after, wording);
+    EXPECT_EQ(words.before, "?·?·25");
+    EXPECT_EQ(words.after, "Lead 112/30 (?·112·31)");
 }
 
 } // namespace
