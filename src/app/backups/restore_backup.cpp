@@ -1,6 +1,8 @@
 #include "app/backups/restore_backup.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -47,7 +49,13 @@ void RestoreBackup(session::Session& session, const Backup& backup, MessageHost&
                           std::make_shared<const std::vector<std::uint8_t>>(*std::move(bytes)),
                           backup.original, host);
     }
-    session.Change(kRestoreBackup, host, [](session::Workspace&) { return true; });
+    auto own = backup.original.empty() ? std::nullopt : app::ReadSongFile(backup.original);
+    session.Change(kRestoreBackup, host, [&](session::Workspace& work) {
+        if (own) { // what has changed is told against the song's own file
+            work.loaded.bytes = std::make_shared<const std::vector<std::uint8_t>>(*std::move(own));
+        }
+        return true;
+    });
 }
 
 } // namespace tracksmith::backups

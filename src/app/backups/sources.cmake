@@ -9,6 +9,8 @@ set(SOURCES
   backup_name.h
   backup_settings.cpp
   backup_settings.h
+  crash_records.cpp
+  crash_records.h
   restore_backup.cpp
   restore_backup.h
   texts.cpp
