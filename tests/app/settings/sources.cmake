@@ -1,1 +1,1 @@
-set(SOURCES settings_store_test.cpp)
+set(SOURCES file_association_test.cpp settings_store_test.cpp)
