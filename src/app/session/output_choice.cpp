@@ -84,17 +84,22 @@ std::optional<std::size_t> OutputChoice::Find(const std::string& productName) co
     return similar;
 }
 
+// What sounds without anything that must be connected and switched on.
 std::size_t OutputChoice::Default() const {
+    std::optional<std::size_t> synthesizer;
     std::optional<std::size_t> first;
     for (const player::OutputDevice& device : player_.OutputDevices()) {
         if (device.softwareInstrument) {
             return device.port;
         }
+        if (!synthesizer && device.usable && device.synthesizer) {
+            synthesizer = device.port;
+        }
         if (!first && device.usable) {
             first = device.port;
         }
     }
-    return first.value_or(0);
+    return synthesizer ? *synthesizer : first.value_or(0);
 }
 
 std::size_t OutputChoice::FindOrDefault(const std::string& productName) {

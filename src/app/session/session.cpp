@@ -37,6 +37,9 @@ void Session::EndPlayer() {
 }
 
 bool Session::Change(const ChangeKind& kind, MessageHost& host, const Edit& edit) {
+    if (const Text* const reason = WhyNoChange(); reason != nullptr && !kind.replaces) {
+        RaiseMidiError(host, *reason);
+    }
     if (kind.replaces && Modified() && !changing_) {
         listeners_.Tell(&SessionListener::OnLeavingSong);
     }
@@ -139,18 +142,37 @@ bool Session::Modified() const {
     return work_.modified || TempoOffset() != 0;
 }
 
+bool Session::RefusesChange() const {
+    const bool refused = WhyNoChange() != nullptr;
+    if (refused) {
+        listeners_.Tell(&SessionListener::OnChangeRefused);
+    }
+    return refused;
+}
+
+const Text* Session::WhyNoChange() const {
+    if (HearsOther()) {
+        return &texts::kHearsOther;
+    }
+    return awaitsSong_ ? &texts::kAwaitsSong : nullptr;
+}
+
 void Session::MarkModified() {
-    work_.modified = true;
+    ++edits_;
     takeBack_.Touch();
-    listeners_.Tell(&SessionListener::OnFileState);
+    if (!work_.modified) {
+        work_.modified = true;
+        listeners_.Tell(&SessionListener::OnFileState);
+    }
 }
 
 void Session::MarkSaved(const std::filesystem::path& file, SaveFormat format) {
     work_.file = LoadedFile(file, false);
     work_.file.format = format;
     work_.modified = false;
+    work_.loaded.saved = true;
     takeBack_.SongSaved();
-    if (transport_) {
+    if (transport_ && !HearsOther()) {
         transport_->TakeTempoAsFile();
     }
     listeners_.Tell(&SessionListener::OnSaved);

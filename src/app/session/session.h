@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "base/message_host.h"
+#include "base/text.h"
 
 #include "app/session/change_kind.h"
 #include "app/session/listener_list.h"
@@ -57,12 +58,25 @@ public:
     /// Changes the song: ends playing as the Stop button does, keeps the song where `kind` asks for
     /// it, edits, and then brings note pairs, times, player and listeners in
     /// order. The edit sees the tempos of
-    /// the file; a practice tempo is applied again afterwards.
+    /// the file; a practice tempo is applied again afterwards. While another song is heard in place
+    /// of this one, or is being loaded, only a change that replaces it is made.
     ///
     /// Returns what `edit` returned. Raises EMidiError when the song cannot be changed now, with
     /// the reason, which has been shown through `host`. What `edit` throws is passed on; the song
     /// is as before then, if `kind` keeps it.
     bool Change(const ChangeKind& kind, MessageHost& host, const Edit& edit);
+
+    /// For changes in place: true while there is a reason not to change the song (WhyNoChange). The
+    /// listeners are told then that somebody wanted to.
+    bool RefusesChange() const;
+    /// Why the song must not be changed now, in the user's words: another one is heard in its place
+    /// or is being loaded. Null when it may be changed.
+    const Text* WhyNoChange() const;
+    /// Another song is being loaded and will replace this one, or not any more: what is changed
+    /// meanwhile would be lost.
+    void SetAwaitsSong(bool awaits) { awaitsSong_ = awaits; }
+    /// Another song is heard in place of this one.
+    bool HearsOther() const { return transport_ && transport_->Heard(); }
 
     /// A change is being made, which may ask the user in between: the song is not in order then.
     bool Changing() const { return changing_; }
@@ -70,11 +84,15 @@ public:
     /// Grows before each edit: links found at another revision may lead to events that are gone.
     std::uint64_t Revision() const { return revision_; }
 
+    /// Grows with every edit, also of data bytes in place.
+    std::uint64_t Edits() const { return revision_ + edits_; }
+
     /// The practice tempo in quarter notes per minute against the file's; 0 without a player.
     std::int32_t TempoOffset() const { return player_ ? player_->TempoOffset() : 0; }
     /// The song differs from its file: by an edit, or by the practice tempo, which would be saved.
     bool Modified() const;
-    /// The user has changed a data byte of the song in place, as the mixer's controls do.
+    /// The user has changed a data byte of the song in place, as the mixer's controls do. The
+    /// listeners are told where it was unmodified.
     void MarkModified();
     /// The song has been written to `file` in `format`. Its practice tempo is that of the file from
     /// now on.
@@ -99,7 +117,9 @@ private:
 
     Workspace work_;
     bool changing_ = false;
+    bool awaitsSong_ = false;
     std::uint64_t revision_ = 0;
+    std::uint64_t edits_ = 0; // in place
     song::SongEncoder encoder_;
     session::TakeBack takeBack_;
     ListenerList listeners_;

@@ -32,6 +32,10 @@ public:
     virtual void OnRoutes() {}
     /// An output or its state has changed.
     virtual void OnPorts() {}
+    /// Another song is heard in place of the one in memory, or that one again.
+    virtual void OnHeardSong() {}
+    /// The song was to be changed while it must not be: it was not. See Session::WhyNoChange.
+    virtual void OnChangeRefused() {}
 };
 
 } // namespace tracksmith::session

@@ -5,6 +5,7 @@ set(SOURCES
   listener_list.h
   output_choice.cpp
   output_choice.h
+  other_song.h
   session.cpp
   session.h
   session_listener.h
@@ -14,4 +15,5 @@ set(SOURCES
   texts.h
   transport.cpp
   transport.h
+  transport_other_song.cpp
   workspace.h)

@@ -14,6 +14,18 @@ inline constexpr Text kNoMemory{De{"Speicherzuordnungsfehler: Bitte mehr Speiche
 inline constexpr Text kNotChanged{De{"Der Song wurde nicht geändert."},
                                   En{"The song was not changed."}};
 
+inline constexpr Text kHearsOther{
+    De{"Sie hören gerade einen anderen Stand des Songs. Zum Ändern schalten Sie zuerst auf "
+       "\"Nachher\" zurück (Strg+B) oder stoppen das Vorhören."},
+    En{"You are hearing another state of the song. To change it, switch back to \"After\" first "
+       "(Ctrl+B) or stop the preview."}};
+
+inline constexpr Text kAwaitsSong{
+    De{"Ein anderer Song wird gerade geladen. Bis er da ist, bleibt dieser, wie er ist: Warten Sie "
+       "kurz, oder brechen Sie das Laden ab."},
+    En{"Another song is being loaded. Until it is here this one stays as it is: wait a moment, or "
+       "cancel loading."}};
+
 /// Why nothing can be done with the song while a port's driver does not return.
 std::string PortHangs(Language language, std::string_view port);
 

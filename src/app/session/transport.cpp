@@ -1,6 +1,8 @@
 #include "app/session/transport.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "app/session/texts.h"
 #include "song/practice_tempo.h"
@@ -23,9 +25,14 @@ Transport::Transport(const Workspace& workspace, player::TMidiPlayer& player,
 
 void Transport::TakeSong() {
     Told(player_.SongLoaded());
+    const bool heardOther = std::exchange(other_, nullptr) != nullptr;
+    ownMap_.reset();
     loop_.reset();
     movedMs_ = 0;
     movedTick_ = 0;
+    if (heardOther) {
+        listeners_.Tell(&SessionListener::OnHeardSong);
+    }
     listeners_.Tell(&SessionListener::OnLoop);
     listeners_.Tell(&SessionListener::OnTempo);
     listeners_.Tell(&SessionListener::OnPlace);
@@ -44,7 +51,7 @@ bool Transport::Play() {
         return false;
     }
     // At the end there is nothing left to hear: the song begins again.
-    if (Ms() >= player_.SongEndTime()) {
+    if (player_.Position() >= player_.SongEndTime()) {
         MoveToStart();
     }
     const bool plays = Told(static_cast<bool>(player_.Play()));
@@ -78,7 +85,7 @@ void Transport::MoveToStart() {
 
 void Transport::MoveToEnd() {
     const std::int64_t end = player_.SongEndTime();
-    MoveToMs(end, static_cast<std::int32_t>(song::MsToTick(*Map(), end)));
+    MoveToMs(end, OwnTick(song::MsToTick(*player_.Place().map, end)));
 }
 
 void Transport::MoveByMeasures(int measures) {
@@ -95,7 +102,8 @@ void Transport::MoveByMeasures(int measures) {
 }
 
 void Transport::MoveToTick(std::int32_t tick) {
-    MoveToMs(song::TickToMs(*Map(), std::max(tick, 0)), std::max(tick, 0));
+    const std::int32_t own = std::max(tick, 0);
+    MoveToMs(song::TickToMs(*player_.Place().map, PlayedTick(own)), own);
 }
 
 void Transport::MoveToMs(std::int64_t ms, std::int32_t tick) {
@@ -115,8 +123,7 @@ std::int32_t Transport::Tick() const {
     if (!workspace_.hasSong || place.map->timeZones.empty()) {
         return 0;
     }
-    return place.ms == movedMs_ ? movedTick_
-                                : static_cast<std::int32_t>(song::MsToTick(*place.map, place.ms));
+    return place.ms == movedMs_ ? movedTick_ : OwnTick(song::MsToTick(*place.map, place.ms));
 }
 
 void Transport::LoopFromHere() {
@@ -134,7 +141,7 @@ void Transport::SetLoop(std::int32_t startTick, std::int32_t endTick) {
     if (!workspace_.hasSong || startTick == endTick) {
         return;
     }
-    if (!Told(player_.SetLoop(startTick, endTick))) {
+    if (!Told(player_.SetLoop(PlayedTick(startTick), PlayedTick(endTick)))) {
         return;
     }
     loop_ = LoopRange{std::min(startTick, endTick), std::max(startTick, endTick), true};
@@ -155,12 +162,26 @@ void Transport::SetLooping(bool on) {
     listeners_.Tell(&SessionListener::OnLoop);
 }
 
+void Transport::TakeLoop(const std::optional<LoopRange>& loop) {
+    if (loop) {
+        SetLoop(loop->startTick, loop->endTick);
+    }
+    SetLooping(loop && loop->on);
+    if (!loop) {
+        loop_.reset();
+        listeners_.Tell(&SessionListener::OnLoop);
+    }
+}
+
 void Transport::SetTempoOffset(std::int32_t offset) {
     if (!workspace_.hasSong || offset == player_.TempoOffset()) {
         return;
     }
     if (!Told(player_.SetTempoOffset(offset))) {
         return;
+    }
+    if (other_) {
+        ownMap_ = std::make_shared<const song::TimeMap>(song::MovedTimeMap(*ownMap_, offset));
     }
     listeners_.Tell(&SessionListener::OnTempo);
     listeners_.Tell(&SessionListener::OnFileState);

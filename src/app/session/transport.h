@@ -8,6 +8,7 @@
 #include "base/message_host.h"
 
 #include "app/session/listener_list.h"
+#include "app/session/other_song.h"
 #include "app/session/output_choice.h"
 #include "app/session/workspace.h"
 #include "app/settings/settings_store.h"
@@ -48,10 +49,19 @@ public:
     void MoveByMeasures(int measures);
     void MoveToTick(std::int32_t tick);
 
-    /// The current place in ticks and milliseconds, and the time map that it is read by.
+    /// The current place in ticks and milliseconds of the song in memory, and the time map that it
+    /// is read by.
     std::int32_t Tick() const;
-    std::int64_t Ms() const { return player_.Position(); }
-    std::shared_ptr<const song::TimeMap> Map() const { return player_.Place().map; }
+    std::int64_t Ms() const;
+    std::shared_ptr<const song::TimeMap> Map() const;
+
+    /// Lets `other` be heard from the place that belongs to the current one, in place of the song
+    /// in memory, which stays as it is; for null that one again. Playing goes on. All places remain
+    /// those of the song in memory. Another song in memory ends it. False, and told, while a driver
+    /// hangs. Throws std::bad_alloc.
+    bool Hear(std::shared_ptr<OtherSong> other);
+    /// The song that is heard in place of the one in memory; null when that one is heard.
+    const std::shared_ptr<OtherSong>& Heard() const { return other_; }
 
     /// Loop ends in ticks.
     struct LoopRange {
@@ -67,6 +77,8 @@ public:
     void LoopToHere();
     void SetLoop(std::int32_t startTick, std::int32_t endTick);
     void SetLooping(bool on);
+    /// Makes the loop what it was at another time.
+    void TakeLoop(const std::optional<LoopRange>& loop);
 
     /// Practice tempo: all tempos of the song move with that of the current place. Quarter notes
     /// per minute, 25 to 65,535; per cent of the file's tempo at the current place.
@@ -96,6 +108,9 @@ private:
     bool Told(bool done) const;
     void SetTempoOffset(std::int32_t offset);
     void MoveToMs(std::int64_t ms, std::int32_t tick);
+    bool HearOther(std::shared_ptr<OtherSong> other);
+    std::int32_t PlayedTick(std::int32_t tick) const;
+    std::int32_t OwnTick(std::int64_t played) const;
     void OnPlaying(bool playing);
     void OnPorts();
 
@@ -105,6 +120,9 @@ private:
     const ListenerList& listeners_;
     MessageHost& host_;
     std::optional<LoopRange> loop_;
+    std::shared_ptr<OtherSong> other_;
+    // The time map of the song in memory while another is heard.
+    std::shared_ptr<const song::TimeMap> ownMap_;
     // The tick last moved to; milliseconds are too coarse to find it again.
     std::int64_t movedMs_ = 0;
     std::int32_t movedTick_ = 0;

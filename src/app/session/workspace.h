@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
+#include <vector>
+
 #include "app/session/file_state.h"
 #include "instruments/output_assignment.h"
 #include "instruments/preparation.h"
@@ -27,11 +31,23 @@ struct WorkOptions {
     bool skipNoteCheck = false;
 };
 
+/// The bytes that a song was decoded from, and how they were read.
+struct SongSource {
+    /// Null for none.
+    std::shared_ptr<const std::vector<std::uint8_t>> bytes;
+    song::DecodeOptions decodeOptions;
+    bool runningStatusAcrossSysex = false;
+    /// The song has been saved since, so that the file is another one.
+    bool saved = false;
+};
+
 /// The one song that is worked on, with its file, its reports and its options. Owned by a Session;
 /// written only inside Session::Change.
 struct Workspace : WorkOptions {
     song::Song song;
     FileState file;
+    /// The file as it was loaded, before preparing and the like.
+    SongSource loaded;
     /// True once a file has been loaded or a song made.
     bool hasSong = false;
     /// The song differs from its file by an edit of the user. A practice tempo does not count

@@ -39,6 +39,22 @@ TEST_F(SessionTest, AnEditThatChangesNothingLeavesNoTrace) {
     EXPECT_FALSE(session.LastChange().Available());
 }
 
+TEST_F(SessionTest, WhileAnotherSongIsAwaitedThisOneCanOnlyBeReplaced) {
+    Open(ThreeNotes());
+    const Bytes before = Saved();
+    session.Controls().Play();
+    session.SetAwaitsSong(true);
+    EXPECT_TRUE(session.RefusesChange());
+    EXPECT_THROW(ChangeWhole(), EMidiError);
+    EXPECT_EQ(host.messages.back(), session.WhyNoChange()->english);
+    EXPECT_TRUE(session.Controls().Playing());
+    EXPECT_EQ(Saved(), before);
+    Open(ThreeNotes(72));
+    session.SetAwaitsSong(false);
+    EXPECT_EQ(session.WhyNoChange(), nullptr);
+    EXPECT_TRUE(ChangeWhole());
+}
+
 TEST_F(SessionTest, AFailedEditLeavesTheSongAsItWas) {
     Open(ThreeNotes());
     const Bytes before = Saved();

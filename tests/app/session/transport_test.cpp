@@ -75,5 +75,49 @@ TEST_F(TransportTest, TemposAreClampedOnce) {
     EXPECT_GT(session.Controls().Bpm(), 65'000); // as near as whole microseconds allow
 }
 
+// Edits are refused meanwhile; places, loop and practice tempo stay those of the song in memory.
+TEST_F(TransportTest, AnotherStateOfTheSongIsHeardAndNothingIsChanged) {
+    Open(ThreeNotes());
+    const Bytes before = Saved();
+    const auto other = std::make_shared<OtherSong>();
+    Workspace work;
+    Decode(work, ThreeNotes(72));
+    other->song.Swap(work.song);
+    other->places = song::PlaceMap({{0, 1'000, 0}, {1'500, 5'000, -500}}); // 500 ticks were cut
+    Transport& controls = session.Controls();
+    controls.SetLoop(1'200, 2'000);
+    controls.SetLooping(false);
+    controls.MoveToTick(500);
+    controls.Play();
+    EXPECT_EQ(Hear(10), std::vector<int>{});
+    ASSERT_TRUE(controls.Hear(other));
+    EXPECT_EQ(controls.Tick(), 510);
+    EXPECT_EQ(Hear(1'200), std::vector<int>{72}); // at 1,710 of the other one
+    EXPECT_EQ(controls.Tick(), 1'210);
+    EXPECT_EQ(controls.Player().Loop().startTick, 1'700);
+    EXPECT_THROW(ChangeWhole(), EMidiError);
+    EXPECT_NE(host.messages.back().find("Ctrl+B"), std::string::npos);
+    EXPECT_EQ(session.Revision(), 1U);
+    EXPECT_TRUE(controls.Playing());
+    controls.SetTempoPercent(50);
+    EXPECT_EQ(controls.Bpm(), 60);
+    ASSERT_TRUE(controls.Hear(nullptr));
+    EXPECT_EQ(controls.Tick(), 1'210);
+    EXPECT_EQ(controls.Bpm(), 60);
+    EXPECT_EQ(Hear(1'700), std::vector<int>{60});
+    controls.ResetTempo();
+    EXPECT_EQ(Saved(), before);
+    EXPECT_FALSE(session.Modified());
+    ASSERT_TRUE(controls.Hear(other));
+    Open(ThreeNotes(80)); // is made, and heard
+    EXPECT_FALSE(session.HearsOther());
+    AwaitSending();
+    driver.Take();
+    controls.Play();
+    EXPECT_EQ(Hear(50), std::vector<int>{80});
+    controls.Hear(other);
+    EXPECT_TRUE(controls.Playing());
+}
+
 } // namespace
 } // namespace tracksmith::session
