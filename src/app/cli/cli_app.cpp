@@ -3,12 +3,13 @@
 #include <exception>
 #include <new>
 #include <ostream>
-#include <vector>
+#include <string>
 
 #include "base/data_folders.h"
 
 #include "app/cli/commands.h"
 #include "app/cli/texts.h"
+#include "app/components.h"
 #include "app/texts.h"
 
 namespace tracksmith::cli {
@@ -30,68 +31,20 @@ Language LanguageOf(std::span<const std::string> arguments, Language fallback) {
     return language;
 }
 
-void TranslateLabels(CLI::App& app, Language language) {
-    if (language != Language::German) {
-        return;
-    }
-    const auto formatter = std::make_shared<CLI::Formatter>();
-    formatter->label("Usage", "Aufruf");
-    formatter->label("OPTIONS", "OPTIONEN");
-    formatter->label("SUBCOMMAND", "BEFEHL");
-    formatter->label("SUBCOMMANDS", "BEFEHLE");
-    formatter->label("Positionals", "Angaben");
-    formatter->label("REQUIRED", "(nötig)");
-    app.formatter(formatter);
-    app.option_defaults()->group("Optionen");
-}
-
-void AddCommonOptions(CLI::App& app, CliContext& context, const CliEnvironment& environment) {
-    app.set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
-    app.set_version_flag("--version", "tracksmith-cli " + std::string(environment.version),
-                         context.Say(texts::kHelpVersion));
-    app.add_option_function<std::string>(
-           "--lang",
-           [&context](const std::string& value) {
-               context.language = value == "de" ? Language::German : Language::English;
-           },
-           context.Say(texts::kHelpLang))
-        ->type_name("de|en")
-        ->check([](const std::string& value) {
-            return value == "de" || value == "en" ? std::string() : "--lang: de, en";
-        });
-    app.add_flag("-q,--quiet", context.quiet, context.Say(texts::kHelpQuiet));
-    app.add_flag("-y,--yes", context.yes, context.Say(texts::kHelpYes));
-    app.require_subcommand(1);
-    app.allow_windows_style_options(false);
-    app.fallthrough(); // common options may stand behind the command
-}
-
-int RunParsed(CliContext& context) {
-    const int code = context.run();
-    context.out.flush();
-    if (!context.out) {
-        context.log << context.Say(texts::kOutputLost) << "\n";
-        return kWriteFailed;
-    }
-    return code;
-}
-
-int ParseAndRun(CLI::App& app, std::span<const std::string> arguments, CliContext& context) {
-    try {
-        // The parser takes them from the back.
-        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    } catch (const CLI::CallForHelp&) {
-        context.out << app.help();
-        return kOk;
-    } catch (const CLI::CallForVersion& version) {
-        context.out << version.what() << "\n";
-        return kOk;
-    } catch (const CLI::ParseError& error) {
-        context.log << context.Say(texts::kUsageError) << error.what() << "\n"
-                    << context.Say(texts::kUsageHint) << "\n";
-        return kUsage;
-    }
-    return RunParsed(context);
+void AddCommands(Command& program, CliContext& context) {
+    AddInfoCommand(program, context);
+    AddCheckCommand(program, context);
+    AddConvertCommand(program, context);
+    AddRevoiceCommand(program, context);
+    AddSetCommand(program, context);
+    AddRangeCommand(program, context);
+    AddRenderCommand(program, context);
+    AddPlayCommand(program, context);
+    AddPortsCommand(program, context);
+    AddInstrumentsCommand(program, context);
+    AddVoicesCommand(program, context);
+    AddBackupsCommand(program, context);
+    AddDiffCommand(program, context);
 }
 
 } // namespace
@@ -110,27 +63,10 @@ int RunCli(std::span<const std::string> arguments, const CliEnvironment& environ
                        &voices,
                        {}};
     try {
-        CLI::App app(context.Say(texts::kHelpProgram), "tracksmith-cli");
-        TranslateLabels(app, context.language);
-        AddCommonOptions(app, context, environment);
-        AddInfoCommand(app, context);
-        AddCheckCommand(app, context);
-        AddConvertCommand(app, context);
-        AddRevoiceCommand(app, context);
-        AddSetCommand(app, context);
-        AddRangeCommand(app, context);
-        AddRenderCommand(app, context);
-        AddPlayCommand(app, context);
-        AddPortsCommand(app, context);
-        AddInstrumentsCommand(app, context);
-        AddVoicesCommand(app, context);
-        AddBackupsCommand(app, context);
-        AddDiffCommand(app, context);
-        for (CLI::App* command : app.get_subcommands({})) {
-            command->group(context.Say(texts::kHelpCommands));
-            command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
-        }
-        return ParseAndRun(app, arguments, context);
+        return ParseAndRun(context, arguments,
+                           app::VersionText("tracksmith-cli " + std::string(environment.version),
+                                            app::Program::CommandLine, context.language),
+                           [&](Command& program) { AddCommands(program, context); });
     } catch (const std::bad_alloc&) {
         // Without any piece of memory.
         context.log << app::texts::kBufferMemory.In(context.language) << std::endl;

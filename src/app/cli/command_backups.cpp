@@ -148,29 +148,21 @@ int RestoreTo(const CliContext& context, const BackupsArguments& arguments) {
 
 } // namespace
 
-void AddBackupsCommand(CLI::App& app, CliContext& context) {
+void AddBackupsCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<BackupsArguments>();
-    CLI::App* command = app.add_subcommand("backups", context.Say(texts::kHelpBackups));
-    command->require_subcommand(1);
-    CLI::App* list = command->add_subcommand("list", context.Say(texts::kHelpBackupsList));
-    list->add_flag("--json", arguments->json, context.Say(texts::kHelpBackupsJson));
-    list->callback([&context, arguments] {
-        context.run = [&context, arguments] { return ListBackups(context, *arguments); };
-    });
-    CLI::App* restore = command->add_subcommand("restore", context.Say(texts::kHelpBackupsRestore));
-    restore->add_option("BACKUP", arguments->wanted, context.Say(texts::kHelpBackupWanted))
-        ->required()
-        ->type_name("");
-    restore->add_option("-o,--out", arguments->out, context.Say(texts::kHelpBackupOut))
-        ->required()
-        ->type_name("FILE");
-    restore->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RestoreTo(context, *arguments); };
-    });
-    for (CLI::App* each : {list, restore}) {
-        each->group(context.Say(texts::kHelpCommands));
-        each->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
-    }
+    Command command = app.Add("backups", context.Say(texts::kHelpBackups));
+    command.NeedsCommand();
+    Command list = command.Add("list", context.Say(texts::kHelpBackupsList));
+    list.Flag("--json", arguments->json, context.Say(texts::kHelpBackupsJson));
+    list.Runs([&context, arguments] { return ListBackups(context, *arguments); });
+    Command restore = command.Add("restore", context.Say(texts::kHelpBackupsRestore));
+    restore.Option("BACKUP", arguments->wanted, context.Say(texts::kHelpBackupWanted))
+        .Required()
+        .Value("");
+    restore.Option("-o,--out", arguments->out, context.Say(texts::kHelpBackupOut))
+        .Required()
+        .Value("FILE");
+    restore.Runs([&context, arguments] { return RestoreTo(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

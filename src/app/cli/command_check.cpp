@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <memory>
 #include <ostream>
-#include <system_error>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
@@ -12,12 +11,12 @@
 #include "app/cli/commands.h"
 #include "app/cli/info_json.h"
 #include "app/cli/instrument_choice.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 #include "app/health/repair.h"
 #include "app/note_report.h"
+#include "app/output_names.h"
 #include "app/save_song.h"
 #include "song/song_position.h"
 
@@ -32,6 +31,7 @@ struct CheckArguments {
     std::string out;
     std::string report;
     bool repair = false;
+    bool skipDone = false;
     bool strict = false;
     bool json = false;
     ReadingOptions reading;
@@ -48,6 +48,10 @@ public:
             context_.log << context_.Say(texts::kRepairNeedsOut) << "\n";
             return kUsage;
         }
+        if (arguments_.skipDone && !arguments_.repair) {
+            context_.log << context_.Say(texts::kSkipDoneNeedsOut) << "\n";
+            return kUsage;
+        }
         if (!arguments_.instrument.empty()) {
             const auto* instrument = ChooseInstrument(context_, arguments_.instrument);
             if (instrument == nullptr) {
@@ -58,6 +62,11 @@ public:
             options_.voices = context_.voices;
         }
         NameFiles(batch_.Expand(arguments_.files));
+        if (arguments_.skipDone) {
+            batch_.SetDone([this](const InputFile& input, std::size_t index) {
+                return IsDone(input, targets_[index].song);
+            });
+        }
         batch_.SetUp([&](session::WorkOptions& options) { arguments_.reading.SetUp(options); });
         const int code = batch_.Run([this](SongJob& job) { return Examine(job); },
                                     [this](CliContext& sink, const InputFailure& failure) {
@@ -77,11 +86,11 @@ private:
     };
 
     void NameFiles(const std::vector<InputFile>& inputs) {
-        OutputNames songs(PathOf(arguments_.out), inputs);
-        OutputNames reports(PathOf(arguments_.report), inputs);
+        app::OutputNames songs(PathOf(arguments_.out), PathsOf(inputs));
+        app::OutputNames reports(PathOf(arguments_.report), PathsOf(inputs));
         for (const InputFile& input : inputs) {
-            const fs::path song = songs.Next(input);
-            const fs::path report = reports.Next(input);
+            const fs::path song = songs.Next(input.relative);
+            const fs::path report = reports.Next(input.relative);
             targets_.push_back(
                 {song, app::NoteReportFile(report.parent_path(), report), songs.IsInput(song)});
         }
@@ -117,10 +126,8 @@ private:
         if (!app::ConfirmOverwrite(target, job.host)) {
             return kWriteFailed;
         }
-        std::error_code ignored; // writing reports what cannot be created
-        fs::create_directories(target.parent_path(), ignored);
-        app::WriteMidiFile(target, app::EncodeSong(job.session, app::SaveFormat::AsSong, job.host),
-                           job.host);
+        app::WriteResult(target, app::EncodeSong(job.session, app::SaveFormat::AsSong, job.host),
+                         job.host);
         if (!context_.quiet) {
             job.context.log << job.input.Name() << " -> " << DisplayPath(system::PathText(target))
                             << "\n";
@@ -164,25 +171,20 @@ private:
 
 } // namespace
 
-void AddCheckCommand(CLI::App& app, CliContext& context) {
+void AddCheckCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<CheckArguments>();
-    CLI::App* command = app.add_subcommand("check", context.Say(texts::kHelpCheck));
-    command->add_option("FILE", arguments->files, context.Say(texts::kHelpFiles))
-        ->required()
-        ->type_name("");
-    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpCheckFor))
-        ->type_name("NAME");
-    command->add_flag("--repair", arguments->repair, context.Say(texts::kHelpRepair));
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpRepairOut))
-        ->type_name("DIR");
-    command->add_flag("--strict", arguments->strict, context.Say(texts::kHelpStrict));
-    command->add_option("--report", arguments->report, context.Say(texts::kHelpReport))
-        ->type_name("DIR");
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpJson));
-    arguments->reading.AddTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return Check(context, *arguments).Run(); };
-    });
+    Command command = app.Add("check", context.Say(texts::kHelpCheck));
+    command.Option("FILE", arguments->files, context.Say(texts::kHelpFiles)).Required().Value("");
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpCheckFor))
+        .Value("NAME");
+    command.Flag("--repair", arguments->repair, context.Say(texts::kHelpRepair));
+    command.Option("-o,--out", arguments->out, context.Say(texts::kHelpRepairOut)).Value("DIR");
+    command.Flag("--skip-done", arguments->skipDone, context.Say(texts::kHelpSkipDone));
+    command.Flag("--strict", arguments->strict, context.Say(texts::kHelpStrict));
+    command.Option("--report", arguments->report, context.Say(texts::kHelpReport)).Value("DIR");
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpJson));
+    arguments->reading.AddTo(command, context);
+    command.Runs([&context, arguments] { return Check(context, *arguments).Run(); });
 }
 
 } // namespace tracksmith::cli

@@ -2,7 +2,6 @@
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -12,12 +11,12 @@
 #include "app/cli/commands.h"
 #include "app/cli/info_json.h"
 #include "app/cli/instrument_choice.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/revoice_table_file.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
 #include "app/cli/user_settings.h"
+#include "app/output_names.h"
 #include "app/prepare_song.h"
 #include "app/revoice.h"
 #include "app/save_song.h"
@@ -45,6 +44,7 @@ struct ConvertArguments {
     bool inPlace = false;
     std::string leadIn;
     std::string revoice;
+    bool skipDone = false;
     bool dryRun = false;
     bool json = false;
     ReadingOptions reading;
@@ -82,6 +82,11 @@ public:
         }
         NameTargets(inputs);
         batch_.SetUp([this](session::WorkOptions& options) { SetUp(options); });
+        if (arguments_.skipDone) {
+            batch_.SetDone([this](const InputFile& input, std::size_t index) {
+                return IsDone(input, targets_[index].path);
+            });
+        }
         batch_.SetJobs(inputs.size() > 1 ? arguments_.jobs : 1);
         return batch_.Run([this](SongJob& job) { return Convert(job); });
     }
@@ -89,9 +94,9 @@ public:
 private:
     // Before the work, so that the names do not depend on who is ready first.
     void NameTargets(const std::vector<InputFile>& inputs) {
-        OutputNames names(PathOf(arguments_.out), inputs);
+        app::OutputNames names(PathOf(arguments_.out), PathsOf(inputs));
         for (const InputFile& input : inputs) {
-            const fs::path target = arguments_.inPlace ? input.path : names.Next(input);
+            const fs::path target = arguments_.inPlace ? input.path : names.Next(input.relative);
             targets_.push_back({target, !arguments_.inPlace && names.IsInput(target)});
         }
     }
@@ -131,6 +136,9 @@ private:
         }
         if (arguments_.withSettings && arguments_.instrument.empty()) {
             return &texts::kWithSettingsAlone;
+        }
+        if (arguments_.skipDone && (arguments_.out.empty() || arguments_.ToStandardOutput())) {
+            return &texts::kSkipDoneNeedsOut;
         }
         if (arguments_.inPlace && !arguments_.out.empty()) {
             return &texts::kOutAndInPlace;
@@ -195,9 +203,7 @@ private:
             if (!arguments_.inPlace && !app::ConfirmOverwrite(target, job.host)) {
                 return kWriteFailed;
             }
-            std::error_code error; // writing reports what cannot be created
-            fs::create_directories(target.parent_path(), error);
-            app::WriteMidiFile(target, bytes, job.host);
+            app::WriteResult(target, bytes, job.host);
         }
         if (arguments_.json) {
             job.context.out << ConversionJson(job.input.ExactName(), system::PathText(target),
@@ -234,50 +240,45 @@ private:
 
 } // namespace
 
-void AddConvertCommand(CLI::App& app, CliContext& context) {
+void AddConvertCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<ConvertArguments>();
-    CLI::App* command = app.add_subcommand("convert", context.Say(texts::kHelpConvert));
-    command->add_option("FILE", arguments->files, context.Say(texts::kHelpFiles))
-        ->required()
-        ->type_name("");
-    command->add_option("--format", arguments->format, context.Say(texts::kHelpFormat))
-        ->type_name("0|1")
-        ->check([](const std::string& value) {
+    Command command = app.Add("convert", context.Say(texts::kHelpConvert));
+    command.Option("FILE", arguments->files, context.Say(texts::kHelpFiles)).Required().Value("");
+    command.Option("--format", arguments->format, context.Say(texts::kHelpFormat))
+        .Value("0|1")
+        .Check([](const std::string& value) {
             return value == "0" || value == "1" ? std::string() : "--format: 0, 1";
         });
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutFolder))
-        ->type_name("DIR");
-    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpInstrument))
-        ->type_name("NAME");
-    command->add_flag("--with-settings", arguments->withSettings,
-                      context.Say(texts::kHelpWithSettings));
-    command->add_flag("--gm-before-gs", arguments->gmBeforeGs, context.Say(texts::kHelpGmBeforeGs));
-    command->add_option("--sysex-track", arguments->sysexTrack, context.Say(texts::kHelpSysexTrack))
-        ->type_name("N")
-        ->check(CLI::Range(1, instruments::kMostSysexTrack + 1));
-    command->add_option("--lead-in", arguments->leadIn, context.Say(texts::kHelpLeadIn))
-        ->type_name("auto")
-        ->check([](const std::string& value) {
+    command.Option("-o,--out", arguments->out, context.Say(texts::kHelpOutFolder)).Value("DIR");
+    command.Flag("--skip-done", arguments->skipDone, context.Say(texts::kHelpSkipDone));
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpInstrument))
+        .Value("NAME");
+    command.Flag("--with-settings", arguments->withSettings, context.Say(texts::kHelpWithSettings));
+    command.Flag("--gm-before-gs", arguments->gmBeforeGs, context.Say(texts::kHelpGmBeforeGs));
+    command.Option("--sysex-track", arguments->sysexTrack, context.Say(texts::kHelpSysexTrack))
+        .Value("N")
+        .Between(1, instruments::kMostSysexTrack + 1);
+    command.Option("--lead-in", arguments->leadIn, context.Say(texts::kHelpLeadIn))
+        .Value("auto")
+        .Check([](const std::string& value) {
             return value == "auto" ? std::string() : "--lead-in: auto";
         });
-    command->add_option("--revoice", arguments->revoice, context.Say(texts::kHelpConvertRevoice))
-        ->type_name("FILE");
-    command->add_option("-j,--jobs", arguments->jobs, context.Say(texts::kHelpJobs))
-        ->type_name("N")
-        ->check(CLI::Range(1, kMostJobs));
-    command->add_flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
-    command->add_flag("--running-status", arguments->runningStatus,
-                      context.Say(texts::kHelpRunningStatus));
-    command->add_flag("--omit-port-events", arguments->omitPortEvents,
-                      context.Say(texts::kHelpOmitPorts));
-    command->add_flag("--split", arguments->split, context.Say(texts::kHelpSplit));
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpConvertJson));
-    command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
-    arguments->reading.AddTo(*command, context);
-    arguments->reading.AddNoteLengthTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return Conversion(context, *arguments).Run(); };
-    });
+    command.Option("--revoice", arguments->revoice, context.Say(texts::kHelpConvertRevoice))
+        .Value("FILE");
+    command.Option("-j,--jobs", arguments->jobs, context.Say(texts::kHelpJobs))
+        .Value("N")
+        .Between(1, kMostJobs);
+    command.Flag("--in-place", arguments->inPlace, context.Say(texts::kHelpInPlace));
+    command.Flag("--running-status", arguments->runningStatus,
+                 context.Say(texts::kHelpRunningStatus));
+    command.Flag("--omit-port-events", arguments->omitPortEvents,
+                 context.Say(texts::kHelpOmitPorts));
+    command.Flag("--split", arguments->split, context.Say(texts::kHelpSplit));
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpConvertJson));
+    command.Flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    arguments->reading.AddTo(command, context);
+    arguments->reading.AddNoteLengthTo(command, context);
+    command.Runs([&context, arguments] { return Conversion(context, *arguments).Run(); });
 }
 
 } // namespace tracksmith::cli

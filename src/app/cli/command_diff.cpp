@@ -1,10 +1,14 @@
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 
+#include "app/channel_voices.h"
 #include "app/cli/commands.h"
 #include "app/cli/diff_texts.h"
 #include "app/cli/info_json.h"
+#include "app/cli/instrument_choice.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/diff/compare_songs.h"
@@ -17,6 +21,7 @@ namespace {
 struct DiffArguments {
     std::string before;
     std::string after;
+    std::string instrument;
     bool json = false;
     ReadingOptions reading;
 };
@@ -53,6 +58,19 @@ int Load(CliContext& context, const DiffArguments& arguments, const std::string&
         });
 }
 
+// None without an instrument.
+diff::VoiceNamer NamerFor(const CliContext& context, const instruments::Instrument* instrument) {
+    if (instrument == nullptr) {
+        return {};
+    }
+    return [&context, id = instrument->id](std::uint8_t channel, std::optional<std::uint8_t> msb,
+                                           std::optional<std::uint8_t> lsb, std::uint8_t program) {
+        return app::VoiceOfChannel(*context.voices, {channel, 0, msb, lsb, program}, id, {},
+                                   context.language)
+            .name;
+    };
+}
+
 int Compare(CliContext& context, const DiffArguments& arguments) {
     LoadedSong before;
     LoadedSong after;
@@ -62,34 +80,41 @@ int Compare(CliContext& context, const DiffArguments& arguments) {
     if (const int code = Load(context, arguments, arguments.after, after); code != kOk) {
         return code;
     }
+    const instruments::Instrument* instrument = nullptr;
+    if (!arguments.instrument.empty()) {
+        instrument = ChooseInstrument(context, arguments.instrument);
+        if (instrument == nullptr) {
+            return kUsage;
+        }
+    }
+    const diff::Wording wording{context.language, NamerFor(context, instrument)};
     const diff::Differences differences = diff::CompareSongs(before.song, after.song);
     if (arguments.json) {
         context.out << diff::DifferencesJson(differences, before.song, after.song, before.name,
-                                             after.name, context.language)
+                                             after.name, wording)
                     << "\n";
     } else if (!differences.Same() || !context.quiet) {
-        context.out << diff::DifferencesText(differences, before.song, after.song,
-                                             context.language);
+        context.out << diff::DifferencesText(differences, before.song, after.song, wording);
     }
     return differences.Same() ? kOk : kFindings;
 }
 
 } // namespace
 
-void AddDiffCommand(CLI::App& app, CliContext& context) {
+void AddDiffCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<DiffArguments>();
-    CLI::App* command = app.add_subcommand("diff", context.Say(texts::kHelpDiff));
-    command->add_option("BEFORE", arguments->before, context.Say(texts::kHelpDiffBefore))
-        ->required()
-        ->type_name("");
-    command->add_option("AFTER", arguments->after, context.Say(texts::kHelpDiffAfter))
-        ->required()
-        ->type_name("");
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpDiffJson));
-    arguments->reading.AddTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return Compare(context, *arguments); };
-    });
+    Command command = app.Add("diff", context.Say(texts::kHelpDiff));
+    command.Option("BEFORE", arguments->before, context.Say(texts::kHelpDiffBefore))
+        .Required()
+        .Value("");
+    command.Option("AFTER", arguments->after, context.Say(texts::kHelpDiffAfter))
+        .Required()
+        .Value("");
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpDiffInstrument))
+        .Value("NAME");
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpDiffJson));
+    arguments->reading.AddTo(command, context);
+    command.Runs([&context, arguments] { return Compare(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

@@ -78,21 +78,17 @@ int RunInfo(CliContext& context, const InfoArguments& arguments) {
 
 } // namespace
 
-void AddInfoCommand(CLI::App& app, CliContext& context) {
+void AddInfoCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<InfoArguments>();
-    CLI::App* command = app.add_subcommand("info", context.Say(texts::kHelpInfo));
-    command->add_option("FILE", arguments->files, context.Say(texts::kHelpFiles))
-        ->required()
-        ->type_name("");
-    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpVoicesOf))
-        ->type_name("NAME");
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpJson));
-    command->add_flag("--all", arguments->all, context.Say(texts::kHelpAll));
-    arguments->reading.AddTo(*command, context);
-    arguments->reading.AddNoteLengthTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RunInfo(context, *arguments); };
-    });
+    Command command = app.Add("info", context.Say(texts::kHelpInfo));
+    command.Option("FILE", arguments->files, context.Say(texts::kHelpFiles)).Required().Value("");
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpVoicesOf))
+        .Value("NAME");
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpJson));
+    command.Flag("--all", arguments->all, context.Say(texts::kHelpAll));
+    arguments->reading.AddTo(command, context);
+    arguments->reading.AddNoteLengthTo(command, context);
+    command.Runs([&context, arguments] { return RunInfo(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

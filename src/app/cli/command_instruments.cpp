@@ -121,16 +121,14 @@ int RunInstruments(const CliContext& context, const InstrumentsArguments& argume
 
 } // namespace
 
-void AddInstrumentsCommand(CLI::App& app, CliContext& context) {
+void AddInstrumentsCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<InstrumentsArguments>();
-    CLI::App* command = app.add_subcommand("instruments", context.Say(texts::kHelpInstruments));
-    command->add_option("SEARCH", arguments->words, context.Say(texts::kHelpSearchInstruments))
-        ->type_name("");
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpInstrumentsJson));
-    command->add_flag("--markdown", arguments->markdown, context.Say(texts::kHelpMarkdown));
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RunInstruments(context, *arguments); };
-    });
+    Command command = app.Add("instruments", context.Say(texts::kHelpInstruments));
+    command.Option("SEARCH", arguments->words, context.Say(texts::kHelpSearchInstruments))
+        .Value("");
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpInstrumentsJson));
+    command.Flag("--markdown", arguments->markdown, context.Say(texts::kHelpMarkdown));
+    command.Runs([&context, arguments] { return RunInstruments(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

@@ -114,40 +114,35 @@ int RunPlay(CliContext& context, const PlayArguments& arguments) {
     });
 }
 
-void AddPlaceOption(CLI::App& command, const CliContext& context, const char* name,
+void AddPlaceOption(Command& command, const CliContext& context, const char* name,
                     std::string& place, const Text& help) {
-    command.add_option(name, place, context.Say(help))
-        ->type_name("M:B")
-        ->check([&context](const std::string& value) {
+    command.Option(name, place, context.Say(help))
+        .Value("M:B")
+        .Check([&context](const std::string& value) {
             return ParsePlace(value) ? std::string() : context.Say(texts::kNoPlace);
         });
 }
 
 } // namespace
 
-void AddPlayCommand(CLI::App& app, CliContext& context) {
+void AddPlayCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<PlayArguments>();
-    CLI::App* command = app.add_subcommand("play", context.Say(texts::kHelpPlay));
-    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
-        ->required()
-        ->type_name("");
-    command->add_option("--port", arguments->port, context.Say(texts::kHelpPort))
-        ->type_name("NAME");
-    AddPlaceOption(*command, context, "--from", arguments->from, texts::kHelpFrom);
-    AddPlaceOption(*command, context, "--to", arguments->to, texts::kHelpTo);
-    command->add_flag("--loop", arguments->loop, context.Say(texts::kHelpLoop));
-    command->add_option("--tempo", arguments->tempo, context.Say(texts::kHelpTempo))
-        ->type_name("TEMPO")
-        ->check([&context](const std::string& value) {
+    Command command = app.Add("play", context.Say(texts::kHelpPlay));
+    command.Option("FILE", arguments->file, context.Say(texts::kHelpFile)).Required().Value("");
+    command.Option("--port", arguments->port, context.Say(texts::kHelpPort)).Value("NAME");
+    AddPlaceOption(command, context, "--from", arguments->from, texts::kHelpFrom);
+    AddPlaceOption(command, context, "--to", arguments->to, texts::kHelpTo);
+    command.Flag("--loop", arguments->loop, context.Say(texts::kHelpLoop));
+    command.Option("--tempo", arguments->tempo, context.Say(texts::kHelpTempo))
+        .Value("TEMPO")
+        .Check([&context](const std::string& value) {
             return ParseTempo(value) ? std::string() : context.Say(texts::kNoTempo);
         });
-    command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
-        ->type_name("SF2");
-    arguments->reading.AddTo(*command, context);
-    arguments->reading.AddNoteLengthTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RunPlay(context, *arguments); };
-    });
+    command.Option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
+        .Value("SF2");
+    arguments->reading.AddTo(command, context);
+    arguments->reading.AddNoteLengthTo(command, context);
+    command.Runs([&context, arguments] { return RunPlay(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

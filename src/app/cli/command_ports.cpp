@@ -93,22 +93,19 @@ int RunPorts(const CliContext& context, bool json) {
 
 } // namespace
 
-void AddPortsCommand(CLI::App& app, CliContext& context) {
+void AddPortsCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<PortsArguments>();
-    CLI::App* command = app.add_subcommand("ports", context.Say(texts::kHelpPorts));
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpPortsJson));
-    CLI::Option* ask =
-        command->add_option("--ask", arguments->ask.output, context.Say(texts::kHelpAsk))
-            ->type_name("OUTPUT");
-    command->add_option("--input", arguments->ask.input, context.Say(texts::kHelpAskInput))
-        ->type_name("INPUT")
-        ->needs(ask);
-    command->callback([&context, arguments, ask] {
-        const bool asks = ask->count() > 0;
-        context.run = [&context, arguments, asks] {
-            return asks ? AskAtPort(context, arguments->ask, arguments->json)
-                        : RunPorts(context, arguments->json);
-        };
+    Command command = app.Add("ports", context.Say(texts::kHelpPorts));
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpPortsJson));
+    const Argument ask =
+        command.Option("--ask", arguments->ask.output, context.Say(texts::kHelpAsk))
+            .Value("OUTPUT");
+    command.Option("--input", arguments->ask.input, context.Say(texts::kHelpAskInput))
+        .Value("INPUT")
+        .OnlyWith(ask);
+    command.Runs([&context, arguments, ask] {
+        return ask.IsGiven() ? AskAtPort(context, arguments->ask, arguments->json)
+                             : RunPorts(context, arguments->json);
     });
 }
 

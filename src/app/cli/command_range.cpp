@@ -124,8 +124,8 @@ private:
         }
     }
 
-    editing::RangeTools::Transposing Transposing() const {
-        editing::RangeTools::Transposing transposing;
+    editing::Transposing Transposing() const {
+        editing::Transposing transposing;
         transposing.semitones = arguments_.semitones;
         if (arguments_.channel) {
             transposing.channel = static_cast<std::size_t>(*arguments_.channel - 1);
@@ -209,54 +209,46 @@ private:
     const instruments::Instrument* instrument_ = nullptr;
 };
 
-void AddPosition(CLI::App& command, const char* name, std::string& value, const std::string& help) {
-    command.add_option(name, value, help)->type_name("M:B")->required();
+void AddPosition(Command& command, const char* name, std::string& value, const std::string& help) {
+    command.Option(name, value, help).Value("M:B").Required();
 }
 
-void AddTool(CLI::App& range, CliContext& context, RangeTool tool, const char* name,
+void AddTool(Command& range, CliContext& context, RangeTool tool, const char* name,
              const Text& help) {
     const auto arguments = std::make_shared<RangeArguments>();
     arguments->tool = tool;
     arguments->name = name;
-    CLI::App* command = range.add_subcommand(name, context.Say(help));
-    command->set_help_flag("-h,--help", context.Say(texts::kHelpHelp));
-    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
-        ->required()
-        ->type_name("");
-    AddPosition(*command, "--from", arguments->from, context.Say(texts::kHelpFrom));
-    AddPosition(*command, "--to", arguments->to, context.Say(texts::kHelpTo));
+    Command command = range.Add(name, context.Say(help));
+    command.Option("FILE", arguments->file, context.Say(texts::kHelpFile)).Required().Value("");
+    AddPosition(command, "--from", arguments->from, context.Say(texts::kHelpFrom));
+    AddPosition(command, "--to", arguments->to, context.Say(texts::kHelpTo));
     if (tool == RangeTool::Copy) {
-        AddPosition(*command, "--dest", arguments->destination, context.Say(texts::kHelpDest));
-        command->add_flag("--no-state", arguments->noState, context.Say(texts::kHelpNoState));
+        AddPosition(command, "--dest", arguments->destination, context.Say(texts::kHelpDest));
+        command.Flag("--no-state", arguments->noState, context.Say(texts::kHelpNoState));
     } else if (tool == RangeTool::Transpose) {
-        command
-            ->add_option("--semitones", arguments->semitones, context.Say(texts::kHelpSetTranspose))
-            ->type_name("N")
-            ->required();
-        command
-            ->add_option("-c,--channel", arguments->channel, context.Say(texts::kHelpOnlyChannel))
-            ->type_name("1-16")
-            ->check(CLI::Range(1, 16));
-        command
-            ->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpMegaVoices))
-            ->type_name("NAME");
+        command.Option("--semitones", arguments->semitones, context.Say(texts::kHelpSetTranspose))
+            .Value("N")
+            .Required();
+        command.Option("-c,--channel", arguments->channel, context.Say(texts::kHelpOnlyChannel))
+            .Value("1-16")
+            .Between(1, 16);
+        command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpMegaVoices))
+            .Value("NAME");
     }
-    arguments->target.AddTo(*command, context);
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpRangeJson));
-    arguments->reading.AddTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RangeRun(context, *arguments).Run(); };
-    });
+    arguments->target.AddTo(command, context);
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpRangeJson));
+    arguments->reading.AddTo(command, context);
+    command.Runs([&context, arguments] { return RangeRun(context, *arguments).Run(); });
 }
 
 } // namespace
 
-void AddRangeCommand(CLI::App& app, CliContext& context) {
-    CLI::App* range = app.add_subcommand("range", context.Say(texts::kHelpRange));
-    range->require_subcommand(1);
-    AddTool(*range, context, RangeTool::Delete, "delete", texts::kHelpRangeDelete);
-    AddTool(*range, context, RangeTool::Copy, "copy", texts::kHelpRangeCopy);
-    AddTool(*range, context, RangeTool::Transpose, "transpose", texts::kHelpRangeTranspose);
+void AddRangeCommand(Command& app, CliContext& context) {
+    Command range = app.Add("range", context.Say(texts::kHelpRange));
+    range.NeedsCommand();
+    AddTool(range, context, RangeTool::Delete, "delete", texts::kHelpRangeDelete);
+    AddTool(range, context, RangeTool::Copy, "copy", texts::kHelpRangeCopy);
+    AddTool(range, context, RangeTool::Transpose, "transpose", texts::kHelpRangeTranspose);
 }
 
 } // namespace tracksmith::cli

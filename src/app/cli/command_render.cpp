@@ -10,11 +10,11 @@
 #include "base/system/interrupt.h"
 
 #include "app/cli/commands.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
+#include "app/output_names.h"
 #include "app/save_song.h"
 
 namespace tracksmith::cli {
@@ -74,7 +74,7 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
         context.log << context.Say(texts::kOneSong) << "\n";
         return kUsage;
     }
-    if (OutputNames({}, inputs).IsInput(PathOf(arguments.out))) {
+    if (app::OutputNames({}, PathsOf(inputs)).IsInput(PathOf(arguments.out))) {
         context.log << context.Say(texts::kWouldOverwriteInput) << DisplayPath(arguments.out)
                     << "\n";
         return kWriteFailed;
@@ -87,22 +87,18 @@ int RunRender(CliContext& context, const RenderArguments& arguments) {
 
 } // namespace
 
-void AddRenderCommand(CLI::App& app, CliContext& context) {
+void AddRenderCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<RenderArguments>();
-    CLI::App* command = app.add_subcommand("render", context.Say(texts::kHelpRender));
-    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
-        ->required()
-        ->type_name("");
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpOutWav))
-        ->type_name("WAV")
-        ->required();
-    command->add_option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
-        ->type_name("SF2");
-    arguments->reading.AddTo(*command, context);
-    arguments->reading.AddNoteLengthTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RunRender(context, *arguments); };
-    });
+    Command command = app.Add("render", context.Say(texts::kHelpRender));
+    command.Option("FILE", arguments->file, context.Say(texts::kHelpFile)).Required().Value("");
+    command.Option("-o,--out", arguments->out, context.Say(texts::kHelpOutWav))
+        .Value("WAV")
+        .Required();
+    command.Option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
+        .Value("SF2");
+    arguments->reading.AddTo(command, context);
+    arguments->reading.AddNoteLengthTo(command, context);
+    command.Runs([&context, arguments] { return RunRender(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

@@ -8,14 +8,12 @@
 
 namespace tracksmith::cli {
 
-void AddRenderCommand(CLI::App& app, CliContext& context) {
-    CLI::App* command = app.add_subcommand("render", context.Say(texts::kHelpRenderNone));
-    command->allow_extras()->fallthrough(false); // whatever follows
-    command->callback([&context] {
-        context.run = [&context] {
-            context.log << context.Say(texts::kNoInstrument) << "\n";
-            return int{kPortOrAudioMissing};
-        };
+void AddRenderCommand(Command& app, CliContext& context) {
+    Command command = app.Add("render", context.Say(texts::kHelpRenderNone));
+    command.TakesAnything();
+    command.Runs([&context] {
+        context.log << context.Say(texts::kNoInstrument) << "\n";
+        return int{kPortOrAudioMissing};
     });
 }
 

@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <memory>
 #include <ostream>
-#include <system_error>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -11,11 +11,11 @@
 #include "app/cli/columns.h"
 #include "app/cli/commands.h"
 #include "app/cli/instrument_choice.h"
-#include "app/cli/output_names.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/revoice_table_file.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
+#include "app/output_names.h"
 #include "app/revoice.h"
 #include "app/save_song.h"
 #include "song/song_position.h"
@@ -35,6 +35,7 @@ struct RevoiceArguments {
     std::string out;
     bool suggest = false;
     bool addBanks = false;
+    bool skipDone = false;
     bool dryRun = false;
     ReadingOptions reading;
 };
@@ -58,6 +59,9 @@ public:
         if (arguments_.out.empty() && !arguments_.dryRun) {
             return Complain(texts::kNoOutput);
         }
+        if (arguments_.skipDone && arguments_.out.empty()) {
+            return Complain(texts::kSkipDoneNeedsOut);
+        }
         instrument_ = ChooseInstrument(context_, arguments_.instrument);
         if (instrument_ == nullptr) {
             return kUsage;
@@ -70,9 +74,16 @@ public:
             if (!entries) {
                 return kUnreadable;
             }
-            entries_ = std::move(*entries);
+            order_.entries = std::move(*entries);
         }
+        order_.addBanks = arguments_.addBanks;
+        order_.suggestions = arguments_.suggest ? kSuggested : 0;
         NameTargets(batch_.Expand(arguments_.files));
+        if (arguments_.skipDone) {
+            batch_.SetDone([this](const InputFile& input, std::size_t index) {
+                return IsDone(input, targets_[index].path);
+            });
+        }
         batch_.SetUp([this](session::WorkOptions& options) {
             arguments_.reading.SetUp(options);
             options.outputs.outputs.front().SetName(instrument_->name);
@@ -92,34 +103,24 @@ private:
     }
 
     void NameTargets(const std::vector<InputFile>& inputs) {
-        OutputNames names(PathOf(arguments_.out), inputs);
+        app::OutputNames names(PathOf(arguments_.out), PathsOf(inputs));
         for (const InputFile& input : inputs) {
-            const fs::path target = names.Next(input);
+            const fs::path target = names.Next(input.relative);
             targets_.push_back({target, names.IsInput(target)});
         }
     }
 
     int Revoice(SongJob& job) const {
-        session::Session& session = job.session;
-        const auto start = app::StartBanksOf(
-            session.Work(), *context_.voices, app::DescribeSong(session.Work()),
-            [](instruments::InstrumentId) { return instruments::LookupOptions(); });
-        if (arguments_.addBanks) {
-            app::AddBankSelects(session, start, job.host);
-        }
-        const auto entries = arguments_.suggest ? Suggest(job, start) : entries_;
-        const auto plan = app::RevoiceSong(session, entries, job.host);
-        Show(job, plan, entries);
+        const app::RevoicedSong done =
+            app::RevoiceBy(order_, job.session, *context_.voices, job.host);
+        ShowSuggestions(job, done.suggestions);
+        Show(job, done.plan,
+             arguments_.suggest ? app::FirstEntries(done.suggestions) : order_.entries);
         const int code = arguments_.dryRun ? kOk : Store(job);
-        return code == kOk && plan.missingLsb ? kFindings : code;
+        return code == kOk && done.plan.missingLsb ? kFindings : code;
     }
 
-    std::vector<instruments::RevoiceEntry> Suggest(SongJob& job,
-                                                   const instruments::StartBanks& start) const {
-        const auto rule = instruments::RevoiceRuleOf(job.session.Work().outputs);
-        const auto voices = app::VoicesInSong(job.session.Song(), *context_.voices, rule, start);
-        const auto suggestions =
-            app::SuggestVoices(voices, *context_.voices, instrument_->id, {}, kSuggested);
+    static void ShowSuggestions(SongJob& job, std::span<const app::VoiceSuggestion> suggestions) {
         for (const app::VoiceSuggestion& each : suggestions) {
             job.context.out << "  " << NumbersText(each.source.numbers) << " " << each.source.name
                             << ":";
@@ -129,7 +130,6 @@ private:
             }
             job.context.out << "\n";
         }
-        return app::FirstEntries(suggestions);
     }
 
     void Show(SongJob& job, const instruments::Revoicing& plan,
@@ -160,9 +160,7 @@ private:
         if (!app::ConfirmOverwrite(target.path, job.host)) {
             return kWriteFailed;
         }
-        std::error_code ignored; // writing reports what cannot be created
-        fs::create_directories(target.path.parent_path(), ignored);
-        app::WriteMidiFile(target.path, bytes, job.host);
+        app::WriteResult(target.path, bytes, job.host);
         job.context.out << job.input.Name() << " -> " << DisplayPath(system::PathText(target.path))
                         << "\n";
         return kOk;
@@ -172,33 +170,29 @@ private:
     const RevoiceArguments& arguments_;
     SongBatch batch_;
     const instruments::Instrument* instrument_ = nullptr;
-    std::vector<instruments::RevoiceEntry> entries_;
+    app::RevoiceOrder order_;
     std::vector<Target> targets_;
 };
 
 } // namespace
 
-void AddRevoiceCommand(CLI::App& app, CliContext& context) {
+void AddRevoiceCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<RevoiceArguments>();
-    CLI::App* command = app.add_subcommand("revoice", context.Say(texts::kHelpRevoice));
-    command->add_option("FILE", arguments->files, context.Say(texts::kHelpFiles))
-        ->required()
-        ->type_name("");
-    command->add_option("--instrument", arguments->instrument, context.Say(texts::kHelpRevoiceFor))
-        ->required()
-        ->type_name("NAME");
-    command->add_option("--table", arguments->table, context.Say(texts::kHelpRevoiceTable))
-        ->type_name("FILE");
-    command->add_flag("--suggest", arguments->suggest, context.Say(texts::kHelpSuggest));
-    command->add_flag("--add-banks", arguments->addBanks, context.Say(texts::kHelpAddBanks));
-    command->add_option("-o,--out", arguments->out, context.Say(texts::kHelpRevoiceOut))
-        ->type_name("DIR");
-    command->add_flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
-    arguments->reading.AddTo(*command, context);
-    arguments->reading.AddNoteLengthTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RevoiceRun(context, *arguments).Run(); };
-    });
+    Command command = app.Add("revoice", context.Say(texts::kHelpRevoice));
+    command.Option("FILE", arguments->files, context.Say(texts::kHelpFiles)).Required().Value("");
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpRevoiceFor))
+        .Required()
+        .Value("NAME");
+    command.Option("--table", arguments->table, context.Say(texts::kHelpRevoiceTable))
+        .Value("FILE");
+    command.Flag("--suggest", arguments->suggest, context.Say(texts::kHelpSuggest));
+    command.Flag("--add-banks", arguments->addBanks, context.Say(texts::kHelpAddBanks));
+    command.Option("-o,--out", arguments->out, context.Say(texts::kHelpRevoiceOut)).Value("DIR");
+    command.Flag("--skip-done", arguments->skipDone, context.Say(texts::kHelpSkipDone));
+    command.Flag("-n,--dry-run", arguments->dryRun, context.Say(texts::kHelpDryRun));
+    arguments->reading.AddTo(command, context);
+    arguments->reading.AddNoteLengthTo(command, context);
+    command.Runs([&context, arguments] { return RevoiceRun(context, *arguments).Run(); });
 }
 
 } // namespace tracksmith::cli

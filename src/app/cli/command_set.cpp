@@ -221,45 +221,38 @@ private:
     const instruments::Instrument* instrument_ = nullptr;
 };
 
-void AddControls(CLI::App& command, SetArguments& arguments, const CliContext& context) {
+void AddControls(Command& command, SetArguments& arguments, const CliContext& context) {
     for (const auto& [control, name] : kControlOptions) {
         command
-            .add_option(
+            .Option(
                 std::string("--") + name, arguments.values[mixer::IndexOf(control)],
                 context.Say(texts::kHelpController) + std::to_string(mixer::ControllerOf(control)))
-            ->type_name("0-127")
-            ->check(CLI::Range(0, 127));
+            .Value("0-127")
+            .Between(0, 127);
     }
 }
 
 } // namespace
 
-void AddSetCommand(CLI::App& app, CliContext& context) {
+void AddSetCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<SetArguments>();
-    CLI::App* command = app.add_subcommand("set", context.Say(texts::kHelpSet));
-    command->add_option("FILE", arguments->file, context.Say(texts::kHelpFile))
-        ->required()
-        ->type_name("");
-    command->add_option("-c,--channel", arguments->channel, context.Say(texts::kHelpSetChannel))
-        ->type_name("1-16")
-        ->required()
-        ->check(CLI::Range(1, 16));
-    command->add_option("--voice", arguments->voice, context.Say(texts::kHelpSetVoice))
-        ->type_name("NAME");
-    AddControls(*command, *arguments, context);
-    command->add_option("--transpose", arguments->transpose, context.Say(texts::kHelpSetTranspose))
-        ->type_name("N")
-        ->check(CLI::Range(-mixer::kMostSemitones, mixer::kMostSemitones));
-    command
-        ->add_option("--instrument", arguments->instrument,
-                     context.Say(texts::kHelpVoicesInstrument))
-        ->type_name("NAME");
-    command->add_flag("--insert", arguments->insert, context.Say(texts::kHelpSetInsert));
-    arguments->target.AddTo(*command, context);
-    arguments->reading.AddTo(*command, context);
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return Setting(context, *arguments).Run(); };
-    });
+    Command command = app.Add("set", context.Say(texts::kHelpSet));
+    command.Option("FILE", arguments->file, context.Say(texts::kHelpFile)).Required().Value("");
+    command.Option("-c,--channel", arguments->channel, context.Say(texts::kHelpSetChannel))
+        .Value("1-16")
+        .Required()
+        .Between(1, 16);
+    command.Option("--voice", arguments->voice, context.Say(texts::kHelpSetVoice)).Value("NAME");
+    AddControls(command, *arguments, context);
+    command.Option("--transpose", arguments->transpose, context.Say(texts::kHelpSetTranspose))
+        .Value("N")
+        .Between(-mixer::kMostSemitones, mixer::kMostSemitones);
+    command.Option("--instrument", arguments->instrument, context.Say(texts::kHelpVoicesInstrument))
+        .Value("NAME");
+    command.Flag("--insert", arguments->insert, context.Say(texts::kHelpSetInsert));
+    arguments->target.AddTo(command, context);
+    arguments->reading.AddTo(command, context);
+    command.Runs([&context, arguments] { return Setting(context, *arguments).Run(); });
 }
 
 } // namespace tracksmith::cli

@@ -179,25 +179,19 @@ int RunVoices(const CliContext& context, const VoicesArguments& arguments) {
 
 } // namespace
 
-void AddVoicesCommand(CLI::App& app, CliContext& context) {
+void AddVoicesCommand(Command& app, CliContext& context) {
     const auto arguments = std::make_shared<VoicesArguments>();
-    CLI::App* command = app.add_subcommand("voices", context.Say(texts::kHelpVoices));
-    command
-        ->add_option("INSTRUMENT", arguments->instrument, context.Say(texts::kHelpVoicesInstrument))
-        ->required()
-        ->type_name("");
-    command->add_option("SEARCH", arguments->words, context.Say(texts::kHelpSearchVoices))
-        ->type_name("");
-    command->add_flag("--json", arguments->json, context.Say(texts::kHelpVoicesJson));
-    command->add_option("--import", arguments->importFrom, context.Say(texts::kHelpImport))
-        ->type_name("FILE");
-    command->add_option("--model", arguments->model, context.Say(texts::kHelpModel))
-        ->type_name("NAME");
-    command->add_option("--export", arguments->exportTo, context.Say(texts::kHelpExport))
-        ->type_name("FILE");
-    command->callback([&context, arguments] {
-        context.run = [&context, arguments] { return RunVoices(context, *arguments); };
-    });
+    Command command = app.Add("voices", context.Say(texts::kHelpVoices));
+    command.Option("INSTRUMENT", arguments->instrument, context.Say(texts::kHelpVoicesInstrument))
+        .Required()
+        .Value("");
+    command.Option("SEARCH", arguments->words, context.Say(texts::kHelpSearchVoices)).Value("");
+    command.Flag("--json", arguments->json, context.Say(texts::kHelpVoicesJson));
+    command.Option("--import", arguments->importFrom, context.Say(texts::kHelpImport))
+        .Value("FILE");
+    command.Option("--model", arguments->model, context.Say(texts::kHelpModel)).Value("NAME");
+    command.Option("--export", arguments->exportTo, context.Say(texts::kHelpExport)).Value("FILE");
+    command.Runs([&context, arguments] { return RunVoices(context, *arguments); });
 }
 
 } // namespace tracksmith::cli

@@ -1,14 +1,15 @@
 #include "app/cli/input_files.h"
 
-#include <algorithm>
-#include <array>
-#include <cctype>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
-#include "base/system/folder_listing.h"
+#include "base/system/reachable_path.h"
+
+#include "app/song_folder.h"
+#include "song/event_walker.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -17,56 +18,19 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kStandardInput = "-";
 
-bool HasSongExtension(const fs::path& path) {
-    constexpr std::array<std::string_view, 4> kExtensions{".mid", ".midi", ".kar", ".smf"};
-    std::string extension = system::PathText(path.extension());
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+void AddFolder(const fs::path& path, std::vector<InputFile>& files,
+               std::vector<FolderFault>& faults) {
+    app::SongFolder found = app::FindSongs(path);
+    if (found.songs.empty() && found.unread.empty()) {
+        faults.push_back({path, {}});
+    }
+    for (app::UnreadFolder& each : found.unread) {
+        faults.push_back({std::move(each.folder), each.error});
+    }
+    for (app::SongInFolder& song : found.songs) {
+        files.push_back({std::move(song.path), std::move(song.relative)});
+    }
 }
-
-// Goes through a folder and everything below it. A folder that cannot be read, or not to its end,
-// does not keep the others from being read.
-class FolderSearch {
-public:
-    FolderSearch(const fs::path& top, std::vector<FolderFault>& faults)
-        : top_(top), faults_(faults), open_{top} {}
-
-    std::vector<InputFile> Songs() {
-        while (!open_.empty()) {
-            const fs::path folder = std::move(open_.back());
-            open_.pop_back();
-            Read(folder);
-        }
-        std::ranges::sort(songs_, {}, &InputFile::relative);
-        return std::move(songs_);
-    }
-
-private:
-    void Read(const fs::path& folder) {
-        const system::FolderListing listing = system::ListFolder(folder);
-        for (const fs::path& name : listing.names) {
-            Take(folder / name);
-        }
-        if (listing.error) {
-            faults_.push_back({folder, listing.error});
-        }
-    }
-
-    void Take(const fs::path& entry) {
-        std::error_code unknown;
-        if (fs::symlink_status(entry, unknown).type() == fs::file_type::directory) {
-            open_.push_back(entry);
-        } else if (fs::is_regular_file(entry, unknown) && HasSongExtension(entry)) {
-            songs_.push_back({entry, entry.lexically_relative(top_)});
-        }
-    }
-
-    const fs::path& top_;
-    std::vector<FolderFault>& faults_;
-    std::vector<fs::path> open_;
-    std::vector<InputFile> songs_;
-};
 
 } // namespace
 
@@ -94,18 +58,38 @@ std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
         std::error_code error;
         if (name == kStandardInput) {
             files.push_back({"stdin.mid", "stdin.mid", true});
-        } else if (!fs::is_directory(path, error)) {
+        } else if (!fs::is_directory(system::ReachablePath(path), error)) {
             files.push_back({path, path.filename()});
         } else {
-            const std::size_t former = faults.size();
-            std::vector<InputFile> songs = FolderSearch(path, faults).Songs();
-            if (songs.empty() && faults.size() == former) {
-                faults.push_back({path, {}});
-            }
-            files.insert(files.end(), songs.begin(), songs.end());
+            AddFolder(path, files, faults);
         }
     }
     return files;
+}
+
+std::vector<fs::path> PathsOf(std::span<const InputFile> inputs) {
+    std::vector<fs::path> paths;
+    for (const InputFile& input : inputs) {
+        if (!input.standardInput) {
+            paths.push_back(input.path);
+        }
+    }
+    return paths;
+}
+
+// Results are put in place whole, so the beginning tells them from files that are none.
+bool IsDone(const InputFile& input, const fs::path& result) {
+    std::error_code fault;
+    const auto made = fs::last_write_time(result, fault);
+    if (fault || input.standardInput) {
+        return false;
+    }
+    const auto changed = fs::last_write_time(input.path, fault);
+    if (fault || made < changed) {
+        return false;
+    }
+    const system::FileStart start = system::ReadFileStart(result, song::kHeaderBytes);
+    return !start.error && song::BeginsLikeSong(start.bytes);
 }
 
 } // namespace tracksmith::cli

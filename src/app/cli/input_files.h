@@ -44,4 +44,11 @@ struct FolderFault {
 std::vector<InputFile> ExpandInputs(std::span<const std::string> names,
                                     std::vector<FolderFault>& faults);
 
+/// The files of the inputs; the standard input has none.
+std::vector<std::filesystem::path> PathsOf(std::span<const InputFile> inputs);
+
+/// True when `result` is a song as this program writes them, whole, and not older than `input`: a
+/// run that is repeated leaves it out.
+bool IsDone(const InputFile& input, const std::filesystem::path& result);
+
 } // namespace tracksmith::cli

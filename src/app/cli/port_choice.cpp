@@ -57,11 +57,12 @@ std::vector<player::OutputDevice> MatchOutputs(std::span<const player::OutputDev
 }
 
 std::vector<player::OutputDevice> DefaultOutput(std::span<const player::OutputDevice> outputs) {
-    const auto builtIn =
-        std::find_if(outputs.begin(), outputs.end(),
-                     [](const player::OutputDevice& output) { return output.softwareInstrument; });
-    if (builtIn != outputs.end()) {
-        return {*builtIn};
+    for (const auto soundsByItself :
+         {&player::OutputDevice::softwareInstrument, &player::OutputDevice::synthesizer}) {
+        const auto found = std::ranges::find_if(outputs, soundsByItself);
+        if (found != outputs.end()) {
+            return {*found};
+        }
     }
     return {outputs.begin(), outputs.begin() + (outputs.empty() ? 0 : 1)};
 }

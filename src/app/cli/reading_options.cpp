@@ -8,26 +8,24 @@
 
 namespace tracksmith::cli {
 
-void ReadingOptions::AddTo(CLI::App& command, const CliContext& context) {
-    command.add_flag(kRunningStatusAcrossSysexSwitch, runningStatusAcrossSysex,
-                     context.Say(texts::kHelpRunningStatusAcrossSysex));
-    command.add_flag("--honour-zel-ignore", honourZelIgnore,
-                     context.Say(texts::kHelpHonourZelIgnore));
+void ReadingOptions::AddTo(Command& command, const CliContext& context) {
+    command.Flag(kRunningStatusAcrossSysexSwitch, runningStatusAcrossSysex,
+                 context.Say(texts::kHelpRunningStatusAcrossSysex));
+    command.Flag("--honour-zel-ignore", honourZelIgnore, context.Say(texts::kHelpHonourZelIgnore));
 }
 
-void ReadingOptions::AddNoteLengthTo(CLI::App& command, const CliContext& context) {
+void ReadingOptions::AddNoteLengthTo(Command& command, const CliContext& context) {
     context_ = &context;
     command
-        .add_option_function<std::string>(
+        .OptionTo(
             "--min-length",
             [this](const std::string& value) {
                 minimumNoteLength = value == "off" ? 0 : std::stoi(value);
             },
             context.Say(texts::kHelpMinLength))
-        ->type_name("N|off")
-        ->check([](const std::string& value) {
-            return value == "off" ? std::string()
-                                  : CLI::Range(0, song::kMostNoteLength)(std::string(value));
+        .Value("N|off")
+        .Check([](const std::string& value) {
+            return value == "off" ? std::string() : NumberFault(value, 0, song::kMostNoteLength);
         });
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <optional>
 
 #include "app/cli/cli_context.h"
+#include "app/cli/command_line.h"
 #include "app/session/workspace.h"
 
 namespace tracksmith::cli {
@@ -17,9 +17,9 @@ struct ReadingOptions {
     std::optional<std::int32_t> minimumNoteLength;
 
     /// Declares the switches. The options must outlive `command`.
-    void AddTo(CLI::App& command, const CliContext& context);
+    void AddTo(Command& command, const CliContext& context);
     /// Declares the switch for short notes; without it they stay as they are.
-    void AddNoteLengthTo(CLI::App& command, const CliContext& context);
+    void AddNoteLengthTo(Command& command, const CliContext& context);
     /// Makes songs be read so.
     void SetUp(session::WorkOptions& options) const;
 

@@ -18,11 +18,11 @@
 #include "base/system/file_io.h"
 
 #include "app/cli/cli_message_host.h"
-#include "app/cli/error_words.h"
 #include "app/cli/memory_share.h"
 #include "app/cli/reading_options.h"
 #include "app/cli/terminal_line.h"
 #include "app/cli/texts.h"
+#include "app/error_words.h"
 #include "app/kept_words.h"
 #include "app/load_sequence.h"
 #include "app/preparation_words.h"
@@ -116,7 +116,7 @@ public:
             }
             return code;
         } catch (const std::exception& error) {
-            host_.ShowMessage(ErrorWords(error, context_.language));
+            host_.ShowMessage(app::ErrorWords(error, context_.language));
             return kWriteFailed;
         }
     }
@@ -162,7 +162,7 @@ private:
         } catch (const EMidiError& error) {
             return error.what(); // already shown
         } catch (const std::exception& error) {
-            const std::string words = ErrorWords(error, context_.language);
+            const std::string words = app::ErrorWords(error, context_.language);
             host_.ShowMessage(words);
             return words;
         }
@@ -199,7 +199,7 @@ private:
         } catch (const EMidiError&) {
             return kWriteFailed; // already shown
         } catch (const std::exception& error) {
-            host_.ShowMessage(ErrorWords(error, context_.language));
+            host_.ShowMessage(app::ErrorWords(error, context_.language));
             return kWriteFailed;
         }
     }
@@ -224,18 +224,21 @@ public:
     void Add(std::size_t index, int code, Worker& worker) {
         const std::scoped_lock lock(mutex_);
         songs_[index] = {true, code, worker.TakeOut(), worker.TakeLog()};
-        progress_.Clear();
-        for (; said_ < songs_.size() && songs_[said_].done; ++said_) {
-            Say(songs_[said_]);
-        }
-        if (said_ < songs_.size()) {
-            progress_.Show(std::to_string(++done_) + " / " + std::to_string(songs_.size()));
-        }
+        SayWhatIsReady();
+    }
+
+    /// A song that is left out.
+    void Skip(std::size_t index) {
+        const std::scoped_lock lock(mutex_);
+        songs_[index].done = true;
+        ++skipped_;
+        SayWhatIsReady();
     }
 
     /// Nobody takes the results any more.
     bool Lost() const { return lost_; }
     std::size_t Failed() const { return failed_; }
+    std::size_t Skipped() const { return skipped_; }
     int LastCode() const { return code_; }
 
 private:
@@ -245,6 +248,16 @@ private:
         std::string out;
         std::string log;
     };
+
+    void SayWhatIsReady() {
+        progress_.Clear();
+        for (; said_ < songs_.size() && songs_[said_].done; ++said_) {
+            Say(songs_[said_]);
+        }
+        if (said_ < songs_.size()) {
+            progress_.Show(std::to_string(++done_) + " / " + std::to_string(songs_.size()));
+        }
+    }
 
     void Say(Song& song) {
         context_.log << song.log << std::flush;
@@ -264,6 +277,7 @@ private:
     std::size_t said_ = 0;
     std::size_t done_ = 0;
     std::size_t failed_ = 0;
+    std::size_t skipped_ = 0;
     int code_ = kOk;
     std::atomic<bool> lost_ = false;
 };
@@ -294,7 +308,7 @@ int SongBatch::Run(const Action& action, const OnFailure& onFailure) {
         return kWriteFailed;
     }
     const std::size_t failed = folderFaults_.size() + results.Failed();
-    LogSummary(total, failed);
+    LogSummary(total, failed, results.Skipped());
     if (failed > 0 && total > 1) {
         return kPartFailed;
     }
@@ -313,15 +327,19 @@ void SongBatch::WorkThrough(Results& results, const Action& action, const OnFail
     ParallelFor(threads, threads, [&](std::size_t) {
         Worker worker(*this, memory);
         for (std::size_t i = next++; i < files_.size() && !results.Lost(); i = next++) {
+            if (isDone_ && isDone_(files_[i], i)) {
+                results.Skip(i);
+                continue;
+            }
             const int code = worker.Work(files_[i], i, action, onFailure);
             results.Add(i, code, worker);
         }
     });
 }
 
-void SongBatch::LogSummary(std::size_t total, std::size_t failed) const {
-    if (total > 1 && !context_.quiet) {
-        context_.log << texts::Summary(context_.language, total, failed) << std::endl;
+void SongBatch::LogSummary(std::size_t total, std::size_t failed, std::size_t skipped) const {
+    if ((total > 1 || skipped > 0) && !context_.quiet) {
+        context_.log << texts::Summary(context_.language, total, failed, skipped) << std::endl;
     }
 }
 

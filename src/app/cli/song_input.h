@@ -59,6 +59,12 @@ public:
     /// So many songs are worked on at once, at least 1, as far as their memory allows.
     void SetJobs(std::size_t jobs) { jobs_ = jobs; }
 
+    /// Leaves out each input for which `isDone` (given its place in the batch) says true, before it
+    /// is read; the summary tells how many.
+    void SetDone(std::function<bool(const InputFile&, std::size_t)> isDone) {
+        isDone_ = std::move(isDone);
+    }
+
     /// Runs the batch and returns the exit code: a single input gives its own code, several give
     /// kPartFailed when any failed. Stops early only when nobody takes the results any more.
     int Run(const Action& action, const OnFailure& onFailure = {});
@@ -69,10 +75,11 @@ private:
 
     void ReportFolders(const OnFailure& onFailure) const;
     void WorkThrough(Results& results, const Action& action, const OnFailure& onFailure);
-    void LogSummary(std::size_t total, std::size_t failed) const;
+    void LogSummary(std::size_t total, std::size_t failed, std::size_t skipped) const;
 
     CliContext& context_;
     std::function<void(session::WorkOptions&)> setUp_ = [](session::WorkOptions&) {};
+    std::function<bool(const InputFile&, std::size_t)> isDone_;
     std::size_t jobs_ = 1;
     std::vector<InputFile> files_;
     std::vector<FolderFault> folderFaults_;

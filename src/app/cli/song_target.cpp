@@ -4,16 +4,16 @@
 
 #include "base/display_text.h"
 
-#include "app/cli/output_names.h"
 #include "app/cli/texts.h"
+#include "app/output_names.h"
 #include "app/save_song.h"
 
 namespace tracksmith::cli {
 
-void SongTarget::AddTo(CLI::App& command, const CliContext& context) {
-    command.add_option("-o,--out", out, context.Say(texts::kHelpOutFile))->type_name("FILE");
-    command.add_flag("--in-place", inPlace, context.Say(texts::kHelpInPlace));
-    command.add_flag("-n,--dry-run", dryRun, context.Say(texts::kHelpDryRun));
+void SongTarget::AddTo(Command& command, const CliContext& context) {
+    command.Option("-o,--out", out, context.Say(texts::kHelpOutFile)).Value("FILE");
+    command.Flag("--in-place", inPlace, context.Say(texts::kHelpInPlace));
+    command.Flag("-n,--dry-run", dryRun, context.Say(texts::kHelpDryRun));
 }
 
 int SongTarget::Check(const CliContext& context, const std::vector<InputFile>& inputs) const {
@@ -27,7 +27,7 @@ int SongTarget::Check(const CliContext& context, const std::vector<InputFile>& i
     if (inPlace == !out.empty()) {
         return complain(inPlace ? texts::kOutAndInPlace : texts::kNoOutputFile);
     }
-    if (!inPlace && OutputNames({}, inputs).IsInput(PathOf(out))) {
+    if (!inPlace && app::OutputNames({}, PathsOf(inputs)).IsInput(PathOf(out))) {
         context.log << context.Say(texts::kWouldOverwriteInput) << DisplayPath(out) << "\n";
         return kWriteFailed;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "app/cli/command_line.h"
 #include "app/cli/song_input.h"
 
 namespace tracksmith::cli {
@@ -16,7 +16,7 @@ struct SongTarget {
     bool dryRun = false;
 
     /// Declares the arguments.
-    void AddTo(CLI::App& command, const CliContext& context);
+    void AddTo(Command& command, const CliContext& context);
     /// Whether `inputs` are one song that has a place to go to: kOk, or the code of the fault,
     /// which is logged.
     int Check(const CliContext& context, const std::vector<InputFile>& inputs) const;

@@ -14,6 +14,8 @@ set(SOURCES
   command_diff.cpp
   command_info.cpp
   command_instruments.cpp
+  command_line.cpp
+  command_line.h
   command_play.cpp
   command_ports.cpp
   command_range.cpp
@@ -23,8 +25,6 @@ set(SOURCES
   commands.h
   console.h
   diff_texts.h
-  error_words.cpp
-  error_words.h
   info_json.cpp
   info_json.h
   info_text.cpp
@@ -36,8 +36,6 @@ set(SOURCES
   memory_share.cpp
   memory_share.h
   open_devices.h
-  output_names.cpp
-  output_names.h
   play_session.cpp
   play_session.h
   play_wishes.cpp

@@ -17,6 +17,7 @@ constexpr Text kAndBefore{De{"… und "}, En{"… and "}};
 constexpr Text kAndBehind{De{" weitere (--all zeigt alle)"}, En{" more (--all shows them)"}};
 constexpr Text kFiles{De{" Dateien: "}, En{" files: "}};
 constexpr Text kDone{De{" erledigt, "}, En{" done, "}};
+constexpr Text kSkipped{De{" waren fertig, "}, En{" were done before, "}};
 constexpr Text kFailed{De{" fehlgeschlagen"}, En{" failed"}};
 constexpr Text kPeak{De{", Spitze "}, En{", peak "}};
 constexpr Text kLimited{De{" Samples begrenzt"}, En{" samples limited"}};
@@ -59,10 +60,13 @@ std::string FolderNotRead(Language language, const std::error_code& error) {
     return std::string(kNotRead.In(language)) + SystemReason(error, language);
 }
 
-std::string Summary(Language language, std::size_t total, std::size_t failed) {
+std::string Summary(Language language, std::size_t total, std::size_t failed, std::size_t skipped) {
     std::ostringstream text;
-    text << total << kFiles.In(language) << total - failed << kDone.In(language) << failed
-         << kFailed.In(language);
+    text << total << kFiles.In(language) << total - failed - skipped << kDone.In(language);
+    if (skipped > 0) {
+        text << skipped << kSkipped.In(language);
+    }
+    text << failed << kFailed.In(language);
     return text.str();
 }
 

@@ -59,6 +59,11 @@ inline constexpr Text kHelpFormat{De{"Format der Dateien; sonst wie im Song"},
 inline constexpr Text kHelpOutFolder{De{"Ordner für die Ergebnisse, - für die Standardausgabe"},
                                      En{"Folder for the results, - for the standard output"}};
 inline constexpr Text kHelpInPlace{De{"Die Originale ersetzen"}, En{"Replace the originals"}};
+inline constexpr Text kHelpSkipDone{
+    De{"Auslassen, wovon ein Ergebnis da ist, das nicht älter ist: ein Lauf lässt sich fortsetzen"},
+    En{"Leave out what has a result that is not older: a run can be continued"}};
+inline constexpr Text kSkipDoneNeedsOut{De{"--skip-done braucht --out ORDNER."},
+                                        En{"--skip-done needs --out DIR."}};
 inline constexpr Text kHelpRunningStatus{De{"Wiederholte Statusbytes weglassen"},
                                          En{"Leave out repeated status bytes"}};
 inline constexpr Text kHelpOmitPorts{De{"Port-Ereignisse weglassen"}, En{"Leave out port events"}};
@@ -358,8 +363,8 @@ std::string LoadableWith(Language language, std::string_view name);
 /// A folder that cannot be read, or not to its end.
 std::string FolderNotRead(Language language, const std::error_code& error);
 
-/// The line at the end of a batch.
-std::string Summary(Language language, std::size_t total, std::size_t failed);
+/// The line at the end of a batch of `total` songs, some of which failed or were left out.
+std::string Summary(Language language, std::size_t total, std::size_t failed, std::size_t skipped);
 
 /// "5 of 12 program changes replaced; 3 have no bank select, 2 share one (--add-banks)".
 std::string RevoicingCounts(Language language, std::size_t changed, std::size_t all,

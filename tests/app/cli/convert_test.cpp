@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include "cli_fixture.h"
 
 namespace tracksmith::cli {
@@ -51,6 +53,40 @@ TEST_F(CliTest, ExistingResultsNeedYes) {
     EXPECT_EQ(Get("new/song.mid"), BrokenSong());
     EXPECT_EQ(Run({"convert", At("song.mid"), "--out", At("new"), "-y"}), 0);
     EXPECT_EQ(FormatOf(Get("new/song.mid")), 1);
+}
+
+TEST_F(CliTest, SkippingWhatIsDoneContinuesARun) {
+    namespace fs = std::filesystem;
+    for (const char* name : {"songs/a.mid", "songs/b.mid", "songs/c.mid", "songs/d.mid"}) {
+        Put(name, Format1Song());
+    }
+    const std::vector<std::vector<std::string>> commands{
+        {"convert", At("songs"), "--skip-done", "--out", At("new")},
+        {"check", At("songs"), "--repair", "--skip-done", "--out", At("new")},
+        {"revoice", At("songs"), "--skip-done", "--instrument", "Tyros 5", "--suggest", "--out",
+         At("new")}};
+    for (const auto& command : commands) {
+        fs::remove_all(At("new"));
+        Put("new/a.mid", Format0Song()); // done before
+        Put("new/b.mid", test::Bytes()); // cut off
+        Put("new/c.mid", Format0Song()); // older than its song
+        fs::last_write_time(At("new/c.mid"),
+                            fs::last_write_time(At("songs/c.mid")) - std::chrono::hours(1));
+        EXPECT_EQ(Run(command), 5) << log_; // b and c are not overwritten without a word
+        EXPECT_TRUE(Says("4 files: 1 done, 1 were done before, 2 failed")) << log_;
+        EXPECT_EQ(Get("new/c.mid"), Format0Song());
+        auto all = command;
+        all.emplace_back("--yes");
+        EXPECT_NE(Run(all), 5) << log_;
+        EXPECT_TRUE(Says("4 files: 2 done, 2 were done before, 0 failed")) << log_;
+        EXPECT_EQ(Get("new/a.mid"), Format0Song());
+        EXPECT_EQ(FormatOf(Get("new/b.mid")), 1);
+        EXPECT_EQ(Run(all), 0) << log_;
+        EXPECT_TRUE(Says("4 files: 0 done, 4 were done before, 0 failed")) << log_;
+    }
+    EXPECT_EQ(Run({"convert", At("songs"), "--skip-done", "--in-place"}), 2);
+    EXPECT_EQ(Run({"check", At("songs"), "--skip-done"}), 2);
+    EXPECT_TRUE(Says("--skip-done needs --out")) << log_;
 }
 
 TEST_F(CliTest, DryRunWritesNothing) {

@@ -5,9 +5,9 @@
 
 #include "base/text.h"
 
-namespace tracksmith::cli {
+namespace tracksmith::app {
 
 /// What an exception that no command expects tells the user (UTF-8).
 std::string ErrorWords(const std::exception& error, Language language);
 
-} // namespace tracksmith::cli
+} // namespace tracksmith::app

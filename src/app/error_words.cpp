@@ -1,4 +1,4 @@
-#include "app/cli/error_words.h"
+#include "app/error_words.h"
 
 #include <new>
 #include <system_error>
@@ -7,7 +7,7 @@
 
 #include "app/texts.h"
 
-namespace tracksmith::cli {
+namespace tracksmith::app {
 
 std::string ErrorWords(const std::exception& error, Language language) {
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
@@ -19,4 +19,4 @@ std::string ErrorWords(const std::exception& error, Language language) {
     return error.what();
 }
 
-} // namespace tracksmith::cli
+} // namespace tracksmith::app
