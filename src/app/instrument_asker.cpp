@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "midi/port_name.h"
 #include "song/midi_numbers.h"
 
 namespace tracksmith::app {
@@ -38,7 +37,7 @@ void InstrumentAsker::Cancel() {
 }
 
 void InstrumentAsker::Listen() {
-    player_.SetInputListener([this](const midi::TMyMidiEvent& event) {
+    player_.SetInputListener(this, [this](const midi::TMyMidiEvent& event) {
         // Of a short message only the status byte matters: it ends a message, or does not.
         const bool isLong = event.SysexLength > 0;
         question_->Take(isLong ? instruments::MessageBytes(event.Sysex, event.SysexLength)
@@ -64,33 +63,12 @@ AskState InstrumentAsker::OpenPorts(const std::string& wantedInput) {
     return state == AskState::Asking ? OpenOutput() : state;
 }
 
-std::string InstrumentAsker::FindInput(const std::string& wanted) const {
-    const auto& inputs = player_.InputDevices();
-    const std::string& name = wanted.empty() ? result_.output : wanted;
-    const auto exact = std::ranges::find(inputs, name, &player::InputDevice::productName);
-    if (exact != inputs.end()) {
-        return exact->productName;
-    }
-    const auto similar = std::ranges::find_if(inputs, [&](const player::InputDevice& input) {
-        return midi::NormalisedPortName(input.productName) == midi::NormalisedPortName(name);
-    });
-    if (similar != inputs.end()) {
-        return similar->productName;
-    }
-    return wanted.empty() && inputs.size() == 1 ? inputs.front().productName : std::string();
-}
-
 AskState InstrumentAsker::OpenInput(const std::string& wanted) {
-    result_.input = FindInput(wanted);
+    result_.input = FindInput(player_, wanted, result_.output);
     if (result_.input.empty()) {
         return AskState::NoInput;
     }
-    const auto selected = player_.SelectedInput();
-    if (!selected || player_.InputDevices()[*selected].productName != result_.input) {
-        formerInput_ = player_.ChosenInput();
-        player_.SelectInput(result_.input);
-    }
-    return player_.ConnectMidiInPort() ? AskState::Asking : AskState::InputFails;
+    return input_.Borrow(result_.input) ? AskState::Asking : AskState::InputFails;
 }
 
 AskState InstrumentAsker::OpenOutput() {
@@ -146,17 +124,11 @@ AskState InstrumentAsker::Step(Time now) {
 void InstrumentAsker::End(AskState state) {
     result_.state = state;
     if (question_) {
-        player_.SetInputListener(nullptr);
+        player_.SetInputListener(this, nullptr);
         result_.answers = question_->Answers();
         question_.reset();
     }
-    if (formerInput_) {
-        player_.SelectInput(*formerInput_);
-        if (!formerInput_->empty()) {
-            player_.ConnectMidiInPort();
-        }
-        formerInput_.reset();
-    }
+    input_.Return();
 }
 
 } // namespace tracksmith::app

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/borrowed_input.h"
 #include "instruments/identity/identity_question.h"
 #include "instruments/identity/identity_table.h"
 #include "player/player.h"
@@ -75,7 +76,6 @@ private:
     void Listen();
     AskState OpenInput(const std::string& wanted);
     AskState OpenOutput();
-    std::string FindInput(const std::string& wanted) const;
     AskState Send(std::span<const std::uint8_t> data);
     AskState Outcome() const;
     bool OutputTakesMessages() const;
@@ -85,8 +85,7 @@ private:
     instruments::IdentityTable table_;
     AskResult result_;
     std::size_t port_ = 0;
-    /// The input that was chosen before, where another one is listened to.
-    std::optional<std::string> formerInput_;
+    BorrowedInput input_{player_};
     std::optional<instruments::IdentityQuestion> question_;
     Time now_;
 };

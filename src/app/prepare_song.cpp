@@ -6,6 +6,7 @@
 
 #include "app/midi_functions.h"
 #include "app/texts.h"
+#include "instruments/catalogue.h"
 #include "song/lead_in.h"
 
 namespace tracksmith::app {
@@ -40,6 +41,12 @@ void PrepareSong(session::Session& session, MessageHost& host) {
         TMidiFunctions(workspace, host).CheckSysexs();
         return workspace.preparation.Changed();
     });
+}
+
+bool CanPrepare(const session::Workspace& workspace) {
+    const std::string& instrument = workspace.outputs.outputs.front().name;
+    return workspace.hasSong && !workspace.file.source.empty() && !workspace.preparation.prepared &&
+           instruments::FindInstrument(instrument) != nullptr;
 }
 
 bool HasEarlyNotes(const instruments::PreparationReport& report) {

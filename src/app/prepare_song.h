@@ -25,6 +25,10 @@ void TakeOtherOutputs(session::WorkOptions& options, instruments::InstrumentSett
 /// now or memory ends; the song is as before then.
 void PrepareSong(session::Session& session, MessageHost& host);
 
+/// Whether the song has not been prepared for the instrument of the first output, which the
+/// catalogue has.
+bool CanPrepare(const session::Workspace& workspace);
+
 /// Whether notes begin before the instrument is ready, as the last preparation counted them.
 bool HasEarlyNotes(const instruments::PreparationReport& report);
 

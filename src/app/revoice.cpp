@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "app/song_description.h"
 #include "instruments/picker/patch_state.h"
 #include "instruments/revoicer/bank_selects.h"
 #include "song/drum_channels.h"
@@ -118,6 +119,26 @@ instruments::Revoicing RevoiceSong(session::Session& session,
         host.ShowMessage(instruments::MissingLsbText(*plan.missingLsb, host.CurrentLanguage()));
     }
     return plan;
+}
+
+RevoicedSong RevoiceBy(const RevoiceOrder& order, session::Session& session,
+                       const instruments::VoiceTables& tables, MessageHost& host) {
+    const session::Workspace& work = session.Work();
+    const auto start = StartBanksOf(work, tables, DescribeSong(work), order.options);
+    if (order.addBanks) {
+        AddBankSelects(session, start, host);
+    }
+    RevoicedSong done;
+    if (order.suggestions > 0) {
+        const InstrumentId instrument = work.outputs.outputs.front().id;
+        const auto rule = instruments::RevoiceRuleOf(work.outputs);
+        done.suggestions = SuggestVoices(VoicesInSong(session.Song(), tables, rule, start), tables,
+                                         instrument, order.options(instrument), order.suggestions);
+        done.plan = RevoiceSong(session, FirstEntries(done.suggestions), host);
+    } else {
+        done.plan = RevoiceSong(session, order.entries, host);
+    }
+    return done;
 }
 
 std::size_t AddBankSelects(session::Session& session, const instruments::StartBanks& start,

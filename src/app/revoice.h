@@ -68,6 +68,32 @@ instruments::Revoicing RevoiceSong(session::Session& session,
                                    std::span<const instruments::RevoiceEntry> entries,
                                    MessageHost& host);
 
+/// How a song is to be revoiced.
+struct RevoiceOrder {
+    /// The table; not used where voices are suggested.
+    std::vector<instruments::RevoiceEntry> entries;
+    /// So many suggestions for each voice, of which the first is taken in place of the table; 0 for
+    /// none.
+    std::size_t suggestions = 0;
+    /// Program changes get bank selects of their own first.
+    bool addBanks = false;
+    /// The user's choices about voices; any thread that revoices calls it.
+    LookupOptionsOf options = [](instruments::InstrumentId) {
+        return instruments::LookupOptions();
+    };
+};
+
+/// What became of a song.
+struct RevoicedSong {
+    instruments::Revoicing plan;
+    std::vector<VoiceSuggestion> suggestions;
+};
+
+/// Revoices the song for the instrument of the first output. Shows and raises what RevoiceSong
+/// does.
+RevoicedSong RevoiceBy(const RevoiceOrder& order, session::Session& session,
+                       const instruments::VoiceTables& tables, MessageHost& host);
+
 /// Gives every program change bank selects of its own; returns how many got some. Raises EMidiError
 /// like Session::Change.
 std::size_t AddBankSelects(session::Session& session, const instruments::StartBanks& start,

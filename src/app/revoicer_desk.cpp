@@ -117,6 +117,10 @@ std::vector<instruments::SuggestedVoice> RevoicerDesk::Suggestions(const VoiceIn
     return Suggester().Suggest({source.isKit, source.numbers.program, source.name}, most);
 }
 
+std::optional<double> RevoicerDesk::NearnessOf(const VoiceInSong& source, VoiceNumbers target) {
+    return Suggester().NearnessOf({source.isKit, source.numbers.program, source.name}, target);
+}
+
 std::size_t RevoicerDesk::SuggestMissing() {
     std::vector<VoiceInSong> missing;
     for (const Row& row : thisSong_) {

@@ -57,6 +57,9 @@ public:
     /// The voices of the instrument that come nearest, the best first.
     std::vector<instruments::SuggestedVoice> Suggestions(const VoiceInSong& source,
                                                          std::size_t most);
+    /// How near `target` comes to the voice, 0 to 1; nothing where the instrument has no such
+    /// voice.
+    std::optional<double> NearnessOf(const VoiceInSong& source, instruments::VoiceNumbers target);
     /// Puts the first suggestion into the table for each voice of the song that is not in it.
     /// Returns how many; the table must be saved then.
     std::size_t SuggestMissing();

@@ -1,13 +1,13 @@
 #include "app/save_song.h"
 
-#include <array>
 #include <system_error>
 
 #include "base/system/file_io.h"
+#include "base/system/reachable_path.h"
 #include "base/system_reason.h"
 
 #include "app/texts.h"
-#include "song/event_chain.h"
+#include "song/practice_tempo.h"
 
 namespace tracksmith::app {
 namespace {
@@ -27,27 +27,6 @@ std::string OutcomeText(const system::WriteResult& result, const std::string& na
 /// A practice tempo can only be saved where a tempo event stands.
 constexpr session::ChangeKind kFirstTempo{.name = Text{De{"Anfangstempo"}, En{"First Tempo"}},
                                           .playsOn = true};
-
-bool BeginsWithTempo(const song::Song& song) {
-    for (const song::Track& track : song.tracks) {
-        for (song::ConstEventLink event = track.first; event && event->tick == 0;
-             event = event->next) {
-            if (event->IsMeta(song::kMetaTempo)) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-bool InsertFirstTempo(session::Workspace& workspace) {
-    song::Track& track = workspace.song.tracks.front();
-    constexpr std::array<std::uint8_t, 3> kBytes{
-        song::kDefaultTempo >> 16, (song::kDefaultTempo >> 8) & 0xFF, song::kDefaultTempo & 0xFF};
-    song::InsertAfter(track, track.first,
-                      song::NewMetaEvent(workspace.song.pool, 0, song::kMetaTempo, kBytes));
-    return true;
-}
 
 // The system's reason stands on a line of its own.
 std::string FailureText(const system::WriteResult& result, const std::string& name,
@@ -79,8 +58,14 @@ void WriteMidiFile(const std::filesystem::path& file, std::span<const std::uint8
 
 void SaveMidiFile(session::Session& session, const std::filesystem::path& file, SaveFormat format,
                   MessageHost& host) {
-    if (session.TempoOffset() != 0 && !BeginsWithTempo(session.Song())) {
-        session.Change(kFirstTempo, host, InsertFirstTempo);
+    if (session.HearsOther()) {
+        session.Controls().Hear(nullptr);
+    }
+    if (session.TempoOffset() != 0 && !song::BeginsWithTempo(session.Song())) {
+        session.Change(kFirstTempo, host, [](session::Workspace& workspace) {
+            song::InsertFirstTempo(workspace.song, song::kDefaultTempo);
+            return true;
+        });
     }
     WriteMidiFile(file, EncodeSong(session, format, host), host);
     session.MarkSaved(file, format == SaveFormat::AsSong ? session.Work().file.format : format);
@@ -88,7 +73,7 @@ void SaveMidiFile(session::Session& session, const std::filesystem::path& file, 
 
 bool ConfirmOverwrite(const std::filesystem::path& file, MessageHost& host) {
     std::error_code error;
-    return !std::filesystem::exists(file, error) ||
+    return !std::filesystem::exists(system::ReachablePath(file), error) ||
            host.AskYesNo(texts::OverwriteQuestion(host.CurrentLanguage(), system::PathText(file)));
 }
 

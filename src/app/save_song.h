@@ -15,7 +15,8 @@ using session::SaveFormat;
 /// Writes the song to `file`, whole or not at all. A fault is shown through `host` and raised as
 /// EMidiError; the file keeps its old bytes then. Asks nothing: see ConfirmOverwrite. On success
 /// the song counts as unmodified, `file` becomes its file name and `format` the file's format; the
-/// practice tempo has been written and is that of the file from then on.
+/// practice tempo has been written and is that of the file from then on. Another song that is heard
+/// in place of it is heard no more.
 void SaveMidiFile(session::Session& session, const std::filesystem::path& file, SaveFormat format,
                   MessageHost& host);
 

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "base/display_text.h"
 #include "base/system/file_io.h"
@@ -85,14 +88,32 @@ void CountEvent(const song::MidiEvent& event, SongDescription& description,
     }
 }
 
-std::string TitleOf(const session::Workspace& workspace) {
-    for (const song::Track& track : workspace.song.tracks) {
-        if (track.name.find_first_not_of(" \t\r\n") != std::string::npos &&
-            track.name.find('\0') == std::string::npos) {
-            return DisplayText(track.name);
+// Names that programs give by themselves; compared in small letters, without digits and signs.
+constexpr auto kNamesWithoutMeaning = std::to_array<std::string_view>(
+    {"",          "track",      "spur",     "piste",       "untitled",     "unnamed",
+     "unbenannt", "noname",     "sequence", "seq",         "conductor",    "conductortrack",
+     "tempo",     "tempotrack", "master",   "mastertrack", "controltrack", "midi",
+     "miditrack", "midiout",    "song",     "new",         "newsong",      "default"});
+
+bool SaysSomething(std::string_view name) {
+    std::string letters;
+    for (const char sign : name) {
+        const bool other = static_cast<unsigned char>(sign) >= 0x80;
+        if (other || std::isalpha(static_cast<unsigned char>(sign)) != 0) {
+            letters += static_cast<char>(other ? sign : sign | 0x20);
         }
     }
-    return DisplayText(system::PathText(workspace.file.source.stem()));
+    return letters.size() > 1 && name.find('\0') == std::string_view::npos &&
+           std::ranges::find(kNamesWithoutMeaning, letters) == kNamesWithoutMeaning.end();
+}
+
+// The name of the first track is that of the song; those of the others are parts.
+std::string TitleOf(const session::Workspace& workspace) {
+    const auto& tracks = workspace.song.tracks;
+    const bool named =
+        !tracks.empty() && (SaysSomething(tracks.front().name) || workspace.file.source.empty());
+    return DisplayText(named ? tracks.front().name
+                             : system::PathText(workspace.file.source.stem()));
 }
 
 void DescribeTracks(const song::Song& song, SongDescription& description, Channels& channels) {

@@ -1,13 +1,22 @@
 set(SOURCES
   channel_voices.cpp
   channel_voices.h
+  component_texts.h
+  components.cpp
+  components.h
   empty_song.cpp
   empty_song.h
+  error_words.cpp
+  error_words.h
   file_signature.cpp
   file_signature.h
   ask_texts.h
   ask_words.cpp
   ask_words.h
+  borrowed_input.cpp
+  borrowed_input.h
+  connection_test.cpp
+  connection_test.h
   instrument_asker.cpp
   instrument_asker.h
   kept_words.cpp
@@ -24,6 +33,8 @@ set(SOURCES
   note_report.h
   note_settings.cpp
   note_settings.h
+  output_names.cpp
+  output_names.h
   preparation_words.cpp
   preparation_words.h
   refusal_texts.cpp
@@ -32,6 +43,8 @@ set(SOURCES
   refusal_words.h
   revoice.cpp
   revoice.h
+  revoice_folder.cpp
+  revoice_folder.h
   revoicer_desk.cpp
   revoicer_desk.h
   save_song.cpp
@@ -40,5 +53,9 @@ set(SOURCES
   song_description.h
   song_file.cpp
   song_file.h
+  song_folder.cpp
+  song_folder.h
+  song_list.cpp
+  song_list.h
   texts.cpp
   texts.h)

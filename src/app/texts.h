@@ -38,6 +38,10 @@ std::string SavedIncompletely(Language language, std::string_view name, std::siz
 /// Writing failed.
 std::string SaveFailed(Language language, std::string_view name);
 
+inline constexpr Text kIsOriginal{
+    De{"Das Ergebnis käme an die Stelle eines der Originale; nichts wurde geschrieben."},
+    En{"The result would take the place of one of the originals; nothing was written."}};
+
 /// The question before a file is overwritten.
 std::string OverwriteQuestion(Language language, std::string_view name);
 

@@ -1,5 +1,6 @@
 #include "app/load_sequence.h"
 
+#include <future>
 #include <gtest/gtest.h>
 
 #include "base/system/file_io.h"
@@ -170,6 +171,99 @@ TEST_F(LoadSequenceTest, ShortNotesAreLengthenedAsChosenAndCounted) {
     session_.Options().skipNoteCheck = true;
     OpenMidiData(session_, file, "short.mid", host_);
     EXPECT_TRUE(session_.Work().balanced);
+}
+
+/// How songs are loaded beside the one in memory, on a thread of their own.
+class LoadBesideTest : public LoadSequenceTest {
+protected:
+    LoadOrder Order(const std::filesystem::path& file) {
+        session_.Options().outputs.outputs.front().SetName("Yamaha Genos2");
+        session_.Options().sysexOptions.automatic = true;
+        return {.file = file, .options = session_.Options()};
+    }
+    /// Loads `order` while this thread reads the song in memory.
+    std::unique_ptr<LoadedSong> Prepare(const LoadOrder& order) {
+        auto result = std::async(std::launch::async, [&] { return PrepareLoad(order, watch_); });
+        do {
+            ExpectOldSong();
+        } while (result.wait_for(std::chrono::seconds(0)) != std::future_status::ready);
+        return result.get();
+    }
+    static std::string Content(const session::Session& session) {
+        std::string text;
+        for (const song::Track& track : session.Song().tracks) {
+            text += track.name + ": " + Listing(track) + "\n";
+        }
+        return text + std::to_string(session.Song().timeZoneCount) + session.Song().lengthText;
+    }
+
+    LoadWatch watch_;
+};
+
+TEST_F(LoadBesideTest, IsTheSameSongAsLoadedInPlace) {
+    const auto file = folder_ / "new.mid";
+    Bytes bytes = RandomFile(11, 1);
+    bytes.resize(bytes.size() + 1'000'000); // bytes behind the last track are dropped
+    PutFile(file, bytes);
+    const LoadOrder order = Order(file);
+    const auto loaded = Prepare(order);
+    const std::uint64_t revision = session_.Revision();
+    TakeLoaded(session_, *loaded, host_);
+    EXPECT_GT(session_.Revision(), revision);
+    EXPECT_EQ(loaded->work.song.trackCount, 2); // the old song
+    EXPECT_EQ(watch_.read, bytes.size());
+    EXPECT_EQ(watch_.size, bytes.size());
+    watch_.stop.request_stop();
+    EXPECT_EQ(ReadWatchedFile(file, watch_), std::nullopt);
+
+    session::Session other;
+    other.Options() = session_.Options();
+    OpenMidiFile(other, file, host_);
+    EXPECT_EQ(song::CheckSong(session_.Song()), "");
+    EXPECT_EQ(Content(session_), Content(other));
+    const session::Workspace& work = session_.Work();
+    EXPECT_EQ(work.file.name, file);
+    EXPECT_EQ(work.file.stamp, other.Work().file.stamp);
+    EXPECT_EQ(*work.loaded.bytes, *other.Work().loaded.bytes);
+    EXPECT_TRUE(work.preparation.Changed());
+    EXPECT_EQ(work.balanced, other.Work().balanced);
+    EXPECT_FALSE(session_.Modified());
+    EXPECT_TRUE(host_.messages.empty());
+}
+
+TEST_F(LoadBesideTest, AFaultEndsAsInPlace) {
+    Bytes broken = SmallSong();
+    broken.erase(broken.end() - 3, broken.end());
+    PutFile(folder_ / "broken.mid", broken);
+    PutFile(folder_ / "short.mid", Bytes(23, 'M'));
+    for (const char* name : {"missing.mid", "short.mid", "broken.mid"}) {
+        LoadOrder order = Order(folder_ / name);
+        order.language = Language::German;
+        const auto loaded = Prepare(order);
+        EXPECT_NE(loaded->advice.german, "");
+        ExpectOldSong();
+        const std::string text = ErrorOf(
+            Language::German, [&](MessageHost& host) { TakeLoaded(session_, *loaded, host); });
+        if (order.file.stem() != "broken") {
+            ExpectOldSong();
+            EXPECT_EQ(text, OpenError(order.file, Language::German));
+        } else {
+            EXPECT_FALSE(session_.HasSong());
+            EXPECT_TRUE(session_.Work().file.name.empty());
+        }
+    }
+}
+
+TEST_F(LoadBesideTest, AStopEndsItAndTheEndOfMemoryIsTold) {
+    watch_.stop.request_stop();
+    EXPECT_FALSE(Prepare(Order(folder_ / "old.mid"))->work.hasSong);
+    LoadOrder order = Order(folder_ / "old.mid");
+    order.reader = [](const std::filesystem::path&,
+                      LoadWatch&) -> std::optional<std::vector<std::uint8_t>> {
+        throw std::bad_alloc();
+    };
+    EXPECT_EQ(Prepare(order)->fault, "Error allocating memory!");
+    EXPECT_FALSE(watch_.reading);
 }
 
 } // namespace
