@@ -38,6 +38,7 @@ AskPanel::AskPanel(const std::shared_ptr<app::InstrumentAsker>& asker, Around ar
       language_(language),
       timer_(new QTimer(this)),
       ask_(new QPushButton(Say(texts::kAskInstrument))),
+      buttons_(new QHBoxLayout),
       result_(new Panel(QPalette::Base)),
       headline_(NewLabel("L_AskHeadline", result_)),
       detail_(NewLabel("L_AskDetail", result_)),
@@ -46,13 +47,12 @@ AskPanel::AskPanel(const std::shared_ptr<app::InstrumentAsker>& asker, Around ar
     ask_->setToolTip(Say(texts::kAskInstrumentHint));
     ask_->setAutoDefault(false);
     BuildResult();
-    auto* row = new QHBoxLayout;
-    row->addWidget(ask_);
-    row->addStretch();
+    buttons_->addWidget(ask_);
+    buttons_->addStretch();
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Gap());
-    column->addLayout(row);
+    column->addLayout(buttons_);
     column->addWidget(result_);
     timer_->setInterval(kLook);
     connect(timer_, &QTimer::timeout, this, &AskPanel::Look);
@@ -68,6 +68,10 @@ AskPanel::~AskPanel() {
 
 QString AskPanel::Say(const Text& text) const {
     return InLanguage(text, language_);
+}
+
+void AskPanel::AddBeside(QPushButton* button) {
+    buttons_->insertWidget(buttons_->count() - 1, button);
 }
 
 void AskPanel::BuildResult() {

@@ -10,6 +10,7 @@
 #include "app/ask_words.h"
 #include "app/instrument_asker.h"
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QTimer;
@@ -39,6 +40,8 @@ public:
     /// Gives up a question that is under way.
     ~AskPanel() override;
 
+    /// Puts another button beside that which asks.
+    void AddBeside(QPushButton* button);
     /// Gives up a question that is under way and shows no result any more.
     void Clear();
 
@@ -59,6 +62,7 @@ private:
     Language language_;
     QTimer* timer_;
     QPushButton* ask_;
+    QHBoxLayout* buttons_;
     Panel* result_;
     QLabel* headline_;
     QLabel* detail_;

@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms/ports/ask_panel.h"
+#include "app/forms/ports/key_test.h"
 #include "app/forms/ports/port_items.h"
 #include "app/forms/settings/file_chooser.h"
 #include "app/forms/texts.h"
@@ -26,8 +27,7 @@
 namespace tracksmith::forms {
 
 PortsDialog::PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
-                         const std::shared_ptr<app::InstrumentAsker>& asker, Language language,
-                         QWidget* parent)
+                         const ConnectionTools& connection, Language language, QWidget* parent)
     : QDialog(parent),
       session_(session),
       sound_(sound),
@@ -43,7 +43,7 @@ PortsDialog::PortsDialog(SessionSignals& session, SoundSettings& sound, FileChoo
     setWindowTitle(Say(texts::kPortsTitle));
     AddColumn(*this);
     layout()->addWidget(BuildPorts());
-    BuildAsking(asker);
+    BuildAsking(connection);
     if (sound_.HasSynth()) {
         layout()->addWidget(BuildSynth());
     }
@@ -74,18 +74,20 @@ QWidget* PortsDialog::BuildPorts() {
     connect(output_, &QComboBox::activated, this, [this] {
         asking_->Clear();
         session_.Controls().ChooseOutput(output_->currentData().toString().toStdString());
+        keys_->Listen();
     });
     connect(input_, &QComboBox::activated, this, [this] {
         asking_->Clear();
         sound_.SetInput(input_->currentData().toString().toStdString());
+        keys_->Listen();
     });
     connect(thru_, &QCheckBox::toggled, this, [this](bool on) { sound_.SetThru(on); });
     return group;
 }
 
-void PortsDialog::BuildAsking(const std::shared_ptr<app::InstrumentAsker>& asker) {
+void PortsDialog::BuildAsking(const ConnectionTools& connection) {
     asking_ = new AskPanel(
-        asker,
+        connection.asker,
         {[this] { return session_.Controls().Outputs().Output(); },
          [this] { return sound_.ReadInput(); },
          [this] {
@@ -94,6 +96,13 @@ void PortsDialog::BuildAsking(const std::shared_ptr<app::InstrumentAsker>& asker
          }},
         language_);
     layout()->addWidget(asking_);
+    keys_ = new KeyTest(connection.test,
+                        {[this] { return session_.Controls().Outputs().Output(); },
+                         [this] { return sound_.ReadInput(); }},
+                        language_);
+    asking_->AddBeside(keys_->NoteButton());
+    layout()->addWidget(keys_);
+    connect(&session_, &SessionSignals::PortsChanged, keys_, &KeyTest::Listen);
     connect(asking_, &AskPanel::InstrumentChosen, this, &PortsDialog::InstrumentChosen);
 }
 

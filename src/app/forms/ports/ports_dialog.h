@@ -1,12 +1,10 @@
 #pragma once
 
-#include <memory>
-
 #include "base/text.h"
 #include <QDialog>
 
+#include "app/forms/ports/connection_tools.h"
 #include "app/forms/ports/sound_settings.h"
-#include "app/instrument_asker.h"
 
 class QCheckBox;
 class QComboBox;
@@ -18,6 +16,7 @@ namespace tracksmith::forms {
 
 class AskPanel;
 class FileChooser;
+class KeyTest;
 class SessionSignals;
 
 /// The window for the MIDI ports, the question which instrument is connected, and the built-in
@@ -26,10 +25,9 @@ class PortsDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// All must outlive the dialog, but not the asker.
+    /// All must outlive the dialog, but not what `connection` holds.
     PortsDialog(SessionSignals& session, SoundSettings& sound, FileChooser& chooser,
-                const std::shared_ptr<app::InstrumentAsker>& asker, Language language,
-                QWidget* parent = nullptr);
+                const ConnectionTools& connection, Language language, QWidget* parent = nullptr);
 
 signals:
     /// The user wants songs to be prepared for the instrument of this name, which has answered.
@@ -38,7 +36,7 @@ signals:
 private:
     QWidget* BuildPorts();
     QWidget* BuildSynth();
-    void BuildAsking(const std::shared_ptr<app::InstrumentAsker>& asker);
+    void BuildAsking(const ConnectionTools& connection);
     void ShowInputs();
     void ShowSoundfont();
     void ChooseSoundfont();
@@ -50,6 +48,7 @@ private:
     FileChooser& chooser_;
     Language language_;
     AskPanel* asking_ = nullptr;
+    KeyTest* keys_ = nullptr;
     QComboBox* output_;
     QComboBox* input_;
     QCheckBox* thru_;
