@@ -18,6 +18,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "app/forms/revoicer/match_icon.h"
 #include "app/forms/revoicer/texts.h"
 #include "app/forms/transport/session_signals.h"
 
@@ -36,6 +37,7 @@ enum Column {
     ChangesColumn,
     ToColumn,
     ToNumbersColumn,
+    MatchColumn,
     Columns
 };
 
@@ -142,7 +144,9 @@ void TAutoRevoicerForm::BuildGrid() {
     grid_->setHorizontalHeaderLabels({QString(), Say(revoicer_texts::kChannels),
                                       Say(revoicer_texts::kFrom), Say(revoicer_texts::kNumbers),
                                       Say(revoicer_texts::kChanges), Say(revoicer_texts::kTo),
-                                      Say(revoicer_texts::kNumbers)});
+                                      Say(revoicer_texts::kNumbers), Say(revoicer_texts::kMatch)});
+    grid_->horizontalHeaderItem(MatchColumn)->setToolTip(Say(revoicer_texts::kMatchHint));
+    grid_->setIconSize(MatchIconSize());
     grid_->verticalHeader()->hide();
     grid_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 2);
     grid_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -186,6 +190,8 @@ void TAutoRevoicerForm::BuildFooter(QVBoxLayout& column) {
     counts_ = NewLabel("Lbl_RevoicerCounts", this);
     counts_->setWordWrap(true);
     row->addWidget(counts_, 1);
+    AddButton(*row, "Btn_RevoiceFolder", revoicer_texts::kApplyToFolder,
+              &TAutoRevoicerForm::ApplyToFolder);
     apply_ = AddButton(*row, "Btn_Revoice", revoicer_texts::kApply,
                        &TAutoRevoicerForm::Btn_RevoiceClick);
     AddButton(*row, "Btn_Close", revoicer_texts::kClose, &TAutoRevoicerForm::Btn_CloseClick);
@@ -244,6 +250,16 @@ void TAutoRevoicerForm::PutRow(int row) {
         ->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     put(ToColumn, replaced ? ToQString(shown.targetName) : Say(revoicer_texts::kNotReplaced));
     put(ToNumbersColumn, replaced ? NumbersText(shown.target) : QString());
+    QTableWidgetItem* match = put(MatchColumn, {});
+    const auto nearness = replaced && desk_.CanSuggest()
+                              ? desk_.NearnessOf(shown.source, shown.target)
+                              : std::nullopt;
+    if (nearness) {
+        const int bars = MatchBars(*nearness);
+        match->setIcon(MatchIcon(bars, palette()));
+        match->setData(Qt::AccessibleTextRole, Say(revoicer_texts::kMatchOf).arg(bars));
+        match->setToolTip(Say(revoicer_texts::kMatchOf).arg(bars));
+    }
 }
 
 void TAutoRevoicerForm::ShowState() {
@@ -324,6 +340,9 @@ void TAutoRevoicerForm::ShowSuggestions() {
                             MenuText(ToQString(each.voice->name)) + QStringLiteral("\t") +
                             ToQString(each.voice->category) + QStringLiteral("  ") +
                             NumbersText(each.voice->Numbers()));
+        const int bars = MatchBars(each.nearness);
+        action->setIcon(MatchIcon(bars, palette()));
+        action->setToolTip(Say(revoicer_texts::kMatchOf).arg(bars));
         action->setCheckable(true);
         action->setChecked(current->line && current->target == each.voice->Numbers());
         connect(action, &QAction::triggered, this,

@@ -27,6 +27,8 @@ struct AutoRevoicerActions {
     /// they return.
     std::function<void(app::RevoicerDesk&)> apply;
     std::function<void(app::RevoicerDesk&)> addBanks;
+    /// Opens the window that applies the table to a folder.
+    std::function<void()> applyToFolder;
     /// Tells that something did not work.
     std::function<void(const QString&)> tell;
     std::function<void()> playStop;
@@ -87,6 +89,7 @@ private:
     void AskImport();
     void AskExport();
     void AddBanks();
+    void ApplyToFolder() { actions_.applyToFolder(); }
     void Play() { actions_.playStop(); }
     void ListenToOld() { ListenTo(false); }
     void ListenToNew() { ListenTo(true); }

@@ -17,20 +17,26 @@ inline constexpr Text kExport{De{"E&xportieren…"}, En{"E&xport…"}};
 inline constexpr Text kDelete{De{"&Löschen"}, En{"&Delete"}};
 inline constexpr Text kAddBanks{De{"Fehlende &Bankwahlen ergänzen"},
                                 En{"Add Missing &Bank Selects"}};
-inline constexpr Text kApply{De{"&Auf den Song anwenden"}, En{"&Apply to Song"}};
+inline constexpr Text kApply{De{"Auf den Song an&wenden"}, En{"&Apply to Song"}};
+inline constexpr Text kApplyToFolder{De{"Auf &Ordner anwenden…"}, En{"Apply to &Folder…"}};
 inline constexpr Text kClose{De{"S&chließen"}, En{"&Close"}};
 inline constexpr Text kOld{De{"&Alte Klänge"}, En{"&Old Voices"}};
 inline constexpr Text kNew{De{"&Neue Klänge"}, En{"&New Voices"}};
 inline constexpr Text kWhilePlaying{De{"Strg+B, während der Song läuft"},
                                     En{"Ctrl+B while the song plays on"}};
 inline constexpr Text kPlay{De{"S&pielen"}, En{"&Play"}};
-inline constexpr Text kStop{De{"S&topp"}, En{"S&top"}};
+inline constexpr Text kStop{De{"Stop&p"}, En{"Sto&p"}};
 inline constexpr Text kGrid{De{"Klänge und was aus ihnen wird"}, En{"Voices and what they become"}};
 inline constexpr Text kChannels{De{"Kanäle"}, En{"Ch."}};
 inline constexpr Text kFrom{De{"Aus"}, En{"From"}};
 inline constexpr Text kTo{De{"wird"}, En{"To"}};
 inline constexpr Text kNumbers{De{"Nummern"}, En{"Numbers"}};
 inline constexpr Text kChanges{De{"Wechsel"}, En{"Changes"}};
+inline constexpr Text kMatch{De{"Nähe"}, En{"Match"}};
+inline constexpr Text kMatchHint{
+    De{"Wie nahe der Klang nach Name und Kategorie dem alten kommt, in fünf Stufen"},
+    En{"How near the voice comes to the old one by name and category, in five steps"}};
+inline constexpr Text kMatchOf{De{"%1 von 5"}, En{"%1 of 5"}};
 inline constexpr Text kNotReplaced{De{"bleibt (Eingabetaste: Vorschläge)"},
                                    En{"stays (Enter: suggestions)"}};
 inline constexpr Text kNoSuggestion{De{"Kein Klang des Instruments kommt nahe"},
