@@ -18,6 +18,10 @@ struct MenuState {
     bool song = false;
     /// The open song came from a file, which can be read again.
     bool songFile = false;
+    /// There are songs to go through one after the other.
+    bool songList = false;
+    /// The last range that was edited can be put back.
+    bool undo = false;
     /// The last change of the whole song can be taken back.
     bool takeBack = false;
     /// An empty measure in front would help the instrument to be ready in time.
@@ -29,6 +33,8 @@ using Condition = bool MenuState::*;
 inline constexpr Condition kAlways = nullptr;
 inline constexpr Condition kWithSong = &MenuState::song;
 inline constexpr Condition kWithSongFile = &MenuState::songFile;
+inline constexpr Condition kWithSongList = &MenuState::songList;
+inline constexpr Condition kWithUndo = &MenuState::undo;
 inline constexpr Condition kWithTakeBack = &MenuState::takeBack;
 inline constexpr Condition kWithEarlyNotes = &MenuState::leadIn;
 

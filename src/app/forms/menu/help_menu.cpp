@@ -1,5 +1,6 @@
 #include <array>
 
+#include "app/forms/guide/texts.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/menu_areas.h"
 #include "app/forms/texts.h"
@@ -8,7 +9,13 @@ namespace tracksmith::forms {
 namespace {
 
 constexpr auto kRows = std::to_array<CommandRow>({
+    {"MMF_UserGuide",
+     guide_texts::kMenu,
+     &TMainForm::MMF_UserGuideClick,
+     kAlways,
+     {"F1", QKeySequence::HelpContents}},
     {"MMF_OpenDemoSong", texts::kOpenDemo, &TMainForm::MMF_OpenDemoSongClick},
+    {"MMF_FirstSteps", texts::kFirstSteps, &TMainForm::MMF_FirstStepsClick},
     {"MMF_About", texts::kAbout, &TMainForm::MMF_AboutClick},
 });
 

@@ -33,6 +33,7 @@ MainMenu::MainMenu(TMainForm& form) : QMenuBar(&form), form_(form) {
             addMenu(NewMenu(*area));
         }
     }
+    position_ = NewMenu(kPositionMenu);
     fileName_ = NewCaption("Lbl_CornerFileName", this);
     fileName_->setContentsMargins(0, Gap() / 2, Gap() * 3 / 2, 0);
     setCornerWidget(fileName_);
@@ -110,6 +111,14 @@ void MainMenu::SetTextOf(std::string_view id, const TextSource& source) {
             entry.text = source;
             ShowText(entry);
         }
+    }
+}
+
+void MainMenu::GiveKeys(std::string_view from, std::string_view to) {
+    const QList<QKeySequence> keys = ActionOf(from).shortcuts();
+    if (!ActionOf(from).shortcut().isEmpty()) {
+        ActionOf(from).setShortcuts(QList<QKeySequence>());
+        ActionOf(to).setShortcuts(keys);
     }
 }
 

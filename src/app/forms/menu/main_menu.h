@@ -41,6 +41,12 @@ public:
     /// Lets a row show another text than its own, from now on and in every language.
     void SetTextOf(std::string_view id, const TextSource& source);
 
+    /// Gives the keys of a row to another row, where they work from now on.
+    void GiveKeys(std::string_view from, std::string_view to);
+
+    /// The menu that the position display shows.
+    QMenu& Position() const { return *position_; }
+
     /// Shows every text in `language` and marks it as the chosen one.
     void Retranslate(Language language);
 
@@ -80,6 +86,7 @@ private:
     std::vector<Entry> entries_;
     std::vector<TitledMenu> menus_;
     RecentFilesMenu* recent_ = nullptr;
+    QMenu* position_ = nullptr;
     QLabel* fileName_ = nullptr;
 };
 

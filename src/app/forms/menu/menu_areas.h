@@ -14,6 +14,9 @@ extern const MenuArea kViewMenu;
 extern const MenuArea kSettingsMenu;
 extern const MenuArea kHelpMenu;
 
+/// The context menu of the position display.
+extern const MenuArea kPositionMenu;
+
 /// In the view menu; the values are per cent.
 extern const MenuArea kTextSizeMenu;
 

@@ -43,6 +43,10 @@ constexpr auto kRows = std::to_array<CommandRow>({
      .handler = &TMainForm::MMS_LiveWhileStoppedClick,
      .checkable = true},
     Submenu(kAutoBackupMenu),
+    {.id = commands::kFileAssociation,
+     .text = texts::kFileAssociation,
+     .handler = &TMainForm::MMS_FileAssociationClick,
+     .checkable = true},
     Submenu(kLanguage),
 });
 
