@@ -2,21 +2,14 @@
 
 #include <QGuiApplication>
 #include <QSessionManager>
-#include <QSocketNotifier>
 
 #include "app/forms/main_form.h"
+#include "app/forms/settings/interrupt_notifier.h"
 
 namespace tracksmith::forms {
 
 EndWatch::EndWatch(TMainForm& form) {
-    if (system::InterruptWatch::Descriptor() >= 0) {
-        auto* waiting =
-            new QSocketNotifier(system::InterruptWatch::Descriptor(), QSocketNotifier::Read, this);
-        connect(waiting, &QSocketNotifier::activated, this, [waiting, &form] {
-            waiting->setEnabled(false);
-            form.EndNow();
-        });
-    }
+    CallWhenInterrupted(*this, [&form] { form.EndNow(); });
     // The answer is wanted before the signal returns.
     connect(
         qGuiApp, &QGuiApplication::commitDataRequest, this,

@@ -7,10 +7,10 @@ namespace tracksmith::forms {
 
 class TMainForm;
 
-/// Ends the window properly when the system wants the program to end: by a signal, without a
-/// question, or because the desktop's session ends, where the desktop may allow one. While it
-/// lives, signals do not end the program by themselves, unless one of a kind comes twice. One at a
-/// time, user-interface thread.
+/// Ends the window properly when the system wants the program to end: by a signal or
+/// Ctrl+C, without a question, or because the desktop's session ends, where the desktop may allow
+/// one. While it lives, signals do not end the program by themselves, unless one of a kind comes
+/// twice. One at a time, user-interface thread.
 class EndWatch : public QObject {
     Q_OBJECT
 

@@ -5,6 +5,7 @@
 #include "base/forms/qt_text.h"
 #include <QFileDialog>
 
+#include "app/forms/changes/texts.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {
@@ -35,6 +36,10 @@ constexpr auto kKinds = std::to_array<KindSpec>({
      " (*.midnam *.MIDNAM *.ins *.INS *.tsv *.TSV);;", "tsv"},
     {texts::kOpenRevoicerTable, texts::kSaveRevoicerTable, texts::kTableFiles,
      " (*.tsv *.TSV *.txt *.TXT);;", "tsv"},
+    {changes_texts::kSaveTextTitle, changes_texts::kSaveTextTitle, changes_texts::kTextFiles,
+     " (*.txt *.TXT);;", "txt"},
+    {changes_texts::kSaveJsonTitle, changes_texts::kSaveJsonTitle, changes_texts::kJsonFiles,
+     " (*.json *.JSON);;", "json"},
 });
 
 const KindSpec& SpecOf(FileKind kind) {
@@ -65,6 +70,14 @@ std::optional<std::filesystem::path> FileChooser::ChooseSave(
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setDefaultSuffix(QLatin1String(SpecOf(kind).suffix));
     dialog.selectFile(PathToQString(proposal.filename()));
+    return Run(dialog);
+}
+
+std::optional<std::filesystem::path> FileChooser::ChooseFolder(
+    QWidget* window, const QString& title, const std::filesystem::path& folder) {
+    QFileDialog dialog(window, title, PathToQString(folder));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
     return Run(dialog);
 }
 

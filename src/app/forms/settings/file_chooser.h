@@ -4,12 +4,13 @@
 #include <optional>
 
 #include "base/text.h"
+#include <QString>
 #include <QWidget>
 
 namespace tracksmith::forms {
 
 /// What a file is for: its filter and the dialog's title follow from it.
-enum class FileKind { Song, Soundfont, Voices, RevoicerTable };
+enum class FileKind { Song, Soundfont, Voices, RevoicerTable, ChangesText, ChangesJson };
 
 /// Asks the user for a file. A seam: tests answer without a dialog.
 class FileChooser {
@@ -26,6 +27,10 @@ public:
     virtual std::optional<std::filesystem::path> ChooseSave(QWidget* window, Language language,
                                                             FileKind kind,
                                                             const std::filesystem::path& proposal);
+
+    /// A folder, with `folder` shown first, in a dialog of this title; empty when the user gave up.
+    virtual std::optional<std::filesystem::path> ChooseFolder(QWidget* window, const QString& title,
+                                                              const std::filesystem::path& folder);
 };
 
 } // namespace tracksmith::forms

@@ -32,6 +32,10 @@ public:
     int ReadTextSize();
     void WriteTextSize(int percent);
 
+    /// The start page is wanted at the start; `preset` holds until the user has said so or not.
+    bool ReadStartPage(bool preset) { return store_.ReadBoolFromUserRegistry("StartPage", preset); }
+    void WriteStartPage(bool wanted) { store_.WriteBoolToUserRegistry("StartPage", wanted); }
+
     /// Place and size of the window as QWidget::saveGeometry gives it; empty at first.
     QByteArray ReadGeometry();
     void WriteGeometry(const QByteArray& geometry);
