@@ -1,19 +1,28 @@
 #include <chrono>
 #include <filesystem>
+#include <iostream>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "base/forms/qt_text.h"
+#include "base/system/console.h"
+#include "base/system/crash_watch.h"
+#include "base/system/single_start.h"
 #include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDialog>
 #include <QIcon>
 #include <QSize>
 #include <QTimer>
 
+#include "app/backups/backup_folder.h"
+#include "app/components.h"
 #include "app/forms/application.h"
 #include "app/forms/main_form.h"
 #include "app/forms/settings/end_watch.h"
+#include "app/forms/settings/start_watch.h"
 #include "app/settings/settings_store.h"
 
 using namespace tracksmith;
@@ -25,9 +34,15 @@ void TakeScreenshot(forms::TMainForm& form, const QString& picture) {
     // The song is loaded, laid out and plays by then.
     constexpr std::chrono::milliseconds kSettled{1'000};
     QTimer::singleShot(kSettled, &form, [&form, picture] {
-        QWidget* dialog = QApplication::activeWindow();
-        QWidget& shown = dialog != nullptr ? *dialog : form;
-        QApplication::exit(shown.grab().save(picture) ? 0 : 1);
+        QWidget* shown = QApplication::activeWindow();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            // A window that does not block the others need not be the active one.
+            if ((shown == nullptr || shown == &form) && window->isVisible() &&
+                qobject_cast<QDialog*>(window) != nullptr) {
+                shown = window;
+            }
+        }
+        QApplication::exit((shown != nullptr ? *shown : form).grab().save(picture) ? 0 : 1);
     });
 }
 
@@ -51,10 +66,17 @@ struct Wishes {
     QSize size;
 };
 
+// Before there is an application, since that needs a screen.
+bool IsVersionWish(std::string_view argument) {
+    return argument == "--version" || argument == "-v";
+}
+
 Wishes ReadArguments(const QCoreApplication& application) {
     QCommandLineParser arguments;
     arguments.addHelpOption();
-    arguments.addVersionOption();
+    // Told by main; here for the help.
+    arguments.addOption({{QStringLiteral("v"), QStringLiteral("version")},
+                         QStringLiteral("Show version, components and licences, and quit.")});
     arguments.addPositionalArgument(
         QStringLiteral("song.mid"),
         QStringLiteral("Standard MIDI File to open; more of them go to the recent files."),
@@ -89,10 +111,7 @@ Wishes ReadArguments(const QCoreApplication& application) {
             {sides.value(0).toInt(), sides.value(1).toInt()}};
 }
 
-void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
-    if (!wishes.songs.empty()) {
-        form.OpenMidiFiles(wishes.songs);
-    }
+void FulfilLater(forms::TMainForm& form, const Wishes& wishes) {
     // A file that was refused has been told of.
     if (wishes.playFrom > 0 && form.Session().HasSong()) {
         form.Session().Controls().MoveByMeasures(wishes.playFrom - 1);
@@ -104,9 +123,33 @@ void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
     }
 }
 
+void Fulfil(forms::TMainForm& form, const Wishes& wishes) {
+    if (!wishes.songs.empty()) {
+        form.OpenMidiFiles(wishes.songs, [&](bool) { FulfilLater(form, wishes); });
+        return;
+    }
+    if (form.WantsStartPage()) {
+        form.MMF_FirstStepsClick();
+    }
+    FulfilLater(form, wishes);
+}
+
+// Whoever paints pictures or calls a command at the start wants a window of its own.
+bool GoesToOpenWindow(const system::SingleStart& start, const Wishes& wishes) {
+    return !start.First() && wishes.picture.isEmpty() && wishes.command.isEmpty() &&
+           wishes.playFrom == 0 && start.HandOver(wishes.songs);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    system::JoinParentConsole();
+    if (argc == 2 && IsVersionWish(argv[1])) {
+        std::cout << app::VersionText("tracksmith " TRACKSMITH_VERSION, app::Program::Windows,
+                                      Language::English)
+                  << std::endl;
+        return 0;
+    }
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     forms::Application application(argc, argv);
@@ -115,10 +158,16 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral(TRACKSMITH_ID));
     QGuiApplication::setWindowIcon(ProgramIcon());
     const Wishes wishes = ReadArguments(application);
+    system::SingleStart start(TRACKSMITH_ID);
+    if (GoesToOpenWindow(start, wishes)) {
+        return 0;
+    }
 
+    const system::CrashWatch crashes(backups::UsualBackupFolder());
     settings::SettingsStore store;
     forms::TMainForm form(store);
-    const forms::EndWatch watch(form);
+    const forms::EndWatch endWatch(form);
+    const forms::StartWatch startWatch(form, start);
     application.SetOutOfMemoryHandler([&form] { form.TellOutOfMemory(); });
     if (!wishes.size.isEmpty()) {
         form.resize(wishes.size);

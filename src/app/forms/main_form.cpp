@@ -3,15 +3,22 @@
 #include "base/forms/choice_accessible.h"
 #include "base/forms/panel.h"
 #include "base/forms/qt_text.h"
+#include "base/forms/screen_fit.h"
 #include <QCoreApplication>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "app/forms/changes/background_comparison.h"
+#include "app/forms/changes/changes_form.h"
+#include "app/forms/changes/changes_watch.h"
+#include "app/forms/guide/guide_desk.h"
 #include "app/forms/health/health_form.h"
 #include "app/forms/health/health_watch.h"
+#include "app/forms/loading/song_loader.h"
 #include "app/forms/lyrics/lyrics_page.h"
 #include "app/forms/menu/command_ids.h"
 #include "app/forms/menu/menu_areas.h"
@@ -22,15 +29,20 @@
 #include "app/forms/notices/notice_host.h"
 #include "app/forms/notices/status_line.h"
 #include "app/forms/revoicer/auto_revoicer_form.h"
+#include "app/forms/revoicer/revoice_folder_form.h"
 #include "app/forms/settings/key_guard.h"
 #include "app/forms/settings/qt_german.h"
 #include "app/forms/settings/song_options.h"
 #include "app/forms/song/empty_page.h"
 #include "app/forms/song/song_view.h"
+#include "app/forms/start/start_page.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
 #include "app/note_settings.h"
 #include "app/prepare_song.h"
+#include "editing/forms/range_form.h"
+#include "editing/range_tools.h"
+#include "editing/undo.h"
 #include "mixer/mixer.h"
 #include "song/song_position.h"
 
@@ -50,16 +62,21 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
       recentFiles_(store),
       sound_(store),
       instruments_(store),
+      association_(
+          PathFromQString(QDir::toNativeSeparators(QCoreApplication::applicationFilePath()))),
       voices_(session_.Work(), instruments_),
       host_(*this),
-      chooser_(std::make_unique<FileChooser>()) {
+      chooser_(std::make_unique<FileChooser>()),
+      loader_(std::make_unique<SongLoader>()) {
     setObjectName(QStringLiteral("MainForm"));
     setAcceptDrops(true);
     dropHint_ = new DropHint(*this);
+    guide_ = new GuideDesk([this] { return host_.CurrentLanguage(); }, this);
     InstallChoiceAccessibility();
     ApplyTheme(settings_.ReadTheme());
     ApplyTextSize(settings_.ReadTextSize());
     new KeyGuard(this);
+    new ScreenFit(this);
     BuildPlayer(std::move(devices));
     ShowAreas();
     ConnectSession();
@@ -70,12 +87,20 @@ TMainForm::TMainForm(settings::SettingsStore& store, std::unique_ptr<devices::Mi
 
 // The devices and the bar for notices, which the player uses, end before the session does.
 TMainForm::~TMainForm() {
+    loader_->Cancel();
+    delete rangeForm_.data();
+    delete revoiceFolder_.data();
     delete revoicer_.data(); // lets the channels sound as the song says
     delete health_.data();   // shows what ends here
+    delete changes_.data();
+    changesWatch_.reset();
+    backupComparison_.reset();
     healthWatch_.reset();
     signals_.reset();
     backups_.reset();
-    asker_.reset();
+    connection_ = {};
+    rangeTools_.reset();
+    undo_.reset();
     mixer_.reset();
     session_.EndPlayer();
 }
@@ -88,9 +113,12 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
     session_.StartPlayer(
         {devices_->Outputs(), &devices_->Input(), sound_.ReadInput(), *noticeHost_}, &store_);
     mixer_ = std::make_unique<mixer::Mixer>(session_); // hears of changes before what shows it
+    undo_ = std::make_unique<editing::Undo>(session_);
+    rangeTools_ = std::make_unique<editing::RangeTools>(session_, *undo_, host_);
     signals_ = std::make_unique<SessionSignals>(session_);
     healthWatch_ = std::make_unique<HealthWatch>(session_, [this] { return HealthOptionsOf(); });
     connect(healthWatch_.get(), &HealthWatch::Changed, this, &TMainForm::ShowFindings);
+    changesWatch_ = std::make_unique<ChangesWatch>(session_, *signals_);
     mixer_->Live().SetLiveWhileStopped(settings_.ReadSwitch(kLiveWhileStopped));
     sound_.Attach(*devices_, session_.Controls());
 }
@@ -98,6 +126,7 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
 // Also after a change of the size of text, which all areas are laid out by.
 void TMainForm::ShowAreas() {
     delete lyricsPage_.data(); // shows what goes with the areas
+    const auto answers = startPage_ ? std::optional(startPage_->Answers()) : std::nullopt;
     BuildAreas();
     ConnectMenu();
     ConnectOptions();
@@ -108,10 +137,14 @@ void TMainForm::ShowAreas() {
     menu_->ActionOf(commands::kLiveWhileStopped).setChecked(mixer_->Live().LiveWhileStopped());
     menu_->Choose(kNoteLengthMenu, session_.Options().noteLength.minimum);
     ShowBackupOptions();
+    ShowFileAssociation();
     ApplyLanguage(settings_.ReadLanguage());
     ShowRecentFiles();
     ShowSong();
     ShowLooping();
+    if (answers) {
+        ShowStartPage(*answers);
+    }
 }
 
 void TMainForm::BuildAreas() {
@@ -134,6 +167,7 @@ void TMainForm::BuildAreas() {
     noticeRow->addWidget(notice_);
     column->addLayout(noticeRow);
     setCentralWidget(center);
+    connect(status_, &StatusLine::CancelPressed, this, &TMainForm::CancelLoading);
     connect(emptyPage_, &EmptyPage::OpenPressed, this, &TMainForm::MMF_OpenMidifileClick);
     connect(emptyPage_, &EmptyPage::DemoPressed, this, &TMainForm::MMF_OpenDemoSongClick);
     connect(emptyPage_, &EmptyPage::FileChosen, this, &TMainForm::MMF_OpenRecentClick);
@@ -157,6 +191,7 @@ bool TMainForm::AgreeToEnd(bool mayAsk) {
     if (mayAsk && !mayLoseChanges_ && !ConfirmDiscard()) {
         return false;
     }
+    GiveUpLoading();
     EndBackups(mayAsk || mayLoseChanges_);
     mayLoseChanges_ = true;
     session_.Controls().Stop();
@@ -170,10 +205,13 @@ void TMainForm::EndNow() {
 }
 
 void TMainForm::ConnectAreas() {
-    connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::MMF_WhatChangedClick);
+    connect(notice_, &NoticeBar::DetailsPressed, this, &TMainForm::ShowLoadingChanges);
     connect(notice_, &NoticeBar::TakeBackPressed, this, &TMainForm::MME_TakeBackClick);
     connect(notice_, &NoticeBar::LeadInPressed, this, &TMainForm::MMI_InsertLeadInClick);
+    connect(notice_, &NoticeBar::PreparePressed, this, &TMainForm::MMI_PrepareSongClick);
     connect(notice_, &NoticeBar::ReloadPressed, this, &TMainForm::MMF_ReloadMidifileClick);
+    connect(loader_.get(), &SongLoader::Moved, this, &TMainForm::ShowLoading);
+    connect(loader_.get(), &SongLoader::Ready, this, &TMainForm::TakeLoaded);
 }
 
 void TMainForm::ConnectOptions() {
@@ -202,6 +240,7 @@ void TMainForm::RestoreGeometry() {
 }
 
 void TMainForm::ShowSong() {
+    LeaveStartPage();
     if (session_.HasSong()) {
         ChooseLyricsEncoding();
         songView_->ShowSong(SongFileName());
@@ -228,8 +267,11 @@ void TMainForm::ShowFileState() {
 
 void TMainForm::ShowCommands() {
     const session::TakeBack& last = session_.LastChange();
+    const bool songFile = session_.HasSong() && !session_.Work().file.source.empty();
     menu_->SetState({.song = session_.HasSong(),
-                     .songFile = session_.HasSong() && !session_.Work().file.source.empty(),
+                     .songFile = songFile,
+                     .songList = songFile || songs_.Waits(),
+                     .undo = undo_->Enabled(),
                      .takeBack = last.Available(),
                      .leadIn = app::CanInsertLeadIn(session_)});
     if (last.Available()) {
@@ -240,6 +282,19 @@ void TMainForm::ShowCommands() {
     } else {
         menu_->SetTextOf(commands::kTakeBack, {});
     }
+    ShowUndo();
+}
+
+// The key belongs to whichever of the two takes the last change back.
+void TMainForm::ShowUndo() {
+    const auto caption = [this](Language language) {
+        return u'&' + MenuText(ToQString(undo_->Caption(language)));
+    };
+    menu_->SetTextOf(commands::kUndo, caption);
+    menu_->SetTextOf(commands::kPositionUndo, caption);
+    const bool undo = undo_->Enabled() && !session_.LastChange().Available();
+    menu_->GiveKeys(undo ? commands::kTakeBack : commands::kUndo,
+                    undo ? commands::kUndo : commands::kTakeBack);
 }
 
 QString TMainForm::SongFileName() const {
@@ -263,7 +318,10 @@ void TMainForm::ApplyLanguage(Language language) {
     status_->Retranslate(language);
     ShowFileState();
     ShowHealthAnew();
+    ShowWhatChangedAnew();
     ShowRevoicerAnew();
+    ShowStartPageAnew();
+    guide_->Retranslate(language);
     if (lyricsPage_ != nullptr) {
         lyricsPage_->Retranslate(language);
     }

@@ -1,12 +1,19 @@
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "base/forms/qt_text.h"
 
 #include "app/backups/backup_settings.h"
+#include "app/backups/crash_records.h"
 #include "app/backups/restore_backup.h"
 #include "app/forms/backups/restore_form.h"
 #include "app/forms/backups/texts.h"
+#include "app/forms/changes/changes_form.h"
 #include "app/forms/main_form.h"
 #include "app/forms/menu/menu_areas.h"
 #include "app/forms/notices/notice_bar.h"
@@ -15,6 +22,8 @@
 #include "app/forms/song/song_view.h"
 #include "app/forms/texts.h"
 #include "app/forms/transport/session_signals.h"
+#include "app/save_song.h"
+#include "app/song_file.h"
 
 // The automatic backups of the song.
 
@@ -33,6 +42,9 @@ void TMainForm::StartBackups() {
             notice_->DropRestoreOffer();
         }
     });
+    if (const auto crash = backups::TakeUntoldCrash(store_, backups_->Folder().Path())) {
+        notice_->ShowCrash(ShownPath(*crash));
+    }
     OfferUnseenBackup();
 }
 
@@ -66,15 +78,45 @@ void TMainForm::OfferUnseenBackup() {
 
 void TMainForm::MMF_RestoreEarlierClick() {
     backups_->Finish();
-    auto* form =
-        new RestoreForm(backups_->Folder().List(), session_.Work().file.name,
-                        {[this](const backups::Backup& backup) { return Restore(backup); }},
-                        host_.CurrentLanguage(), this);
+    delete changes_.data(); // one state is heard at a time
+    if (!backupComparison_) {
+        backupComparison_ = std::make_unique<BackgroundComparison>();
+    }
+    const RestoreActions actions{[this](const backups::Backup& backup) { return Restore(backup); },
+                                 [this](const backups::Backup& backup) { return FilesOf(backup); },
+                                 *backupComparison_, *signals_};
+    auto* form = new RestoreForm(backups_->Folder().List(), session_.Work().file.name, actions,
+                                 host_.CurrentLanguage(), this);
     form->open();
 }
 
+std::optional<diff::FilePair> TMainForm::FilesOf(const backups::Backup& backup) {
+    const auto read = [](const std::filesystem::path& file) {
+        auto bytes = app::ReadSongFile(file);
+        return bytes ? std::make_shared<const std::vector<std::uint8_t>>(*std::move(bytes))
+                     : nullptr;
+    };
+    diff::FilePair files;
+    files.before = read(backup.file);
+    if (!session_.HasSong()) {
+        files.after = backup.original.empty() ? nullptr : read(backup.original);
+    } else {
+        Run([&] {
+            const auto bytes = app::EncodeSong(session_, app::SaveFormat::AsSong, host_);
+            files.after =
+                std::make_shared<const std::vector<std::uint8_t>>(bytes.begin(), bytes.end());
+            files.tempoOffset = session_.TempoOffset();
+        });
+    }
+    return files.before && files.after ? std::optional(std::move(files)) : std::nullopt;
+}
+
 bool TMainForm::Restore(const backups::Backup& backup) {
-    if (!ConfirmDiscard() || !Run([&] { backups::RestoreBackup(session_, backup, host_); })) {
+    if (!ConfirmDiscard()) {
+        return false;
+    }
+    GiveUpLoading();
+    if (!Run([&] { backups::RestoreBackup(session_, backup, host_); })) {
         return false;
     }
     notice_->Clear();

@@ -4,6 +4,7 @@
 #include "base/data_folders.h"
 #include "base/errors.h"
 #include "base/forms/qt_text.h"
+#include "base/system/file_types.h"
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -11,7 +12,9 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "app/forms/guide/guide_desk.h"
 #include "app/forms/main_form.h"
+#include "app/forms/menu/command_ids.h"
 #include "app/forms/notices/dialogs.h"
 #include "app/forms/notices/drop_hint.h"
 #include "app/forms/notices/notice_bar.h"
@@ -32,11 +35,17 @@ public:
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
 };
 
-// The one local file that is dragged; empty for anything else.
-QString DraggedFile(const QMimeData& data) {
+// The local files that are dragged; none when there is anything else among them.
+std::vector<std::filesystem::path> DraggedFiles(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
-    return urls.size() == 1 && urls.constFirst().isLocalFile() ? urls.constFirst().toLocalFile()
-                                                               : QString();
+    std::vector<std::filesystem::path> files;
+    for (const QUrl& url : urls) {
+        if (!url.isLocalFile()) {
+            return {};
+        }
+        files.push_back(PathFromQString(url.toLocalFile()));
+    }
+    return files;
 }
 
 } // namespace
@@ -65,10 +74,6 @@ void TMainForm::MME_TakeBackClick() {
     }
 }
 
-void TMainForm::MMF_WhatChangedClick() {
-    ShowChangesDialog(this, session_.Work(), host_.CurrentLanguage());
-}
-
 void TMainForm::MMF_ThemeDarkClick() {
     ApplyChosenTheme(Theme::Dark);
 }
@@ -91,12 +96,37 @@ void TMainForm::MMF_EnglishClick() {
     ApplyLanguage(Language::English);
 }
 
+void TMainForm::MMF_UserGuideClick() {
+    guide_->Show();
+}
+
 void TMainForm::MMF_OpenDemoSongClick() {
+    LoadDemoSong();
+}
+
+void TMainForm::LoadDemoSong(const AfterLoading& after) {
     const auto demo = FindData(std::filesystem::path("demo") / "demo.mid");
     if (!demo) {
         notice_->ShowText(texts::kNoDemo);
     } else if (ConfirmDiscard()) {
-        LoadAndShow(*demo, true);
+        LoadAndShow(*demo, true, after);
+    }
+}
+
+void TMainForm::ShowFileAssociation() {
+    QAction& action = menu_->ActionOf(commands::kFileAssociation);
+    action.setVisible(association_.Possible());
+    action.setChecked(association_.Possible() && association_.Offered());
+}
+
+void TMainForm::MMS_FileAssociationClick() {
+    const bool wanted = menu_->ActionOf(commands::kFileAssociation).isChecked();
+    const bool done =
+        wanted ? association_.Offer(host_.CurrentLanguage()) : association_.TakeBack();
+    system::TellFileTypesChanged();
+    ShowFileAssociation();
+    if (!done) {
+        notice_->ShowText(texts::kSettingNotStored);
     }
 }
 
@@ -116,10 +146,11 @@ void TMainForm::changeEvent(QEvent* event) {
 }
 
 void TMainForm::dragEnterEvent(QDragEnterEvent* event) {
-    const QString file = DraggedFile(*event->mimeData());
-    if (!file.isEmpty()) {
+    const auto files = DraggedFiles(*event->mimeData());
+    if (!files.empty()) {
         event->acceptProposedAction();
-        dropHint_->ShowFile(ShownFileName(PathFromQString(file)), host_.CurrentLanguage());
+        dropHint_->ShowFile(ShownFileName(files.front()), files.size() - 1,
+                            host_.CurrentLanguage());
     }
 }
 
@@ -130,10 +161,10 @@ void TMainForm::dragLeaveEvent(QDragLeaveEvent* event) {
 
 void TMainForm::dropEvent(QDropEvent* event) {
     dropHint_->hide();
-    const QString file = DraggedFile(*event->mimeData());
-    if (!file.isEmpty()) {
+    const auto files = DraggedFiles(*event->mimeData());
+    if (!files.empty()) {
         event->acceptProposedAction();
-        OpenMidiFile(PathFromQString(file));
+        OpenMidiFiles(files);
     }
 }
 

@@ -11,7 +11,6 @@
 #include "app/forms/texts.h"
 #include "app/load_sequence.h"
 #include "app/prepare_song.h"
-#include "app/refusal_words.h"
 #include "mixer/mixer.h"
 
 // The commands that open and save songs.
@@ -33,56 +32,25 @@ void TMainForm::OpenMidiFile(const std::filesystem::path& file) {
     }
 }
 
-void TMainForm::OpenMidiFiles(const std::vector<std::filesystem::path>& files) {
+void TMainForm::OpenMidiFiles(const std::vector<std::filesystem::path>& files,
+                              const AfterLoading& after) {
+    if (!ConfirmDiscard()) {
+        return;
+    }
     std::for_each(files.rbegin(), files.rend(),
                   [this](const std::filesystem::path& file) { recentFiles_.Add(file); });
     ShowRecentFiles();
-    OpenMidiFile(files.front());
-}
-
-void TMainForm::LoadAndShow(const std::filesystem::path& file, bool isDemo) {
-    CapturedMessage fault(host_);
-    if (!Run([&] { app::OpenMidiFile(session_, file, fault, isDemo); })) {
-        if (!session_.HasSong()) {
-            notice_->Clear();
+    songs_.Take(files);
+    const QString name = ShownFileName(files.front());
+    LoadAndShow(files.front(), false, [this, name, count = files.size(), after](bool loaded) {
+        if (loaded && count > 1) {
+            status_->ShowStatus(texts::kLoaded,
+                                texts::SongOfList(name, 1, count, host_.CurrentLanguage()));
         }
-        TellRefused(file, fault.Text());
-        return;
-    }
-    // The demo song is part of the program, not a file of the user's.
-    if (!isDemo) {
-        RememberFile(file);
-    }
-    notice_->Clear();
-    ShowChanges();
-    TellNoteCheck();
-    songView_->FocusOverview();
-}
-
-// The program's own message first, below it what is wrong in plain words, and the way on.
-void TMainForm::TellRefused(const std::filesystem::path& file, const std::string& message) {
-    const session::WorkOptions& options = session_.Options();
-    const app::RefusalAdvice advice =
-        app::AdviseOnRefusedFile(file, options.decodeOptions, options.runningStatusAcrossSysex);
-    const Language language = host_.CurrentLanguage();
-    const QString name = ShownFileName(file);
-    const QString sentence = ToQString(advice.In(language));
-    notice_->ShowPlain(texts::NotOpened(name, language) + u' ' + sentence);
-    const QString text = texts::Refused(ToQString(message), name, sentence);
-    if (!advice.loadableWithRunningStatusAcrossSysex) {
-        host_.ShowMessage(text.toStdString());
-    } else if (host_.AskWayOn((text + texts::LoadableThatWay(language)).toStdString(),
-                              texts::kLoadThatWay)) {
-        LoadThatWay(file);
-    }
-}
-
-// Only this file; the setting stays as it is.
-void TMainForm::LoadThatWay(const std::filesystem::path& file) {
-    const bool setting = session_.Options().runningStatusAcrossSysex;
-    session_.Options().runningStatusAcrossSysex = true;
-    LoadAndShow(std::filesystem::path(file), false);
-    session_.Options().runningStatusAcrossSysex = setting;
+        if (after) {
+            after(loaded);
+        }
+    });
 }
 
 void TMainForm::RememberFile(const std::filesystem::path& file) {
@@ -93,11 +61,13 @@ void TMainForm::RememberFile(const std::filesystem::path& file) {
 
 void TMainForm::ShowChanges() {
     const session::TakeBack& last = session_.LastChange();
-    notice_->ShowChanges(session_.Work(), last.Available() && !last.Taken(),
-                         app::CanInsertLeadIn(session_));
+    notice_->ShowChanges(session_.Work(), {.takeBack = last.Available() && !last.Taken(),
+                                           .leadIn = app::CanInsertLeadIn(session_),
+                                           .prepare = app::CanPrepare(session_.Work())});
 }
 
 void TMainForm::ClearMidiMemory() {
+    GiveUpLoading();
     if (Run([&] { app::ClearMidiMemory(session_, host_); })) {
         notice_->Clear();
         status_->ShowStatus(texts::kReady);
@@ -164,7 +134,12 @@ void TMainForm::TellChangedOnDisk() {
 }
 
 void TMainForm::MMF_NewMidifileClick() {
-    if (ConfirmDiscard() && Run([&] { app::NewSong(session_, host_); })) {
+    if (!ConfirmDiscard()) {
+        return;
+    }
+    GiveUpLoading();
+    if (Run([&] { app::NewSong(session_, host_); })) {
+        songs_.Opened();
         notice_->Clear();
         ShowChanges();
         songView_->FocusOverview();
@@ -193,6 +168,34 @@ void TMainForm::MMF_ReloadMidifileClick() {
     if (!file.source.empty() && ConfirmDiscard()) {
         LoadAndShow(std::filesystem::path(file.source), file.isDemo);
     }
+}
+
+// Where the song is in its list is said in the status line, since that is where one looks who leafs
+// through a folder.
+void TMainForm::OpenFromList(int step) {
+    if (!ConfirmDiscard()) {
+        return;
+    }
+    const auto entry = songs_.Step(session_.Work().file.source, step);
+    if (!entry) {
+        status_->ShowStatus(step > 0 ? texts::kLastSong : texts::kFirstSong);
+        return;
+    }
+    LoadAndShow(entry->file, false, [this, entry = *entry](bool loaded) {
+        if (loaded) {
+            status_->ShowStatus(texts::kLoaded,
+                                texts::SongOfList(ShownFileName(entry.file), entry.number,
+                                                  entry.count, host_.CurrentLanguage()));
+        }
+    });
+}
+
+void TMainForm::MMF_NextSongClick() {
+    OpenFromList(1);
+}
+
+void TMainForm::MMF_PreviousSongClick() {
+    OpenFromList(-1);
 }
 
 void TMainForm::MMF_SaveMidifileClick() {

@@ -5,6 +5,7 @@
 #include "base/forms/qt_text.h"
 
 #include "app/forms/health/health_watch.h"
+#include "app/forms/loading/song_loader.h"
 #include "app/forms/main_form.h"
 #include "app/forms/notices/notice_bar.h"
 #include "app/forms/notices/status_line.h"
@@ -39,6 +40,9 @@ void TMainForm::TakeInstruments() {
     songView_->ShowInstrument(shown);
     status_->SetInstrument(ToQString(shown));
     healthWatch_->Begin();
+    if (loader_->Busy()) {
+        loader_->StartAnew(session_.Options()); // for the instruments as they are now
+    }
 }
 
 InstrumentOutput TMainForm::MainOutput() const {
@@ -82,8 +86,13 @@ void TMainForm::TakeAnsweredInstrument(const QString& name) {
 void TMainForm::OfferPreparing(const std::string& formerInstrument) {
     const std::string& name = session_.Work().outputs.outputs.front().name;
     const QString question = texts::PrepareQuestion(ToQString(name), host_.CurrentLanguage());
-    if (session_.HasSong() && name != formerInstrument && host_.AskYesNo(question.toStdString())) {
+    if (!session_.HasSong() || loader_->Busy() || name == formerInstrument) {
+        return;
+    }
+    if (host_.AskWayOn(question.toStdString(), texts::kPrepare, texts::kLeaveAsItIs)) {
         MMI_PrepareSongClick();
+    } else {
+        ShowChanges();
     }
 }
 

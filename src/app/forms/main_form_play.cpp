@@ -21,6 +21,7 @@ void TMainForm::ConnectSession() {
     connect(signals_.get(), &SessionSignals::PortsChanged, this, &TMainForm::ShowMissingOutput);
     connect(signals_.get(), &SessionSignals::PortsChecked, this, &TMainForm::ShowSettingsTrouble);
     connect(signals_.get(), &SessionSignals::RoutesChanged, this, &TMainForm::TakeInstruments);
+    ConnectHearing();
 }
 
 void TMainForm::ShowLooping() {
@@ -102,6 +103,9 @@ void TMainForm::TransposeSong(int semitones) {
 }
 
 void TMainForm::TellPortHangs() {
+    if (session_.WhyNoChange() != nullptr) {
+        return; // that is why, and has been told
+    }
     notice_->ShowPlain(ToQString(session::texts::PortHangs(
         host_.CurrentLanguage(), session_.Controls().Player().HangingPort())));
 }
@@ -137,13 +141,19 @@ void TMainForm::MMV_NextPageClick() {
     songView_->ShowNextPage();
 }
 
-void TMainForm::MMS_MidiPortsClick() {
-    if (!asker_) {
-        asker_ = std::make_shared<app::InstrumentAsker>(session_.Controls().Player(),
-                                                        instruments::IdentityTable::Load());
+const ConnectionTools& TMainForm::Connection() {
+    if (!connection_.asker) {
+        player::TMidiPlayer& player = session_.Controls().Player();
+        connection_.asker =
+            std::make_shared<app::InstrumentAsker>(player, instruments::IdentityTable::Load());
+        connection_.test = std::make_shared<app::ConnectionTest>(player);
     }
+    return connection_;
+}
+
+void TMainForm::MMS_MidiPortsClick() {
     auto* dialog =
-        new PortsDialog(*signals_, sound_, *chooser_, asker_, host_.CurrentLanguage(), this);
+        new PortsDialog(*signals_, sound_, *chooser_, Connection(), host_.CurrentLanguage(), this);
     const std::string former = instruments_.ReadInstrument();
     connect(dialog, &PortsDialog::InstrumentChosen, this, &TMainForm::TakeAnsweredInstrument);
     connect(dialog, &QDialog::finished, this, [this, former] { OfferPreparing(former); });

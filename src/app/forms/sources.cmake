@@ -4,21 +4,52 @@ set(SOURCES
   main_form.cpp
   main_form.h
   main_form_backups.cpp
+  main_form_changes.cpp
   main_form_commands.cpp
   main_form_files.cpp
   main_form_health.cpp
   main_form_instrument.cpp
+  main_form_load.cpp
   main_form_lyrics.cpp
   main_form_picker.cpp
   main_form_play.cpp
+  main_form_range.cpp
   main_form_revoicer.cpp
+  main_form_start.cpp
   texts.cpp
   texts.h
   backups/restore_form.cpp
   backups/restore_form.h
   backups/texts.h
+  changes/background_comparison.cpp
+  changes/background_comparison.h
+  changes/changes_form.cpp
+  changes/changes_form.h
+  changes/changes_form_acts.cpp
+  changes/changes_form_build.cpp
+  changes/changes_model.cpp
+  changes/changes_model.h
+  changes/changes_watch.cpp
+  changes/changes_watch.h
+  changes/kind_icon.cpp
+  changes/kind_icon.h
+  changes/listening_row.cpp
+  changes/listening_row.h
+  changes/texts.h
+  guide/guide_desk.cpp
+  guide/guide_desk.h
+  guide/guide_form.cpp
+  guide/guide_form.h
+  guide/guide_sections.cpp
+  guide/guide_sections.h
+  guide/guide_text.cpp
+  guide/guide_text.h
+  guide/texts.h
+  health/health_columns.h
   health/health_form.cpp
   health/health_form.h
+  health/health_form_build.cpp
+  health/health_form_detail.cpp
   health/health_watch.cpp
   health/health_watch.h
   health/note_figure_view.cpp
@@ -26,6 +57,8 @@ set(SOURCES
   health/severity_icon.cpp
   health/severity_icon.h
   health/texts.h
+  loading/song_loader.cpp
+  loading/song_loader.h
   lyrics/lyrics_band.cpp
   lyrics/lyrics_band.h
   lyrics/lyrics_model.cpp
@@ -45,6 +78,7 @@ set(SOURCES
   menu/main_menu.h
   menu/menu_areas.h
   menu/play_menu.cpp
+  menu/position_menu.cpp
   menu/recent_files.cpp
   menu/recent_files.h
   menu/recent_files_menu.cpp
@@ -66,14 +100,15 @@ set(SOURCES
   notices/status_line.h
   overview/overview_accessible.cpp
   overview/overview_accessible.h
-  overview/overview_painter.cpp
-  overview/overview_painter.h
-  overview/overview_scene.cpp
-  overview/overview_scene.h
   overview/overview_widget.cpp
   overview/overview_widget.h
   ports/ask_panel.cpp
   ports/ask_panel.h
+  ports/connection_tools.h
+  ports/key_lamps.cpp
+  ports/key_lamps.h
+  ports/key_test.cpp
+  ports/key_test.h
   ports/output_box.cpp
   ports/output_box.h
   ports/port_items.cpp
@@ -84,11 +119,22 @@ set(SOURCES
   ports/routing_page.h
   ports/sound_settings.cpp
   ports/sound_settings.h
+  ports/texts.h
   revoicer/auto_revoicer_form.cpp
   revoicer/auto_revoicer_form.h
+  revoicer/folder_texts.h
+  revoicer/folder_worker.cpp
+  revoicer/folder_worker.h
+  revoicer/match_icon.cpp
+  revoicer/match_icon.h
+  revoicer/revoice_folder_form.cpp
+  revoicer/revoice_folder_form.h
   revoicer/texts.h
   settings/end_watch.cpp
   settings/end_watch.h
+  settings/interrupt_notifier.h
+  settings/start_watch.cpp
+  settings/start_watch.h
   settings/file_chooser.cpp
   settings/file_chooser.h
   settings/form_settings.cpp
@@ -112,6 +158,9 @@ set(SOURCES
   song/song_view.h
   song/voice_names.cpp
   song/voice_names.h
+  start/start_page.cpp
+  start/start_page.h
+  start/texts.h
   transport/play_bar.cpp
   transport/play_bar.h
   transport/session_signals.cpp
@@ -124,3 +173,8 @@ set(SOURCES
   transport/transport_icons.h
   transport/value_box.cpp
   transport/value_box.h)
+if(WIN32)
+  list(APPEND SOURCES settings/interrupt_notifier_windows.cpp)
+else()
+  list(APPEND SOURCES settings/interrupt_notifier_posix.cpp)
+endif()

@@ -50,9 +50,18 @@ QString SavedTransposed(int semitones, Language language) {
                                      QString::number(semitones));
 }
 
-QString DropOpens(const QString& fileName, Language language) {
+QString DropOpens(const QString& fileName, std::size_t more, Language language) {
     static constexpr Text kDrop{De{"Loslassen öffnet „%1“"}, En{"Drop to open \"%1\""}};
-    return InLanguage(kDrop, language).arg(fileName);
+    static constexpr Text kDropMore{De{"Loslassen öffnet „%1“, danach %2 weitere mit Strg+Bild ab"},
+                                    En{"Drop to open \"%1\", then %2 more by Ctrl+PgDn"}};
+    return more == 0 ? InLanguage(kDrop, language).arg(fileName)
+                     : InLanguage(kDropMore, language).arg(fileName).arg(more);
+}
+
+QString SongOfList(const QString& fileName, std::size_t number, std::size_t count,
+                   Language language) {
+    static constexpr Text kOfList{De{"%1 (%2 von %3)"}, En{"%1 (%2 of %3)"}};
+    return InLanguage(kOfList, language).arg(fileName).arg(number).arg(count);
 }
 
 QString MeasureName(std::int64_t first, std::int64_t last, Language language) {
@@ -76,6 +85,9 @@ QString SaveChangesQuestion(const QString& fileName, Language language) {
 
 namespace {
 
+constexpr Text kNotPrepared{De{"Der Song ist nicht für %1 vorbereitet"},
+                            En{"The song is not prepared for %1"}};
+
 QString LoadingSummary(const song::LoadReport& report, Language language) {
     QStringList named;
     for (std::size_t i = 0; i < song::kLoadChangeCount && named.size() < kNamedChanges; ++i) {
@@ -96,8 +108,12 @@ QString LoadingSummary(const song::LoadReport& report, Language language) {
 } // namespace
 
 QString ChangesSummary(const song::LoadReport& report,
-                       const instruments::PreparationReport& preparation, Language language) {
+                       const instruments::PreparationReport& preparation,
+                       const std::string& unprepared, Language language) {
     QStringList parts;
+    if (!unprepared.empty()) {
+        parts << InLanguage(kNotPrepared, language).arg(ToQString(unprepared));
+    }
     if (preparation.Changed()) {
         parts << ToQString(app::PreparationLine(preparation, language));
         for (const std::string& line : app::KeptLines(preparation, language)) {
@@ -125,6 +141,11 @@ QString ReportWritten(const QString& path, Language language) {
 QString NoticesWaiting(std::size_t number, Language language) {
     static constexpr Text kWaiting{De{"und %1 weitere"}, En{"and %1 more"}};
     return InLanguage(kWaiting, language).arg(number);
+}
+
+QString Loading(const QString& fileName, Language language) {
+    static constexpr Text kLoading{De{"„%1“ wird geladen …"}, En{"Loading “%1” …"}};
+    return InLanguage(kLoading, language).arg(fileName);
 }
 
 QString NotOpened(const QString& fileName, Language language) {

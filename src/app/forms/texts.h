@@ -57,6 +57,8 @@ inline constexpr Text kMenuLanguage{De{"&Sprache"}, En{"&Language"}};
 inline constexpr Text kNew{De{"&Neu"}, En{"&New"}};
 inline constexpr Text kOpen{De{"Ö&ffnen…"}, En{"&Open…"}};
 inline constexpr Text kReload{De{"Neu &laden"}, En{"Re&load"}};
+inline constexpr Text kNextSong{De{"Nächs&ter Song"}, En{"Nex&t Song"}};
+inline constexpr Text kPreviousSong{De{"Vo&riger Song"}, En{"Pre&vious Song"}};
 inline constexpr Text kSave{De{"&Speichern"}, En{"&Save"}};
 inline constexpr Text kSaveAs{De{"Speichern &unter…"}, En{"Save &As…"}};
 inline constexpr Text kSaveFormat0{De{"Speichern als Format &0…"}, En{"Save as Format &0…"}};
@@ -64,7 +66,25 @@ inline constexpr Text kSaveFormat1{De{"Speichern als Format &1…"}, En{"Save as
 inline constexpr Text kQuit{De{"&Beenden"}, En{"&Quit"}};
 inline constexpr Text kClearRecent{De{"Liste &leeren"}, En{"&Clear List"}};
 inline constexpr Text kNoRecent{De{"Noch keine Dateien"}, En{"No files yet"}};
-inline constexpr Text kAutoRevoicer{De{"Auto-&Revoicer…"}, En{"Auto &Revoicer…"}};
+inline constexpr Text kUndo{De{"&Rückgängig"}, En{"&Undo"}};
+inline constexpr Text kRangeCopy{De{"Bereich &kopieren…"}, En{"&Copy Range…"}};
+inline constexpr Text kRangeDelete{De{"Bereich &löschen…"}, En{"&Delete Range…"}};
+inline constexpr Text kRangeTranspose{De{"Bereich &transponieren…"}, En{"Tra&nspose Range…"}};
+inline constexpr Text kPositionHint{
+    De{"Rechte Maustaste oder Menütaste: die Stelle für einen Bereich nehmen"},
+    En{"Right mouse button or menu key: take the place for a range"}};
+inline constexpr Text kMenuPosition{De{"Stelle"}, En{"Position"}};
+inline constexpr Text kCopyStartPosition{De{"Bereich kopieren: &Von hier"},
+                                         En{"Copy Range: &From Here"}};
+inline constexpr Text kCopyEndPosition{De{"Bereich kopieren: &Bis hier"},
+                                       En{"Copy Range: &To Here"}};
+inline constexpr Text kCopyDestPosition{De{"Bereich kopieren: &Nach hier"},
+                                        En{"Copy Range: &Destination Here"}};
+inline constexpr Text kDeleteStartPosition{De{"Bereich löschen: V&on hier"},
+                                           En{"Delete Range: F&rom Here"}};
+inline constexpr Text kDeleteEndPosition{De{"Bereich löschen: B&is hier"},
+                                         En{"Delete Range: T&o Here"}};
+inline constexpr Text kAutoRevoicer{De{"Auto-Re&voicer…"}, En{"Auto &Revoicer…"}};
 inline constexpr Text kRevoiced{De{"Ersetzte Programmwechsel: "}, En{"Program changes replaced: "}};
 inline constexpr Text kBanksAdded{De{"Programmwechsel mit neuer Bankwahl: "},
                                   En{"Program changes with new bank selects: "}};
@@ -113,6 +133,7 @@ inline constexpr Text kTextSize250{Both{"2&50 %"}};
 inline constexpr Text kGerman{Both{"&Deutsch"}};
 inline constexpr Text kEnglish{Both{"&English"}};
 inline constexpr Text kOpenDemo{De{"De&mosong öffnen"}, En{"Open the &Demo Song"}};
+inline constexpr Text kFirstSteps{De{"&Erste Schritte"}, En{"&First Steps"}};
 inline constexpr Text kAbout{De{"&Über Tracksmith"}, En{"&About Tracksmith"}};
 
 inline constexpr Text kMenuInstrument{De{"&Instrument"}, En{"&Instrument"}};
@@ -124,6 +145,8 @@ inline constexpr Text kPickVoice{De{"Klang &für den Kanal wählen…"},
 inline constexpr Text kPortBusy{De{"Das ist gerade nicht zu hören: Der Ausgang ist nicht bereit."},
                                 En{"This cannot be heard now: the output is not ready."}};
 inline constexpr Text kVoices{De{"&Klänge…"}, En{"&Voices…"}};
+inline constexpr Text kFileAssociation{De{"Für MIDI-Dateien an&bieten"},
+                                       En{"Offer for Opening MIDI &Files"}};
 inline constexpr Text kInstrumentSettings{De{"&Instrumente…"}, En{"&Instruments…"}};
 
 // Dialogs
@@ -150,9 +173,11 @@ inline constexpr Text kNothingChanged{
 inline constexpr Text kChangesAdvice{De{"Die Datei selbst ist unverändert, bis Sie speichern."},
                                      En{"The file itself stays as it is until you save."}};
 inline constexpr Text kAboutText{
-    De{"Für Musiker mit Arranger-Keyboards: Standard-Mididateien laden, ansehen und speichern.\n"
+    De{"Für Musiker mit Arranger-Keyboards: Mididateien für das eigene Instrument einrichten,\n"
+       "abspielen, mischen, bearbeiten und speichern.\n"
        "Freie Software unter der MIT-Lizenz."},
-    En{"For musicians with arranger keyboards: load, inspect and save Standard MIDI Files.\n"
+    En{"For musicians with arranger keyboards: make MIDI files sound right on your own instrument,\n"
+       "play, mix, edit and save them.\n"
        "Free software under the MIT licence."}};
 
 // Window without a song
@@ -258,6 +283,12 @@ inline constexpr Text kReady{De{"Bereit"}, En{"Ready"}};
 inline constexpr Text kModified{De{"Geändert"}, En{"Modified"}};
 inline constexpr Text kLoaded{De{"Geladen: "}, En{"Loaded: "}};
 inline constexpr Text kSaved{De{"Gespeichert: "}, En{"Saved: "}};
+inline constexpr Text kLoadingProgress{De{"Fortschritt beim Laden"}, En{"Progress of loading"}};
+inline constexpr Text kCancelLoading{De{"Abbrechen (Esc)"}, En{"Cancel (Esc)"}};
+inline constexpr Text kLoadingCancelled{De{"Laden abgebrochen: Es ist alles, wie es war."},
+                                        En{"Loading cancelled: everything is as it was."}};
+inline constexpr Text kLastSong{De{"Das ist der letzte Song."}, En{"This is the last song."}};
+inline constexpr Text kFirstSong{De{"Das ist der erste Song."}, En{"This is the first song."}};
 inline constexpr Text kNoDemo{De{"Der Demosong wurde nicht gefunden."},
                               En{"The demo song was not found."}};
 inline constexpr Text kDemoName{De{"Demosong"}, En{"Demo song"}};
@@ -268,8 +299,12 @@ QString ChannelName(int channel, Language language);
 /// The song was saved with the notes of some channels moved, of all by `semitones`.
 QString SavedTransposed(int semitones, Language language);
 
-/// What dropping the dragged file does.
-QString DropOpens(const QString& fileName, Language language);
+/// What dropping the dragged file and `more` others does.
+QString DropOpens(const QString& fileName, std::size_t more, Language language);
+
+/// "waltz.mid (2 of 5)": a song and its place among those that one goes through.
+QString SongOfList(const QString& fileName, std::size_t number, std::size_t count,
+                   Language language);
 
 /// "Takt 12" or "Takte 12–15", measures from 1.
 QString MeasureName(std::int64_t first, std::int64_t last, Language language);
@@ -283,9 +318,11 @@ QString TrackCount(std::int64_t tracks, Language language);
 /// The question before changes in `fileName` are lost.
 QString SaveChangesQuestion(const QString& fileName, Language language);
 
-/// What loading and preparing changed, in one line; empty when they changed nothing.
+/// What loading and preparing changed, in one line; empty when they changed nothing. `unprepared`
+/// names an instrument that the song was not prepared for.
 QString ChangesSummary(const song::LoadReport& report,
-                       const instruments::PreparationReport& preparation, Language language);
+                       const instruments::PreparationReport& preparation,
+                       const std::string& unprepared, Language language);
 
 /// "Ausgang von Kanal 3" / "Output of channel 3"; `channel` counts from 0.
 QString RouteOutputName(int channel, Language language);
@@ -297,6 +334,9 @@ inline constexpr Text kTakeBack{De{"&Zurücknehmen"}, En{"&Take Back"}};
 inline constexpr Text kLeadInInserted{De{"Ein leerer Takt steht jetzt am Anfang."},
                                       En{"An empty measure stands in front now."}};
 inline constexpr Text kNoLeadIn{De{"Kein Takt eingesetzt."}, En{"No measure was inserted."}};
+inline constexpr Text kPrepareNow{De{"Jetzt vor&bereiten"}, En{"Prepare &Now"}};
+inline constexpr Text kPrepare{De{"&Vorbereiten"}, En{"&Prepare"}};
+inline constexpr Text kLeaveAsItIs{De{"&Lassen, wie er ist"}, En{"&Leave as It Is"}};
 inline constexpr Text kLeadInButton{De{"&Vortakt einsetzen"}, En{"Insert a &Lead-In Measure"}};
 inline constexpr Text kTakeBackButton{De{"&Zurücknehmen"}, En{"&Take Back"}};
 
@@ -308,6 +348,9 @@ QString ReportWritten(const QString& path, Language language);
 
 /// How many notices wait behind the one that is shown.
 QString NoticesWaiting(std::size_t number, Language language);
+
+/// A file that is being loaded, by its name.
+QString Loading(const QString& fileName, Language language);
 
 /// A file that was refused, by its name.
 QString NotOpened(const QString& fileName, Language language);

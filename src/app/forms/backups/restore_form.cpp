@@ -16,10 +16,15 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "app/diff/difference_words.h"
 #include "app/forms/backups/texts.h"
+#include "app/forms/changes/changes_model.h"
+#include "app/forms/changes/texts.h"
+#include "app/forms/transport/session_signals.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -49,7 +54,8 @@ RestoreForm::RestoreForm(backups::BackupList list, std::filesystem::path own,
       list_(std::move(list)),
       own_(std::move(own)),
       actions_(std::move(actions)),
-      language_(language) {
+      language_(language),
+      session_(&actions_.session) {
     setObjectName(QStringLiteral("Dlg_Restore"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(Say(backup_texts::kTitle));
@@ -61,6 +67,7 @@ RestoreForm::RestoreForm(backups::BackupList list, std::filesystem::path own,
     column.addWidget(explanation);
     BuildTable();
     column.addWidget(table_, 1);
+    BuildChosen(column);
     BuildFooter(column);
     const bool hasOwn = std::ranges::any_of(list_.backups, [this](const backups::Backup& each) {
         return !own_.empty() && each.original == own_;
@@ -68,9 +75,21 @@ RestoreForm::RestoreForm(backups::BackupList list, std::filesystem::path own,
     onlyThis_->setEnabled(hasOwn);
     onlyThis_->setChecked(hasOwn);
     connect(onlyThis_, &QCheckBox::toggled, this, &RestoreForm::ShowRows);
+    connect(&actions_.comparison, &BackgroundComparison::Done, this, &RestoreForm::TakeComparison);
+    connect(&actions_.session, &SessionSignals::HeardSongChanged, this,
+            &RestoreForm::ShowListening);
+    connect(&actions_.session, &SessionSignals::PlayingChanged, this, &RestoreForm::ShowListening);
+    connect(this, &QDialog::finished, this, &RestoreForm::EndListening);
     resize(fontMetrics().height() * 48, fontMetrics().height() * 28);
     ShowRows();
     table_->setFocus();
+}
+
+RestoreForm::~RestoreForm() {
+    if (session_ != nullptr) {
+        disconnect(session_, nullptr, this, nullptr);
+        EndListening();
+    }
 }
 
 QString RestoreForm::Say(const Text& text) const {
@@ -96,8 +115,18 @@ void RestoreForm::BuildTable() {
     table_->horizontalHeader()->setSectionResizeMode(FileColumn, QHeaderView::Stretch);
     table_->horizontalHeader()->setHighlightSections(false);
     connect(table_, &QTableWidget::cellDoubleClicked, this, &RestoreForm::RestoreChosen);
-    connect(table_, &QTableWidget::itemSelectionChanged, this,
-            [this] { restore_->setEnabled(table_->currentRow() >= 0); });
+    connect(table_, &QTableWidget::itemSelectionChanged, this, &RestoreForm::ShowChosen);
+}
+
+void RestoreForm::BuildChosen(QVBoxLayout& column) {
+    differs_ = NewCaption("Lbl_Differs", nullptr);
+    listen_ = NewButton("Btn_ListenToBackup", {});
+    listen_->setToolTip(Say(backup_texts::kListenHint));
+    auto* row = new QHBoxLayout;
+    row->addWidget(differs_, 1);
+    row->addWidget(listen_);
+    column.addLayout(row);
+    connect(listen_, &QPushButton::clicked, this, &RestoreForm::Listen);
 }
 
 void RestoreForm::BuildFooter(QVBoxLayout& column) {
@@ -118,6 +147,7 @@ void RestoreForm::BuildFooter(QVBoxLayout& column) {
 }
 
 void RestoreForm::ShowRows() {
+    const QSignalBlocker quiet(table_);
     shown_.clear();
     table_->setRowCount(0);
     for (std::size_t i = 0; i < list_.backups.size(); ++i) {
@@ -129,7 +159,7 @@ void RestoreForm::ShowRows() {
     if (!shown_.empty()) {
         table_->selectRow(0);
     }
-    restore_->setEnabled(!shown_.empty());
+    ShowChosen();
     if (list_.error) {
         state_->setText(ToQString(SystemReason(list_.error, language_)));
     } else {
@@ -156,11 +186,82 @@ void RestoreForm::AddRow(const backups::Backup& backup) {
     }
 }
 
-void RestoreForm::RestoreChosen() {
+const backups::Backup* RestoreForm::Chosen() const {
     const int row = table_->currentRow();
-    if (row >= 0 && actions_.restore(list_.backups[shown_[static_cast<std::size_t>(row)]])) {
+    return row < 0 || static_cast<std::size_t>(row) >= shown_.size()
+               ? nullptr
+               : &list_.backups[shown_[static_cast<std::size_t>(row)]];
+}
+
+void RestoreForm::RestoreChosen() {
+    EndListening();
+    if (Chosen() != nullptr && actions_.restore(*Chosen())) {
         accept();
     }
+}
+
+void RestoreForm::ShowChosen() {
+    const backups::Backup* chosen = Chosen();
+    restore_->setEnabled(chosen != nullptr);
+    EndListening();
+    actions_.comparison.Drop();
+    differs_->clear();
+    heard_.reset();
+    ShowListening();
+    if (chosen == nullptr) {
+        return;
+    }
+    if (auto files = actions_.files(*chosen)) {
+        differs_->setText(Say(changes_texts::kComparing));
+        actions_.comparison.Start(*std::move(files), language_);
+    } else {
+        differs_->setText(Say(backup_texts::kUnreadable));
+    }
+}
+
+void RestoreForm::TakeComparison(const std::shared_ptr<const ComparedSongs>& compared) {
+    if (!compared->error.empty()) {
+        differs_->setText(Say(changes_texts::kNotCompared).arg(ToQString(compared->error)));
+        return;
+    }
+    const auto sums = SumsOf(compared->differences);
+    QStringList parts;
+    for (std::size_t i = 0; i < sums.size(); ++i) {
+        if (sums.at(i) > 0) {
+            parts << ToQString(diff::KindWord(static_cast<diff::Kind>(i), language_)) + u' ' +
+                         NumberText(sums.at(i), language_);
+        }
+    }
+    const bool open = actions_.session.Session().HasSong();
+    differs_->setText(Say(open ? backup_texts::kDiffers : backup_texts::kDiffersFromFile)
+                          .arg(parts.isEmpty() ? Say(backup_texts::kNoDifference)
+                                               : parts.join(QStringLiteral(" · "))));
+    heard_ = compared->before;
+    ShowListening();
+}
+
+void RestoreForm::Listen() {
+    session::Transport& controls = actions_.session.Controls();
+    const bool ends = controls.Heard() != nullptr;
+    if (ends || (controls.Hear(heard_) && !controls.Playing() && !controls.Play())) {
+        EndListening();
+    }
+}
+
+// The open song is heard again, and rests.
+void RestoreForm::EndListening() {
+    session::Transport& controls = actions_.session.Controls();
+    if (controls.Heard()) {
+        controls.Stop();
+        controls.Hear(nullptr);
+    }
+}
+
+void RestoreForm::ShowListening() {
+    const session::Session& session = actions_.session.Session();
+    listen_->setEnabled(session.HasSong() && heard_ != nullptr);
+    listen_->setText(
+        Say(session.HearsOther() ? backup_texts::kStopListening : backup_texts::kListen));
 }
 
 } // namespace tracksmith::forms

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/components.h"
 #include "app/forms/texts.h"
 #include "app/kept_words.h"
 #include "app/preparation_words.h"
@@ -100,6 +101,8 @@ void ShowAboutDialog(QWidget* window, Language language) {
     AddLine(*dialog, "Lbl_Program", InLanguage(texts::kProgram, language), 1.8);
     AddLine(*dialog, "Lbl_Version", texts::VersionLine(QCoreApplication::applicationVersion()));
     AddLine(*dialog, "Lbl_AboutText", InLanguage(texts::kAboutText, language));
+    AddLine(*dialog, "Lbl_Components",
+            ToQString(app::ComponentLines(app::Program::Windows, language)));
     AddCloseButton(*dialog, language);
     dialog->open();
 }

@@ -14,8 +14,8 @@ DropHint::DropHint(QWidget& window) : QWidget(&window), window_(window) {
     hide();
 }
 
-void DropHint::ShowFile(const QString& fileName, Language language) {
-    line_ = texts::DropOpens(fileName, language);
+void DropHint::ShowFile(const QString& fileName, std::size_t more, Language language) {
+    line_ = texts::DropOpens(fileName, more, language);
     setAccessibleName(line_);
     setGeometry(window_.rect());
     raise();

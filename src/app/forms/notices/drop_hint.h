@@ -14,7 +14,7 @@ public:
     explicit DropHint(QWidget& window);
 
     /// Covers the window for a file of that name, in `language`.
-    void ShowFile(const QString& fileName, Language language);
+    void ShowFile(const QString& fileName, std::size_t more, Language language);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

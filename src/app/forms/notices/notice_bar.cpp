@@ -1,6 +1,7 @@
 #include "app/forms/notices/notice_bar.h"
 
 #include <initializer_list>
+#include <string>
 #include <utility>
 
 #include "base/forms/labels.h"
@@ -21,6 +22,7 @@ NoticeBar::NoticeBar(QWidget* parent)
       waiting_(NewCaption("Lbl_NoticesWaiting", this)),
       details_(AddButton("Btn_Details", &NoticeBar::DetailsPressed)),
       leadIn_(AddButton("Btn_LeadIn", &NoticeBar::LeadInPressed)),
+      prepare_(AddButton("Btn_PrepareNow", &NoticeBar::PreparePressed)),
       takeBack_(AddButton("Btn_TakeBack", &NoticeBar::TakeBackPressed)),
       reload_(AddButton("Btn_Reload", &NoticeBar::ReloadPressed)),
       restore_(AddButton("Btn_RestoreBackup", &NoticeBar::RestorePressed)),
@@ -34,8 +36,8 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 3 / 2, Gap() / 2, Gap() / 2, Gap() / 2);
     row->addWidget(text_, 1);
-    const std::initializer_list<QWidget*> buttons{waiting_, details_, leadIn_, takeBack_,
-                                                  reload_,  restore_, close_};
+    const std::initializer_list<QWidget*> buttons{waiting_,  details_, leadIn_,  prepare_,
+                                                  takeBack_, reload_,  restore_, close_};
     for (QWidget* widget : buttons) {
         row->addWidget(widget);
     }
@@ -50,21 +52,23 @@ QPushButton* NoticeBar::AddButton(const char* objectName, void (NoticeBar::*sign
     return button;
 }
 
-void NoticeBar::ShowChanges(const session::Workspace& workspace, bool canTakeBack,
-                            bool canInsertLeadIn) {
+void NoticeBar::ShowChanges(const session::Workspace& workspace, const WaysOn& ways) {
     Forget(Subject::Song);
-    song::LoadReport report = workspace.loadReport;
-    report.counts[static_cast<std::size_t>(song::LoadChange::NotesLengthened)] = 0; // no news
-    if (report.Kinds() > 0 || workspace.preparation.Changed()) {
-        Add({.subject = Subject::Song,
-             .text =
-                 [report, preparation = workspace.preparation](Language language) {
-                     return texts::ChangesSummary(report, preparation, language);
-                 },
-             .details = true,
-             .takeBack = canTakeBack,
-             .leadIn = canInsertLeadIn});
+    const song::LoadReport report = workspace.loadReport.Losses();
+    if (report.Kinds() == 0 && !workspace.preparation.Changed() && !ways.prepare) {
+        return;
     }
+    const std::string instrument =
+        ways.prepare ? workspace.outputs.outputs.front().name : std::string();
+    Add({.subject = Subject::Song,
+         .text =
+             [report, preparation = workspace.preparation, instrument](Language language) {
+                 return texts::ChangesSummary(report, preparation, instrument, language);
+             },
+         .details = true,
+         .takeBack = ways.takeBack,
+         .leadIn = ways.leadIn,
+         .prepare = ways.prepare});
 }
 
 void NoticeBar::ShowReloadOffer() {
@@ -95,6 +99,21 @@ void NoticeBar::DropRestoreOffer() {
     Forget(Subject::Backup);
 }
 
+void NoticeBar::ShowCrash(const QString& record) {
+    Add({.subject = Subject::Crash, .text = [record](Language language) {
+             return InLanguage(backup_texts::kCrashed, language).arg(record);
+         }});
+}
+
+void NoticeBar::ShowRefusal(const Text& reason) {
+    Add({.subject = Subject::Refusal,
+         .text = [reason](Language language) { return InLanguage(reason, language); }});
+}
+
+void NoticeBar::EndRefusal() {
+    Forget(Subject::Refusal);
+}
+
 void NoticeBar::ShowText(const Text& text) {
     Add({.text = [text](Language language) { return InLanguage(text, language); }});
 }
@@ -119,7 +138,9 @@ void NoticeBar::Forget(Subject subject) {
 }
 
 void NoticeBar::Clear() {
-    std::erase_if(notices_, [](const Notice& each) { return each.subject != Subject::Backup; });
+    std::erase_if(notices_, [](const Notice& each) {
+        return each.subject != Subject::Backup && each.subject != Subject::Crash;
+    });
     Render();
 }
 
@@ -141,6 +162,7 @@ void NoticeBar::Render() {
     waiting_->setText(texts::NoticesWaiting(notices_.size() - 1, language_));
     details_->setVisible(shown.details);
     leadIn_->setVisible(shown.leadIn);
+    prepare_->setVisible(shown.prepare);
     takeBack_->setVisible(shown.takeBack);
     reload_->setVisible(shown.reload);
     restore_->setVisible(shown.restore);
@@ -151,6 +173,7 @@ void NoticeBar::Retranslate(Language language) {
     setAccessibleName(InLanguage(texts::kNotice, language));
     details_->setText(InLanguage(texts::kDetails, language));
     leadIn_->setText(InLanguage(texts::kLeadInButton, language));
+    prepare_->setText(InLanguage(texts::kPrepareNow, language));
     takeBack_->setText(InLanguage(texts::kTakeBackButton, language));
     reload_->setText(InLanguage(texts::kReloadButton, language));
     restore_->setText(InLanguage(backup_texts::kRestore, language));

@@ -26,9 +26,16 @@ class NoticeBar : public Panel {
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    /// Tells what loading and preparing changed in the song, if anything; instead of all that was
-    /// said about the song before. `canTakeBack` and `canInsertLeadIn` add the buttons for it.
-    void ShowChanges(const session::Workspace& workspace, bool canTakeBack, bool canInsertLeadIn);
+    /// What can be done about what loading and preparing did.
+    struct WaysOn {
+        bool takeBack = false;
+        bool leadIn = false;
+        /// The song is not prepared for the user's instrument but could be.
+        bool prepare = false;
+    };
+    /// Tells what loading took away and what preparing changed in the song, or that it was not
+    /// prepared, if anything; instead of all that was said about the song before.
+    void ShowChanges(const session::Workspace& workspace, const WaysOn& ways);
 
     /// Takes away all notices that are about the song.
     void Clear();
@@ -44,6 +51,13 @@ public:
     /// It has been answered.
     void DropRestoreOffer();
 
+    /// Tells that the program crashed and where the record of it lies. Stays until it is closed.
+    void ShowCrash(const QString& record);
+
+    /// Shows why something was refused that will be possible again after EndRefusal.
+    void ShowRefusal(const Text& reason);
+    void EndRefusal();
+
     /// Shows one line without a button that leads on.
     void ShowText(const Text& text);
     /// Likewise for a composed line, which keeps its language.
@@ -56,11 +70,12 @@ signals:
     void ReloadPressed();
     void TakeBackPressed();
     void LeadInPressed();
+    void PreparePressed();
     void RestorePressed();
 
 private:
     /// What a notice is about; a newer one on the same subject takes its place.
-    enum class Subject { Song, Reload, Backup, Other };
+    enum class Subject { Song, Reload, Refusal, Backup, Crash, Other };
     struct Notice {
         Subject subject = Subject::Other;
         std::function<QString(Language)> text;
@@ -68,6 +83,7 @@ private:
         bool reload = false;
         bool takeBack = false;
         bool leadIn = false;
+        bool prepare = false;
         bool restore = false;
     };
 
@@ -83,6 +99,7 @@ private:
     QLabel* waiting_;
     QPushButton* details_;
     QPushButton* leadIn_;
+    QPushButton* prepare_;
     QPushButton* takeBack_;
     QPushButton* reload_;
     QPushButton* restore_;

@@ -64,9 +64,13 @@ bool QtMessageHost::AskYesNo(std::string_view question) {
 }
 
 bool QtMessageHost::AskWayOn(std::string_view text, const Text& way) {
+    return AskWayOn(text, way, texts::kClose);
+}
+
+bool QtMessageHost::AskWayOn(std::string_view text, const Text& way, const Text& other) {
     Box box(QMessageBox::Warning, ToQString(text), language_, &window_);
     auto* on = box.Add(way, "Btn_WayOn", QMessageBox::AcceptRole);
-    auto* close = box.Add(texts::kClose, "Btn_Close", QMessageBox::RejectRole);
+    auto* close = box.Add(other, "Btn_Close", QMessageBox::RejectRole);
     return box.Ask(on, close) == on;
 }
 

@@ -22,6 +22,8 @@ public:
 
     /// Shows a fault with one way on, which has the button `way`. True when the user takes it.
     bool AskWayOn(std::string_view text, const Text& way);
+    /// Asks between two ways, named by what they do; the first is proposed.
+    bool AskWayOn(std::string_view text, const Text& way, const Text& other);
 
     /// What the user wants with changes that are not saved.
     enum class SaveAnswer { Save, Discard, Cancel };

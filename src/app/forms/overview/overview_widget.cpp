@@ -13,7 +13,6 @@
 #include <QToolTip>
 
 #include "app/forms/overview/overview_accessible.h"
-#include "app/forms/overview/overview_painter.h"
 #include "app/forms/texts.h"
 
 namespace tracksmith::forms {
@@ -31,6 +30,7 @@ void OverviewWidget::SetSong(song::NoteOverview notes, std::vector<OverviewMark>
     scene_.playhead = 0;
     scene_.loopStart = scene_.loopEnd = 0;
     pressedColumn_ = -1;
+    PaintAnew();
     TellCursor();
 }
 
@@ -47,11 +47,12 @@ void OverviewWidget::SetFlags(std::vector<OverviewFlag> flags) {
             scene_.flags.push_back(std::move(flag));
         }
     }
-    update();
+    PaintAnew();
 }
 
 void OverviewWidget::SetChannel(int channel) {
     scene_.channel = channel;
+    PaintAnew();
     TellCursor();
 }
 
@@ -62,33 +63,47 @@ void OverviewWidget::ShowPlace(std::int32_t tick) {
     const bool entered = column != scene_.cursor;
     const double width = Geometry().ColumnWidth();
     const bool moved = std::floor(place * width) != std::floor(scene_.playhead * width);
-    scene_.playhead = place;
-    scene_.cursor = column;
+    if (!entered && !moved) {
+        scene_.playhead = place;
+        return;
+    }
+    MovePlace(column, place);
     if (entered) {
         TellCursor();
-    } else if (moved) {
-        update();
     }
+}
+
+// Paints only where the place was and is, since this comes thirty times a second.
+void OverviewWidget::MovePlace(std::size_t column, double place) {
+    const OverviewGeometry geometry = Geometry();
+    update(OverviewPlaceRect(geometry, scene_));
+    scene_.playhead = place;
+    scene_.cursor = column;
+    update(OverviewPlaceRect(geometry, scene_));
+}
+
+void OverviewWidget::PaintAnew() {
+    layers_.Forget();
+    update();
 }
 
 void OverviewWidget::ShowLoop(std::int32_t startTick, std::int32_t endTick, bool on) {
     scene_.loopStart = ColumnOfTick(scene_.notes, startTick);
     scene_.loopEnd = ColumnOfTick(scene_.notes, endTick);
     scene_.looping = on;
-    update();
+    PaintAnew();
 }
 
 void OverviewWidget::SetCursorColumn(std::int64_t column) {
     const std::int64_t last = std::max<std::int64_t>(ColumnCount() - 1, 0);
-    scene_.cursor = static_cast<std::size_t>(std::clamp<std::int64_t>(column, 0, last));
-    scene_.playhead = static_cast<double>(scene_.cursor);
+    const auto wanted = static_cast<std::size_t>(std::clamp<std::int64_t>(column, 0, last));
+    MovePlace(wanted, static_cast<double>(wanted));
     TellCursor();
     emit PlaceChosen(CursorTick());
 }
 
 // A screen reader is told which measure the cursor has entered.
 void OverviewWidget::TellCursor() {
-    update();
     QAccessibleValueChangeEvent changed(this, static_cast<qlonglong>(CursorMeasure()));
     QAccessible::updateAccessibility(&changed);
 }
@@ -177,7 +192,12 @@ void OverviewWidget::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     scene_.focused = hasFocus();
     QPainter painter(this);
-    PaintOverview(painter, Geometry(), scene_, palette());
+    layers_.Paint(painter, *this, Geometry(), scene_);
+}
+
+void OverviewWidget::changeEvent(QEvent* event) {
+    layers_.Forget(); // colours or font
+    QWidget::changeEvent(event);
 }
 
 void OverviewWidget::keyPressEvent(QKeyEvent* event) {
@@ -213,7 +233,7 @@ void OverviewWidget::mouseMoveEvent(QMouseEvent* event) {
     scene_.loopStart = static_cast<double>(std::min(column, pressedColumn_));
     scene_.loopEnd = static_cast<double>(std::max(column, pressedColumn_) + 1);
     scene_.looping = true;
-    update();
+    PaintAnew();
 }
 
 void OverviewWidget::mouseReleaseEvent(QMouseEvent* event) {

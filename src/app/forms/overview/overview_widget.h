@@ -3,7 +3,8 @@
 #include "base/text.h"
 #include <QWidget>
 
-#include "app/forms/overview/overview_scene.h"
+#include "song/forms/overview_layers.h"
+#include "song/forms/overview_scene.h"
 
 namespace tracksmith::forms {
 
@@ -59,6 +60,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -68,10 +70,13 @@ protected:
 private:
     QString ColumnText(std::size_t column) const;
     QString HoverText(const QPointF& at) const;
+    void MovePlace(std::size_t column, double place);
+    void PaintAnew();
     void TellCursor();
     std::int64_t ColumnAt(const QMouseEvent& event) const;
 
     OverviewScene scene_;
+    OverviewLayers layers_;
     /// Column in which the mouse was pressed, and whether it has left it since.
     std::int64_t pressedColumn_ = -1;
     bool dragging_ = false;

@@ -5,8 +5,8 @@
 #include "base/forms/rows_model.h"
 #include "base/text.h"
 
-#include "app/forms/overview/overview_scene.h"
 #include "app/song_description.h"
+#include "song/forms/overview_scene.h"
 
 namespace tracksmith::forms {
 

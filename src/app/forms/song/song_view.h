@@ -65,6 +65,9 @@ public:
     /// Turns to the next page: mixer, sound controllers, routing, lists.
     void ShowNextPage();
 
+    /// What a channel (0-15) plays at the place of the music.
+    ShownVoice VoiceOf(int channel) const;
+
     /// Shows the mixer after something else than the strips has moved it.
     void ShowMixer();
 
@@ -88,7 +91,6 @@ private:
     QWidget* BuildLists();
     void Connect();
     void ShowPage(int page);
-    ShownVoice VoiceOf(int channel) const;
     app::SongDescription::ChannelLine InForce(app::SongDescription::ChannelLine line) const;
     void FollowVoices();
     void ShowVoices();

@@ -53,6 +53,10 @@ PlayBar::PlayBar(MainMenu& menu, SessionSignals& session, QWidget* parent)
     AddButtons(*buttons);
     row->addWidget(buttons);
     row->addWidget(position_);
+    position_->setFocusPolicy(Qt::StrongFocus);
+    position_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(position_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& at) { menu_.Position().popup(position_->mapToGlobal(at)); });
     row->addWidget(instrument_);
     row->SetStretching(instrument_);
     row->addWidget(tempo_);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
 #include <QHBoxLayout>
 
@@ -27,6 +28,7 @@ PositionDisplay::PositionDisplay(QWidget* parent)
       clock_(new ValueBox("Lbl_Time", texts::kTime, kSmall, true)),
       timeSignature_(new ValueBox("Lbl_TimeSignature", texts::kTimeSignature, kSmall, true)),
       notes_(new ValueBox("Lbl_NotesHere", texts::kNotesHere, kSmall, true)) {
+    setObjectName(QStringLiteral("PositionDisplay"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Gap() * 2, Gap() / 2, Gap() * 2, Gap() / 2);
     row->setSpacing(Gap() * 2);
@@ -50,6 +52,9 @@ void PositionDisplay::Reserve(const Place& end) {
 }
 
 void PositionDisplay::Retranslate(Language language) {
+    setAccessibleName(InLanguage(texts::kPosition, language));
+    setAccessibleDescription(InLanguage(texts::kPositionHint, language));
+    setToolTip(InLanguage(texts::kPositionHint, language));
     for (ValueBox* box : {position_, clock_, timeSignature_, notes_}) {
         box->Retranslate(language);
     }

@@ -39,6 +39,10 @@ signals:
     void RoutesChanged();
     /// An output or its state has changed.
     void PortsChanged();
+    /// Another song is heard in place of the one in memory, or that one again.
+    void HeardSongChanged();
+    /// The song was to be changed while another one is heard.
+    void ChangeRefused();
     /// The regular look at the ports is over; twice a second.
     void PortsChecked();
 
@@ -51,6 +55,8 @@ private:
     void OnTempo() override { emit TempoChanged(); }
     void OnRoutes() override { emit RoutesChanged(); }
     void OnPorts() override { emit PortsChanged(); }
+    void OnHeardSong() override { emit HeardSongChanged(); }
+    void OnChangeRefused() override { emit ChangeRefused(); }
 
     session::Session& session_;
     QTimer display_;

@@ -23,12 +23,24 @@ ValueBox::ValueBox(const char* objectName, const Text& caption, double size, boo
 }
 
 void ValueBox::SetValue(const QString& value) {
+    if (value == value_->text()) {
+        return;
+    }
+    if (room_ > 0 && WidthOf(value) > room_) {
+        Reserve(value);
+    }
     value_->setText(value);
     NameValue();
 }
 
+// A label of a fixed size does not have the window laid out anew for each text that it shows.
 void ValueBox::Reserve(const QString& widest) {
-    value_->setMinimumWidth(value_->fontMetrics().horizontalAdvance(widest));
+    room_ = WidthOf(widest);
+    value_->setFixedSize(room_, value_->fontMetrics().height());
+}
+
+int ValueBox::WidthOf(const QString& value) const {
+    return value_->fontMetrics().size(Qt::TextSingleLine, value).width();
 }
 
 void ValueBox::Retranslate(Language language) {

@@ -20,15 +20,17 @@ public:
 
     void SetValue(const QString& value);
 
-    /// Keeps room for `widest`, so that nothing moves while values change.
+    /// Keeps room for `widest`, so that nothing moves while values change; a wider value gets more.
     void Reserve(const QString& widest);
 
     void Retranslate(Language language);
 
 private:
     void NameValue();
+    int WidthOf(const QString& value) const;
 
     Text text_;
+    int room_ = 0; // pixels that the value has; 0 for as many as it needs
     QLabel* caption_;
     QLabel* value_;
 };
