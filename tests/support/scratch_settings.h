@@ -1,7 +1,6 @@
 #pragma once
 
-#include <string>
-
+#include "support/data_folder.h"
 #include "support/temporary_folder.h"
 
 #include "app/settings/settings_store.h"
@@ -19,13 +18,7 @@ public:
     settings::SettingsStore& Store() { return store_; }
 
     /// Where they are, for another store on the same settings.
-    std::filesystem::path Location() const {
-#ifdef _WIN32
-        return "Software\\TracksmithTest" + (folder_ / "").parent_path().filename().string();
-#else
-        return folder_ / "settings.json";
-#endif
-    }
+    std::filesystem::path Location() const { return SettingsPlace(folder_.Path()); }
 
 private:
     TemporaryFolder folder_;

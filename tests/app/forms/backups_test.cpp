@@ -33,7 +33,8 @@ TEST_F(BackupsTest, WhatASignalEndsIsOfferedAtTheNextStart) {
     OpenWindow();
     ASSERT_TRUE(IsOffered());
     EXPECT_NE(LabelText("Lbl_Notice").find("waltz"), std::string::npos);
-    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    const auto dirty = test::TrackBuilder().Raw(0, {0xF7, 0x01, 0x55}).End();
+    form_->OpenMidiFile(Write("other.mid", test::MidiFileBuilder(0).Track(dirty).Build()));
     // The offer waits below what there is to say about that song.
     QTest::mouseClick(Find<QToolButton>("Btn_CloseNotice"), Qt::LeftButton);
     ASSERT_TRUE(IsOffered());
@@ -75,6 +76,18 @@ TEST_F(BackupsTest, TheListRestoresAStateAndLeavesTheFile) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed list
     Trigger("MMF_RestoreEarlier");
     EXPECT_TRUE(Find<QCheckBox>("Chk_OnlyThisSong")->isChecked());
+    auto* listen = Find<QPushButton>("Btn_ListenToBackup");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return listen->isEnabled(); }));
+    EXPECT_EQ(LabelText("Lbl_Differs"), "Against the open song: no difference");
+    listen->click();
+    EXPECT_TRUE(form_->Session().HearsOther());
+    EXPECT_TRUE(form_->Session().Controls().Playing());
+    listen->click();
+    EXPECT_FALSE(form_->Session().Controls().Playing());
+    listen->click();
+    Find<QDialog>("Dlg_Restore")->reject();
+    EXPECT_FALSE(form_->Session().HearsOther());
+    EXPECT_FALSE(form_->Session().Controls().Playing());
 }
 
 TEST_F(BackupsTest, TheIntervalIsChosenInTheMenuAndRemembered) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
@@ -7,6 +8,7 @@
 #include <string>
 
 #include "base/forms/qt_text.h"
+#include "support/data_folder.h"
 #include "support/midi_file_builder.h"
 #include <QAction>
 #include <QApplication>
@@ -17,6 +19,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "app/forms/loading/song_loader.h"
 #include "app/forms/main_form.h"
 #include "app/settings/settings_store.h"
 #include "midi/backends/loop/backend.h"
@@ -40,6 +43,12 @@ public:
             answer = answers.front();
             answers.erase(answers.begin());
         }
+        return answer;
+    }
+
+    std::optional<std::filesystem::path> ChooseFolder(
+        QWidget*, const QString&, const std::filesystem::path& folder) override {
+        asked = folder;
         return answer;
     }
 
@@ -97,24 +106,34 @@ private:
 class FormTest : public testing::Test {
 protected:
     void SetUp() override {
-        qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
-        store_ = std::make_unique<settings::SettingsStore>(Path("settings.json"));
+        qputenv(test::kDataFolderVariable, folder_.path().toUtf8());
+        store_ = std::make_unique<settings::SettingsStore>(
+            test::SettingsPlace(PathFromQString(folder_.path())));
         store_->WriteStrToUserRegistry("Language", "en");
         OpenWindow();
+    }
+
+    void TearDown() override {
+        form_.reset();
+        if (store_) {
+            store_->DeleteAllRegistry();
+        }
     }
 
     /// Shows a window anew, as the program's next start would.
     void OpenWindow() {
         form_.reset();
-        form_ = std::make_unique<TMainForm>(*store_, LoopDevices());
+        form_ = std::make_unique<TMainForm>(*store_, Devices());
         auto chooser = std::make_unique<ScriptedChooser>();
         chooser_ = chooser.get();
         form_->SetFileChooser(std::move(chooser));
+        // Songs are there when opening them returns, however busy the machine is.
+        form_->Loader().SetTimes({.quick = std::chrono::minutes(5)});
         form_->show();
     }
 
     /// Two ports inside the process as the only devices.
-    std::unique_ptr<devices::MidiDevices> LoopDevices() const {
+    virtual std::unique_ptr<devices::MidiDevices> Devices() const {
         devices::SystemDrivers drivers;
         drivers.outputs.push_back(std::make_unique<midi::PortableOutputDriver>(loop_));
         drivers.inputs.push_back(std::make_unique<midi::PortableInputDriver>(loop_));

@@ -134,7 +134,7 @@ TEST_F(HealthFormTest, ChecksLargeSongsBesideTheWindow) {
     EXPECT_EQ(button->text().toStdString(), "Health: …");
     Trigger("MMF_Health");
     EXPECT_EQ(LabelText("Lbl_FindingTitle"), "Checking the song …");
-    QTRY_COMPARE(button->text(), QStringLiteral("Health: 1"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button->text() == QStringLiteral("Health: 1"); }));
     EXPECT_EQ(Find<QTableWidget>("Table_Findings")->rowCount(), 1);
 }
 

@@ -16,7 +16,7 @@ namespace {
 class InstrumentTest : public FormTest {
 protected:
     void SetUp() override {
-        qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
+        qputenv(test::kDataFolderVariable, folder_.path().toUtf8());
         FormTest::SetUp();
     }
 
@@ -78,12 +78,17 @@ TEST_F(InstrumentTest, ChangingItAsksAndPreparesTheOpenSong) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
     EXPECT_FALSE(form_->Session().Work().preparation.prepared); // none chosen yet
     {
-        BoxAnswer no("Btn_No");
+        BoxAnswer no("Btn_Close");
         Choose("gm2 soundset");
         EXPECT_EQ(no.text, "Shall the open song be prepared for \"GM2 Soundset\"?");
     }
     EXPECT_FALSE(form_->Session().Modified());
-    BoxAnswer yes("Btn_Yes");
+    EXPECT_EQ(LabelText("Lbl_Notice"), "The song is not prepared for GM2 Soundset");
+    auto* prepare = Find<QPushButton>("Btn_PrepareNow");
+    prepare->click();
+    EXPECT_TRUE(form_->Session().Work().preparation.prepared);
+    EXPECT_FALSE(prepare->isVisible());
+    BoxAnswer yes("Btn_WayOn");
     Choose("roland sc-88pro");
     EXPECT_TRUE(form_->Session().Modified());
     EXPECT_EQ(form_->Session().Work().preparation.inserted, 1);
@@ -144,7 +149,7 @@ TEST_F(InstrumentTest, PreparingGoesOnPlayingWhereItWas) {
     form_->OpenMidiFile(Write("waltz.mid", Waltz()));
     form_->Session().Controls().MoveToTick(1440);
     Trigger("MMP_PlayStop");
-    BoxAnswer yes("Btn_Yes");
+    BoxAnswer yes("Btn_WayOn");
     Choose("yamaha genos2");
     EXPECT_EQ(form_->Session().Work().preparation.inserted, 1);
     EXPECT_TRUE(form_->Session().Controls().Playing());

@@ -5,9 +5,14 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
+#include <QToolButton>
 #include <QTreeView>
 
+#include "app/forms/dialogs.h"
 #include "app/forms/form_fixture.h"
 
 namespace tracksmith::forms {
@@ -75,33 +80,118 @@ void ExpectNames(const QWidget& window) {
     EXPECT_FALSE(names.empty());
 }
 
+void ExpectLetters(const QWidget& window) {
+    QMap<QKeySequence, QString> owners;
+    const auto take = [&owners](const QString& text) {
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        EXPECT_FALSE(!key.isEmpty() && owners.contains(key))
+            << text.toStdString() << " and " << owners[key].toStdString();
+        owners[key] = text;
+    };
+    if (const auto* bar = window.findChild<QMenuBar*>()) {
+        for (const QAction* menu : bar->actions()) {
+            take(menu->text());
+        }
+    }
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible()) {
+            take(button->text());
+        }
+    }
+}
+
+int WidthOf(const QWidget& widget, const QString& text) {
+    return widget.fontMetrics().size(Qt::TextShowMnemonic, text).width();
+}
+
+// A text that has less room than it needs is cut off.
+void ExpectWholeTexts(const QWidget& window) {
+    const auto expect = [](const QWidget& widget, const QString& text, int room, int needed) {
+        EXPECT_GE(room, needed) << widget.objectName().toStdString() << ": " << text.toStdString();
+    };
+    QApplication::processEvents(); // lays out what has changed
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        const auto* tool = qobject_cast<const QToolButton*>(button);
+        const bool onlyIcon = tool != nullptr && tool->toolButtonStyle() == Qt::ToolButtonIconOnly;
+        // The voices of the strips are painted in two lines, and shorter where they do not fit.
+        const bool voice = button->objectName().startsWith(QStringLiteral("Btn_Voice"));
+        if (button->isVisible() && !button->text().isEmpty() && !onlyIcon && !voice) {
+            expect(*button, button->text(), button->width(), WidthOf(*button, button->text()));
+        }
+    }
+    for (const auto* label : window.findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->text().isEmpty()) {
+            continue;
+        }
+        if (label->wordWrap()) {
+            expect(*label, label->text(), label->height(), label->heightForWidth(label->width()));
+        } else {
+            expect(*label, label->text(), label->contentsRect().width(),
+                   WidthOf(*label, label->text()));
+        }
+    }
+    for (const auto* header : window.findChildren<QHeaderView*>()) {
+        for (int column = 0; header->isVisible() && column < header->count(); ++column) {
+            const QString title =
+                header->model()->headerData(column, header->orientation()).toString();
+            if (!header->isSectionHidden(column)) {
+                expect(*header, title, header->sectionSize(column), WidthOf(*header, title));
+            }
+        }
+    }
+}
+
 TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
     const auto file = Write("waltz.mid", Waltz());
     for (const char* language : {"MMF_German", "MMF_English"}) {
         Trigger(language);
         form_->ClearMidiMemory();
         ExpectNames(*form_);
+        ExpectLetters(*form_);
+        ExpectWholeTexts(*form_);
+        Trigger("MMF_FirstSteps");
+        ExpectNames(*form_);
+        ExpectLetters(*form_);
+        ExpectWholeTexts(*form_);
         form_->OpenMidiFile(file);
         Trigger("MMF_SplitFormat0");
         ExpectNames(*form_);
+        ExpectLetters(*form_);
+        ExpectWholeTexts(*form_);
         for (int page = 1; page < 5; ++page) { // all pages, and back to the first
             Trigger("MMV_NextPage");
             ExpectNames(*form_);
+            ExpectWholeTexts(*form_);
         }
-        for (const auto& [action, dialog] :
-             {std::pair("MMS_MidiPorts", "Dlg_MidiPorts"),
-              std::pair("MMI_ChooseInstrument", "Dlg_Instrument"),
-              std::pair("MMI_Voices", "PatchesForm"), std::pair("MMS_Instruments", "OptionsForm"),
-              std::pair("MMF_Health", "Dlg_Health"), std::pair("MMF_WhatChanged", "Dlg_Changes"),
-              std::pair("MMF_About", "Dlg_About")}) {
+        for (const auto& [action, dialog] : kDialogs) {
             Trigger(action);
             auto* window = Find<QDialog>(dialog);
             ExpectNames(*window);
+            ExpectLetters(*window);
+            ExpectWholeTexts(*window);
+            if (auto* folder = window->findChild<QPushButton*>("Btn_RevoiceFolder")) {
+                folder->click();
+                auto* inner = Find<QDialog>("Dlg_RevoiceFolder");
+                ExpectNames(*inner);
+                ExpectLetters(*inner);
+                delete inner;
+            }
             delete window;
+        }
+        Trigger("MMF_UserGuide"); // a window of its own, so that it can stay beside the others
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == QStringLiteral("GuideForm")) {
+                ExpectNames(*window);
+                ExpectLetters(*window);
+                ExpectWholeTexts(*window);
+                delete window;
+                break;
+            }
         }
     }
 }
 
+#ifndef _WIN32 // which has a file dialog of its own
 /// Every text of the file dialog as it is asked for in `language`.
 std::set<QString> FileDialogTexts(TMainForm& form, Language language) {
     form.ApplyLanguage(language);
@@ -126,7 +216,7 @@ std::set<QString> FileDialogTexts(TMainForm& form, Language language) {
     return shown;
 }
 
-TEST_F(LanguageTest, FileDialogsAndKeysSpeakTheChosenLanguage) {
+TEST_F(LanguageTest, FileDialogsSpeakTheChosenLanguage) {
     const std::set<QString> english = FileDialogTexts(*form_, Language::English);
     const std::set<QString> german = FileDialogTexts(*form_, Language::German);
     EXPECT_TRUE(german.contains(QStringLiteral("Dateien vom Typ:")));
@@ -135,6 +225,11 @@ TEST_F(LanguageTest, FileDialogsAndKeysSpeakTheChosenLanguage) {
         EXPECT_TRUE(!english.contains(text) || text.isEmpty() || text == QStringLiteral("Name"))
             << text.toStdString();
     }
+}
+#endif
+
+TEST_F(LanguageTest, KeysSpeakTheChosenLanguage) {
+    Trigger("MMF_German");
     const QKeySequence keys = Find<QAction>("MMI_PrepareSong")->shortcut();
     EXPECT_EQ(keys.toString(QKeySequence::NativeText), QStringLiteral("Strg+Umschalt+I"));
 }

@@ -93,7 +93,7 @@ TEST_F(MenuTest, LettersLeadToOnePlaceInBothLanguages) {
         for (const char* action : {"MMS_MidiPorts", "MMI_ChooseInstrument", "MMI_Voices",
                                    "MMS_Instruments", "MMF_WhatChanged", "MMF_About"}) {
             Trigger(action);
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            auto* dialog = form_->findChild<QDialog*>();
             ASSERT_NE(dialog, nullptr) << action;
             ExpectKeysOfTheirOwn(KeyedTexts(*dialog), QLatin1String(action));
             delete dialog;

@@ -1,3 +1,5 @@
+#include <array>
+
 #include <QAccessible>
 #include <QHelpEvent>
 #include <QSpinBox>
@@ -80,22 +82,27 @@ TEST_F(OverviewTest, ChoosingATempoMovesTheCursorThere) {
 }
 
 TEST_F(OverviewTest, DraggingDrawsALoopOverWholeMeasures) {
-    const auto drag = [this](int from, int to) {
+    const std::array still{Pixel(1, 0), Pixel(1, 1), Pixel(1, 2)};
+    const auto drag = [&](int from, int to) {
         QTest::mousePress(overview_, Qt::LeftButton, {}, Cell(0, from));
         QTest::mouseMove(overview_, Cell(0, to));
         QMouseEvent moved(QEvent::MouseMove, Cell(0, to), overview_->mapToGlobal(Cell(0, to)),
                           Qt::LeftButton, Qt::LeftButton, {});
         QApplication::sendEvent(overview_, &moved);
+        // Seen before the button is let go: the columns dragged over, and only they.
+        for (int column = 0; column < 3; ++column) {
+            EXPECT_EQ(Pixel(1, column) != still.at(static_cast<std::size_t>(column)), column != 2)
+                << column;
+        }
         QTest::mouseRelease(overview_, Qt::LeftButton, {}, Cell(0, to));
     };
-    const QColor before = Pixel(1, 0);
     drag(1, 0);
     const auto& loop = form_->Session().Controls().Loop();
     ASSERT_TRUE(loop);
     EXPECT_EQ(loop->startTick, 0);
     EXPECT_EQ(loop->endTick, 2880);
     EXPECT_TRUE(loop->on);
-    EXPECT_NE(Pixel(1, 0), before);
+    EXPECT_NE(Pixel(1, 0), still[0]);
     EXPECT_EQ(form_->Session().Controls().Tick(), 0); // a drag is no seek
 }
 

@@ -91,8 +91,12 @@ TEST_F(PickerTest, SearchesHearsComparesAndWritesByKeys) {
     QTest::keyClick(picker, Qt::Key_B, Qt::ControlModifier);
     EXPECT_EQ(Sent(), "194/0");
     EXPECT_NE(Name("Card_OldVoice").find("heard now"), std::string::npos);
+    const auto* oldVoice = Find<QPushButton>("Btn_OldVoice");
+    const auto* newVoice = Find<QPushButton>("Btn_NewVoice");
+    EXPECT_TRUE(oldVoice->isChecked() && !newVoice->isChecked());
     QTest::keyClick(picker, Qt::Key_B, Qt::ControlModifier);
     EXPECT_EQ(Sent(), program);
+    EXPECT_TRUE(newVoice->isChecked() && !oldVoice->isChecked());
     QTest::keyClick(search, Qt::Key_Return);
     EXPECT_EQ(Programs(), (std::vector{chosen, 1}));
     EXPECT_TRUE(form_->Session().Modified());
@@ -133,13 +137,14 @@ TEST_F(PickerTest, FavouritesAndSizeAreRemembered) {
     EXPECT_EQ(families->topLevelItem(1)->text(1), "0");
     QTest::keyClick(picker, Qt::Key_D, Qt::ControlModifier);
     EXPECT_EQ(families->topLevelItem(1)->text(1), "1");
-    picker->resize(1000, 700);
+    picker->resize(760, 700);
+    const int width = picker->width();
     const QPointer<TPickerForm> closed = picker;
     picker->reject();
     EXPECT_TRUE(QTest::qWaitFor([&] { return closed.isNull(); }));
     picker = Pick();
     EXPECT_EQ(Find<QTreeWidget>("LB_Families")->topLevelItem(1)->text(1), "1");
-    EXPECT_EQ(picker->width(), 1000);
+    EXPECT_EQ(picker->width(), width);
 }
 
 } // namespace

@@ -1,10 +1,13 @@
 #include "form_fixture.h"
 #include "support/temporary_folder.h"
+#include <QCheckBox>
+#include <QListWidget>
 #include <QMenu>
 #include <QTableWidget>
 #include <QTest>
 
 #include "app/forms/revoicer/auto_revoicer_form.h"
+#include "app/forms/revoicer/revoice_folder_form.h"
 #include "instruments/forms/picker_form.h"
 #include "instruments/instrument_settings.h"
 #include "instruments/revoicer/revoicer_table.h"
@@ -74,6 +77,7 @@ TEST_F(RevoicerFormTest, SuggestsTicksChoosesAndDeletes) {
     EXPECT_FALSE(Find<QPushButton>("Btn_Revoice")->isEnabled());
     Press("Btn_Suggest");
     EXPECT_EQ(Rows(), "x|3, 4|Nylon Guitar|0·0·25|2|NylonGuitar SW (S.Art!)|8·34·1\n");
+    EXPECT_EQ(grid_->item(0, 7)->data(Qt::AccessibleTextRole).toString().toStdString(), "5 of 5");
     EXPECT_EQ(LabelText("Lbl_RevoicerCounts"),
               "1 of 2 program changes will be replaced; "
               "1 without bank select stay as they are");
@@ -142,6 +146,50 @@ TEST_F(RevoicerFormTest, TablesAreReadAndWritten) {
         instruments::RevoicerTable::FromText(std::string(bytes.begin(), bytes.end()), badLine);
     ASSERT_TRUE(written);
     EXPECT_EQ(written->Applied(), Stored().Applied());
+}
+
+TEST_F(RevoicerFormTest, AFolderIsRevoicedBesideTheSongAndAnswersCount) {
+    Open();
+    Press("Btn_RevoiceFolder");
+    auto* window = Find<RevoiceFolderForm>("Dlg_RevoiceFolder");
+    auto* state = Find<QLabel>("Lbl_RevoiceFolderState");
+    std::filesystem::create_directories(Path("songs"));
+    Write("songs/guitars.mid", TwoGuitars());
+    Write("songs/noise.mid", test::Bytes(100));
+    chooser_->answer = Path("songs");
+    Press("Btn_ChooseSource");
+    EXPECT_EQ(window->Target().toStdString(), Path("songs - Yamaha Genos").string());
+    Press("Btn_RevoiceFolderStart");
+    EXPECT_EQ(state->text().toStdString(), "No entry is ticked in the table of this instrument.");
+    Press("Btn_Suggest");
+    window->SetFolders(window->Source(), window->Source());
+    Press("Btn_RevoiceFolderStart");
+    EXPECT_NE(state->text().indexOf("need another folder"), -1) << state->text().toStdString();
+    chooser_->answer = Path("new");
+    Press("Btn_ChooseTarget");
+    const auto run = [&] {
+        Press("Btn_RevoiceFolderStart");
+        EXPECT_FALSE(Find<QWidget>("Edit_FolderSource")->isEnabled());
+        Find<QDialog>("Dlg_RevoiceFolder")->close(); // only ends the work, which is told first
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->Busy(); }));
+        Press("Btn_RevoiceFolderStart");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->Busy(); }));
+        return state->text().toStdString();
+    };
+    EXPECT_EQ(run(), "Songs with new voices: 1\nFailed, nothing written (see the list): 1");
+    EXPECT_EQ(Find<QListWidget>("List_RevoiceRemarks")->item(0)->text().indexOf("noise.mid: "), 0);
+    EXPECT_EQ(test::FileBytes(Path("songs/guitars.mid")), TwoGuitars());
+    EXPECT_NE(test::FileBytes(Path("new/guitars.mid")), TwoGuitars());
+    {
+        BoxAnswer box("Btn_No");
+        EXPECT_NE(run().find("left as they were: 1"), std::string::npos);
+        EXPECT_NE(box.text.find("1 of 2 songs"), std::string::npos) << box.text;
+    }
+    Trigger("MMF_German");
+    EXPECT_EQ(Find<QCheckBox>("Chk_FolderAddBanks")->text().toStdString(),
+              "Fehlende &Bankwahlen ergänzen");
+    EXPECT_FALSE(form_->Session().Modified());
 }
 
 TEST_F(RevoicerFormTest, ThePickerSavesToTheTable) {

@@ -1,0 +1,158 @@
+#include <fstream>
+#include <iterator>
+
+#include "base/recording_message_host.h"
+#include <QComboBox>
+#include <QTest>
+#include <QTreeView>
+
+#include "app/forms/form_fixture.h"
+#include "app/save_song.h"
+
+namespace tracksmith::forms {
+namespace {
+
+/// The window about what has changed since the file was loaded.
+class ChangesFormTest : public FormTest {
+protected:
+    // The notes of channel 3 a semitone higher, and faster by one.
+    void OpenChanged() {
+        form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+        loaded_ = Saved();
+        Trigger("MMP_TransposeUp");
+        Trigger("MMP_TempoUp");
+        Trigger("MMF_WhatChanged");
+        tree_ = Find<QTreeView>("Tree_Changes");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tree_->model()->rowCount() > 0; }));
+    }
+    std::string Rows() const {
+        QStringList rows;
+        const QAbstractItemModel& model = *tree_->model();
+        for (int group = 0; group < model.rowCount(); ++group) {
+            const QModelIndex channel = model.index(group, 0);
+            rows << channel.data().toString();
+            for (int row = 0; row < model.rowCount(channel); ++row) {
+                QStringList cells;
+                for (int column = 0; column < model.columnCount(); ++column) {
+                    cells << model.index(row, column, channel).data().toString();
+                }
+                rows << cells.join(u'|');
+            }
+        }
+        return rows.join(u'\n').toStdString();
+    }
+    void Press(const char* button) const { Find<QPushButton>(button)->click(); }
+    std::string Content(const char* name) const {
+        std::ifstream file(Path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    test::Bytes Saved() const {
+        RecordingMessageHost host;
+        const auto bytes = app::EncodeSong(form_->Session(), app::SaveFormat::AsSong, host);
+        return {bytes.begin(), bytes.end()};
+    }
+    std::int32_t Tick() const { return form_->Session().Controls().Tick(); }
+
+    test::Bytes loaded_;
+    QTreeView* tree_ = nullptr;
+};
+
+const std::string kTempo =
+    "Whole song  –  2 changes\n"
+    "Tempo|001.01.000|120 BPM, 2 times|121 BPM and others";
+const std::string kNotes = "Channel 3  –  3 changes\nNote|001.01.000|3 notes|+1 semitones";
+
+TEST_F(ChangesFormTest, ShowsFiltersSeeksAndSaves) {
+    OpenChanged();
+    const std::string all = kTempo + "\n" + kNotes;
+    EXPECT_EQ(Rows(), all);
+    EXPECT_EQ(LabelText("Lbl_ChangesSummary"),
+              "5 changes. The file itself stays as it is until you save.");
+    EXPECT_EQ(Find<QPushButton>("Btn_Notes")->text().toStdString(), "Notes  3");
+    Press("Btn_TempoKind");
+    EXPECT_EQ(Rows(), kNotes);
+    Press("Btn_TempoKind");
+    auto* channels = Find<QComboBox>("Box_ChangesChannel");
+    ASSERT_EQ(channels->count(), 3);
+    channels->setCurrentIndex(1);
+    EXPECT_EQ(Rows(), kTempo);
+    form_->Session().Controls().MoveToTick(960);
+    QTest::keyClick(tree_, Qt::Key_Return);
+    EXPECT_EQ(Tick(), 0);
+    channels->setCurrentIndex(0);
+    chooser_->answers = {Path("changes.txt"), Path("changes.json")};
+    Press("Btn_SaveText");
+    EXPECT_EQ(Content("changes.txt"),
+              "Whole song\n  001.01.000  Tempo: 120 BPM, 2 times -> 121 BPM and others\n"
+              "Channel 3\n  001.01.000  Note: 3 notes -> +1 semitones\n");
+    Press("Btn_SaveJson");
+    EXPECT_EQ(Content("changes.json").rfind(R"({"schema":1,"before":)", 0), 0U);
+    Trigger("MMF_WhatChanged"); // only one window
+    EXPECT_EQ(form_->findChildren<QDialog*>(QStringLiteral("Dlg_WhatChanged")).size(), 1);
+    // It follows what is edited.
+    Trigger("MMP_TransposeReset");
+    Trigger("MMP_TempoReset");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tree_->model()->rowCount() == 0; }));
+    EXPECT_EQ(LabelText("Lbl_ChangesSummary"), "Nothing changed: the song is as the loaded file.");
+    EXPECT_EQ(Rows(), "");
+    // Another song is another comparison.
+    form_->Session().MarkSaved(Path("waltz.mid"), session::SaveFormat::AsSong);
+    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    EXPECT_EQ(LabelText("Lbl_ChangesSong"), "other.mid: the loaded file against the song now");
+}
+
+TEST_F(ChangesFormTest, BeforeIsHeardAndNothingIsChanged) {
+    OpenChanged();
+    const test::Bytes saved = Saved();
+    auto& controls = form_->Session().Controls();
+    controls.MoveToTick(960);
+    loop_->SetRecording(0, true);
+    Press("Btn_Before");
+    EXPECT_TRUE(form_->Session().HearsOther());
+    EXPECT_EQ(Tick(), 960);
+    QTest::keyClick(tree_, Qt::Key_Space);
+    EXPECT_TRUE(controls.Playing());
+    const auto heard = [&](std::uint8_t key) {
+        const auto sent = loop_->TakeSent(0);
+        return std::ranges::any_of(sent, [key](const midi::loop::LoopMessage& message) {
+            return message.bytes.size() == 3 && message.bytes[0] == 0x92 && message.bytes[1] == key;
+        });
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return heard(62); })); // as the file has it
+    Trigger("MMP_TransposeUp");
+    EXPECT_NE(LabelText("Lbl_Notice").find("switch back"), std::string::npos);
+    EXPECT_EQ(Saved(), saved);
+    QTest::keyClick(form_.get(), Qt::Key_B, Qt::ControlModifier); // in the main window, too
+    EXPECT_FALSE(form_->Session().HearsOther());
+    EXPECT_TRUE(Find<QPushButton>("Btn_After")->isChecked());
+    EXPECT_TRUE(controls.Playing());
+    Find<QDialog>("Dlg_WhatChanged")->activateWindow();
+    QTest::keyClick(tree_, Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(form_->Session().HearsOther());
+    Find<QDialog>("Dlg_WhatChanged")->close(); // in the middle
+    EXPECT_FALSE(form_->Session().HearsOther());
+    controls.Stop();
+    EXPECT_EQ(Saved(), saved);
+    Trigger("MMP_TransposeUp");
+    EXPECT_NE(Saved(), saved);
+}
+
+// What is heard as before ends with saving, which writes the song as it is.
+TEST_F(ChangesFormTest, SavingAndAnotherSongEndWhatIsHeard) {
+    OpenChanged();
+    const test::Bytes saved = Saved();
+    Press("Btn_Before");
+    chooser_->answer = Path("saved.mid");
+    Trigger("MMF_SaveMidifileAs");
+    EXPECT_FALSE(form_->Session().HearsOther());
+    EXPECT_FALSE(form_->Session().Modified());
+    const std::string file = Content("saved.mid");
+    EXPECT_EQ(test::Bytes(file.begin(), file.end()), saved);
+    Press("Btn_Before");
+    form_->OpenMidiFile(Path("waltz.mid"));
+    EXPECT_FALSE(form_->Session().HearsOther());
+    EXPECT_EQ(Saved(), loaded_);
+}
+
+} // namespace
+} // namespace tracksmith::forms
