@@ -171,6 +171,24 @@ def songs():
         chunk(*conductor, END), chunk(voice(9, 127, 0, 8), tune(9, (36, 38), first=700), END))
 
 
+def answers():
+    """Name and bytes of what may come in when instruments are asked who they are."""
+    roland = b"\xf0\x7e\x10\x06\x02\x41\x42\x00\x03\x00\x00\x01\x00\x00\xf7"
+    yamaha = b"\xf0\x7e\x7f\x06\x02\x43\x00\x44\x1b\x17\x00\x00\x00\x01\xf7"
+    access = b"\xf0\x7e\x00\x06\x02\x00\x20\x33\x01\x00\x00\x00\x00\x00\x00\x01\xf7"
+    name = b"MU128         "
+    body = b"\x00\x0e\x01\x00\x00" + name
+    model = b"\xf0\x43\x00\x4c" + body + bytes([-sum(body) & 0x7F]) + b"\xf7"
+    yield "roland", roland
+    yield "two_devices", yamaha + b"\xfe\x90\x3c\x40" + access
+    yield "real_time_inside", roland[:7] + b"\xf8\xfe" + roland[7:]
+    yield "cut_off", yamaha[:9] + b"\x90\x3c\x40" + roland
+    yield "short_version", access[:-3] + b"\xf7"
+    yield "xg_model", yamaha + model
+    yield "xg_wrong_sum", model[:-2] + b"\x00\xf7"
+    yield "too_long", b"\xf0" + bytes(300) + b"\xf7" + roland
+
+
 def main():
     here = Path(__file__).resolve().parent.parent / "fuzz" / "corpus"
     root = Path(sys.argv[1]) if len(sys.argv) > 1 else here
@@ -189,6 +207,14 @@ def main():
         (root / "sysex_check" / f"{name}.bin").write_bytes(bytes([0, 7 + 29 * number, 0]) + data)
         for instrument in (0, 16, 82):
             (root / "keep_sound" / f"{name}_{instrument}.bin").write_bytes(bytes([1, instrument]) + data)
+    (root / "session").mkdir(parents=True, exist_ok=True)
+    for number, (name, data) in enumerate(songs()):
+        for count in (3, 11):
+            commands = bytes((place * place * 29 + 41 * number + count) % 251 for place in range(10 * count))
+            (root / "session" / f"{name}_{count}.bin").write_bytes(bytes([count]) + commands + data)
+    (root / "identity").mkdir(parents=True, exist_ok=True)
+    for number, (name, data) in enumerate(answers()):
+        (root / "identity" / f"{name}.bin").write_bytes(bytes([number]) + data)
 
 
 if __name__ == "__main__":
