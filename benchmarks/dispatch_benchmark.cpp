@@ -1,21 +1,20 @@
 #include "dispatch_benchmark.h"
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <initializer_list>
 #include <iomanip>
 #include <ostream>
-#include <stdexcept>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "base/recording_message_host.h"
 #include "base/system/file_io.h"
 #include "base/system/thread_timing.h"
+#include "lateness.h"
+#include "moves_benchmark.h"
 #include "song_generator.h"
+#include "timing_driver.h"
 
 #include "player/player.h"
 #include "song/event_chain.h"
@@ -24,72 +23,6 @@
 
 namespace tracksmith::benchmarks {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-using namespace std::chrono_literals;
-
-/// One device that notes when each message comes; allocates nothing while it receives.
-class TimingDriver final : public midi::MidiOutputDriver {
-public:
-    explicit TimingDriver(std::size_t most) { times_.resize(most); }
-
-    void Restart() { count_ = 0; }
-    std::size_t Count() const { return count_; }
-    Clock::time_point Time(std::size_t index) const { return times_[index]; }
-
-    std::uint32_t DeviceCount() override { return 1; }
-    midi::ResultCode Capabilities(std::uint32_t, midi::DeviceCapabilities& capabilities) override {
-        capabilities.productName = "Recorder";
-        return midi::kNoError;
-    }
-    midi::ResultCode Open(std::uint32_t, midi::DriverCallback, void*,
-                          midi::DeviceHandle& handle) override {
-        handle = 1;
-        return midi::kNoError;
-    }
-    midi::ResultCode Close(midi::DeviceHandle) override { return midi::kNoError; }
-    midi::ResultCode Reset(midi::DeviceHandle) override { return midi::kNoError; }
-    midi::ResultCode ShortMessage(midi::DeviceHandle, std::uint32_t) override {
-        const std::size_t index = count_;
-        if (index < times_.size()) {
-            times_[index] = Clock::now();
-            count_ = index + 1;
-        }
-        return midi::kNoError;
-    }
-    midi::ResultCode PrepareHeader(midi::DeviceHandle, midi::MidiHeader&) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode LongMessage(midi::DeviceHandle, midi::MidiHeader&) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode UnprepareHeader(midi::DeviceHandle, midi::MidiHeader&) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode GetVolume(std::uint32_t, std::uint32_t&) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode SetVolume(std::uint32_t, std::uint32_t) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode CachePatches(midi::DeviceHandle, std::uint32_t,
-                                  std::span<const std::uint16_t, 128>, std::uint32_t) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode CacheDrumPatches(midi::DeviceHandle, std::uint32_t,
-                                      std::span<const std::uint16_t, 128>, std::uint32_t) override {
-        return midi::kNotSupported;
-    }
-    midi::ResultCode Message(midi::DeviceHandle, std::uint32_t, std::uintptr_t,
-                             std::uintptr_t) override {
-        return midi::kNotSupported;
-    }
-    std::string ErrorText(midi::ResultCode) override { return {}; }
-
-private:
-    std::vector<Clock::time_point> times_;
-    std::atomic<std::size_t> count_ = 0;
-};
 
 /// A song of chords of three notes, every `stepMs` milliseconds one begins or ends.
 void MakeChords(song::Song& song, int steps, int stepMs) {
@@ -116,66 +49,9 @@ void MakeChords(song::Song& song, int steps, int stepMs) {
     song::UpdateTimeZoneData(song);
 }
 
-/// How late messages came, in microseconds.
-struct Lateness {
-    std::vector<double> us;
-
-    void Add(Clock::duration late) {
-        us.push_back(std::chrono::duration<double, std::micro>(late).count());
-    }
-    double Share(double share) const {
-        std::vector<double> sorted = us;
-        std::sort(sorted.begin(), sorted.end());
-        const auto last = static_cast<double>(sorted.size() - 1);
-        return sorted.empty() ? 0 : sorted[static_cast<std::size_t>(share * last)];
-    }
-    std::ptrdiff_t Early() const {
-        return std::count_if(us.begin(), us.end(), [](double late) { return late < 0; });
-    }
-};
-
-void PrintLateness(std::ostream& out, const char* name, const Lateness& lateness) {
-    out << "  " << std::left << std::setw(24) << name << std::right << std::fixed
-        << std::setprecision(0) << " p50 " << std::setw(6) << lateness.Share(0.5) << " us  p99 "
-        << std::setw(6) << lateness.Share(0.99) << " us  most " << std::setw(6) << lateness.Share(1)
-        << " us  early " << lateness.Early() << " of " << lateness.us.size() << '\n';
-}
-
 double ProcessorShare(std::chrono::nanoseconds before, Clock::duration wall) {
     return 100 * std::chrono::duration<double>(system::ProcessorTime() - before).count() /
            std::chrono::duration<double>(wall).count();
-}
-
-/// Sends the same messages from a loop that sleeps a millisecond between two looks.
-Lateness PollLoop(int steps, int stepMs) {
-    Lateness lateness;
-    const Clock::time_point start = Clock::now();
-    for (int next = 0; next < steps;) {
-        const Clock::time_point now = Clock::now();
-        for (Clock::time_point due = start + (next + 1) * stepMs * 1ms; next < steps && due <= now;
-             due = start + (++next + 1) * stepMs * 1ms) {
-            lateness.Add(now - due);
-        }
-        std::this_thread::sleep_for(1ms);
-    }
-    return lateness;
-}
-
-/// The moment at which the playing position was 0, never before it.
-Clock::time_point StartOf(const player::TMidiPlayer& player) {
-    Clock::time_point start = Clock::time_point::max();
-    for (int i = 0; i < 1000; ++i) {
-        const auto position = std::chrono::microseconds(player.Place().us);
-        start = std::min(start, Clock::now() - position);
-    }
-    return start;
-}
-
-/// A figure measured although the player did not do it would say nothing.
-void Require(bool done, const char* what) {
-    if (!done) {
-        throw std::runtime_error(std::string("the player refuses to ") + what);
-    }
 }
 
 void MeasurePlaying(std::ostream& out) {
@@ -293,6 +169,7 @@ void RunDispatchBenchmark(std::ostream& out) {
     MeasurePlaying(out);
     MeasureDemo(out);
     MeasureStartAndTempo(out);
+    MeasureMoves(out);
 }
 
 } // namespace tracksmith::benchmarks

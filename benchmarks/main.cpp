@@ -2,8 +2,10 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -13,8 +15,11 @@
 #include "song_generator.h"
 #include "stopwatch.h"
 
+#include "app/backups/auto_backup.h"
+#include "app/diff/compare_songs.h"
 #include "app/load_sequence.h"
 #include "editing/range_tools.h"
+#include "song/midi_file_reader.h"
 #include "song/midi_file_writer.h"
 #include "song/song_position.h"
 #include "song/song_snapshot.h"
@@ -61,6 +66,10 @@ struct Times {
     Series rangeDelete;
     Series rangeCopy;
     Series rangeTranspose;
+    Series undo;
+    Series diff;
+    Series backupCoding;
+    Series backupWriting;
 };
 
 void Load(session::Session& session, const app::SharedBytes& file) {
@@ -75,9 +84,25 @@ editing::PositionText MeasureAt(const song::Song& song, int quarter) {
         std::to_string(song::GetMeasureBeatFromSongPos(song, tick).measure + 1));
 }
 
+/// Writes a backup of the modified song, as a user's program does beside its work.
+void MeasureBackup(Times& times, session::Session& session) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / "tracksmith_benchmark_backups";
+    RecordingMessageHost host;
+    {
+        backups::AutoBackup backup(session, folder, host);
+        times.backupCoding.Measure([&] { backup.WriteNow(); });
+        times.backupWriting.Measure([&] { backup.Finish(); });
+    }
+    std::filesystem::remove_all(folder);
+    if (!host.messages.empty()) {
+        throw std::runtime_error(host.messages.front());
+    }
+}
+
 /// Changes the second quarter of the song by each range tool, with the copy for undoing, and undoes
 /// it.
-void MeasureRangeTools(Times& times, session::Session& session) {
+void MeasureRangeTools(Times& times, session::Session& session, const song::Song& original) {
     RecordingMessageHost host;
     host.answer = true;
     editing::Undo undo(session);
@@ -87,7 +112,9 @@ void MeasureRangeTools(Times& times, session::Session& session) {
                                   MeasureAt(song, 3)};
     tools.Transpose(wish, {"0", {}, "", {}, {}}); // makes the room for the copies
     times.rangeDelete.Measure([&] { tools.Delete(wish); });
-    undo.MME_UndoClick(host);
+    times.diff.Measure([&] { sink = sink + diff::CompareSongs(original, song).rows.size(); });
+    MeasureBackup(times, session);
+    times.undo.Measure([&] { undo.MME_UndoClick(host); });
     times.rangeCopy.Measure([&] { tools.Copy(wish); });
     undo.MME_UndoClick(host);
     times.rangeTranspose.Measure([&] { tools.Transpose(wish, {"3", {}, "", {}, {}}); });
@@ -95,7 +122,8 @@ void MeasureRangeTools(Times& times, session::Session& session) {
 }
 
 void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& snapshot,
-                  const app::SharedBytes& bytes, std::vector<std::uint8_t>& copy) {
+                  const app::SharedBytes& bytes, std::vector<std::uint8_t>& copy,
+                  const song::Song& original) {
     constexpr session::ChangeKind kRetime{.name = Text{Both{"Re-timing"}}};
     RecordingMessageHost host;
     const std::span<const std::uint8_t> file = *bytes;
@@ -122,7 +150,7 @@ void MeasureRound(Times& times, session::Session& session, song::SongSnapshot& s
         [&] { sink = sink + session.Encoder().Format1(song, {}, host).size(); });
     times.saveFormat0.Measure(
         [&] { sink = sink + session.Encoder().Format0(song, {}, host).size(); });
-    MeasureRangeTools(times, session);
+    MeasureRangeTools(times, session, original);
 }
 
 std::size_t CountEvents(const song::Song& song) {
@@ -239,6 +267,16 @@ void PrintRangeTools(BudgetTable& table, const Input& input, const Times& times)
     print("cut a quarter of the song", times.rangeDelete);
     print("copy a quarter of the song", times.rangeCopy);
     print("transpose a quarter of the song", times.rangeTranspose);
+    table.Row("undo a cut", times.undo.Median() / times.load.Median(), "times the load");
+    print("compare with the song before a cut", times.diff);
+    table.Row("backup: coding, before the caller goes on", 1e3 * times.backupCoding.Median(), "ms");
+    constexpr double kMostMs = 100;
+    if (input.saveOfScan > 0) {
+        table.AtMost("backup: writing in the background", 1e3 * times.backupWriting.Median(),
+                     kMostMs, "ms");
+    } else {
+        table.Row("backup: writing in the background", 1e3 * times.backupWriting.Median(), "ms");
+    }
 }
 
 /// Measures one input; false when something could not be measured.
@@ -250,11 +288,15 @@ bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std:
     session::Session session;
     session.Options().outputs.outputs.front().SetName("Roland SC-88Pro");
     song::SongSnapshot snapshot;
+    song::Song original;
+    RecordingMessageHost unseen;
+    song::DecodeMidiData(original, file, {}, unseen);
+    song::UpdateTimeZoneData(original);
     Times warmUp;
-    MeasureRound(warmUp, session, snapshot, bytes, copy);
+    MeasureRound(warmUp, session, snapshot, bytes, copy, original);
     Times times;
     for (int i = 0; i < rounds; ++i) {
-        MeasureRound(times, session, snapshot, bytes, copy);
+        MeasureRound(times, session, snapshot, bytes, copy, original);
     }
     const Sizes sizes = SizesOf(session.Song(), snapshot, file);
     table.Heading(std::string(input.name) + ": " + std::to_string(sizes.events) + " events, " +
@@ -274,9 +316,39 @@ bool MeasureInput(BudgetTable& table, const Input& input, int rounds, const std:
     return true;
 }
 
+/// How much longer loading takes with preparing where all settings stand before the reset that it
+/// puts in, and so are kept: the most that preparing has to do.
+double MeasureSettings(SettingsKind kind, int rounds) {
+    constexpr std::size_t kSettings = 2'000'000;
+    const auto file =
+        std::make_shared<const std::vector<std::uint8_t>>(GenerateSettings(kSettings, kind));
+    session::Session session;
+    session.Options().outputs.outputs.front().SetName("Roland SC-88Pro");
+    Series load;
+    Series prepared;
+    for (int i = 0; i < rounds; ++i) {
+        session.Options().sysexOptions.automatic = true;
+        prepared.Measure([&] { Load(session, file); });
+        session.Options().sysexOptions.automatic = false;
+        Load(session, file);
+        load.Measure([&] { Load(session, file); });
+    }
+    return prepared.Median() / load.Median();
+}
+
+void MeasureAllSettings(BudgetTable& table, int rounds) {
+    constexpr const char* kUnit = "times the load alone";
+    table.Heading("settings: 2000000 before the reset, " + std::to_string(rounds) + " rounds");
+    table.AtMost("load and prepare, from sliders and wheels",
+                 MeasureSettings(SettingsKind::Movements, rounds), 1.5, kUnit);
+    table.Row("load and prepare, with banks and parameters",
+              MeasureSettings(SettingsKind::SetUps, rounds), kUnit);
+}
+
 int Run(const std::string& program, bool quick, bool huge) {
     BudgetTable table;
     bool complete = true;
+    MeasureAllSettings(table, quick ? 3 : 15);
     for (const Input& input : kInputs) {
         if (input.events > 2'000'000 && !huge) {
             continue;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <random>
+#include <utility>
 
 namespace tracksmith::benchmarks {
 namespace {
@@ -13,17 +14,26 @@ constexpr std::size_t kMostTempos = 4000;
 
 class Generator {
 public:
-    explicit Generator(std::size_t events) {
+    explicit Generator(std::size_t events) : events_(events) {
         bytes_.reserve(events * 4 + 4096);
         Put({'M', 'T', 'h', 'd', 0, 0, 0, 6, 0, 1, 0, kChannels + 1, 0x01, 0xE0});
-        const std::size_t perTrack = events / kChannels;
-        Conductor(std::clamp<std::size_t>(events / 1000, 1, kMostTempos),
+    }
+    std::vector<std::uint8_t> Song() {
+        const std::size_t perTrack = events_ / kChannels;
+        Conductor(std::clamp<std::size_t>(events_ / 1000, 1, kMostTempos),
                   perTrack * kTicksPerEvent);
         for (std::size_t channel = 0; channel < kChannels; ++channel) {
             ChannelTrack(static_cast<std::uint8_t>(channel), perTrack);
         }
+        return std::move(bytes_);
     }
-    std::vector<std::uint8_t> Take() { return std::move(bytes_); }
+    std::vector<std::uint8_t> Settings(SettingsKind kind) {
+        Conductor(1, 1);
+        for (std::size_t channel = 0; channel < kChannels; ++channel) {
+            SettingsTrack(static_cast<std::uint8_t>(channel), events_ / kChannels, kind);
+        }
+        return std::move(bytes_);
+    }
 
 private:
     unsigned Roll(unsigned sides) { return static_cast<unsigned>(random_()) % sides; }
@@ -135,6 +145,45 @@ private:
         EndTrack();
     }
 
+    void Controllers(unsigned channel, std::initializer_list<unsigned> controllers) {
+        for (const unsigned controller : controllers) {
+            Message(0, 0xB0 | channel, controller);
+            Byte(controller < 100 ? Roll(128) : 0);
+        }
+    }
+
+    // What sliders, wheels and pressure give: 16 events at tick 0.
+    void Movements(unsigned channel) {
+        Controllers(channel, {7, 10, 11, 1, 2, 64, 91, 93, 94, 71, 72, 73, 74, 5});
+        Message(0, 0xD0 | channel, Roll(128));
+        Message(0, 0xE0 | channel, 0);
+        Byte(Roll(128));
+    }
+
+    // 7 more events, which belong to the set-up of a channel.
+    void Voice(unsigned channel) {
+        Controllers(channel, {0, 32});
+        Message(0, 0xC0 | channel, Roll(128));
+        Controllers(channel, {101, 100, 6, 38});
+    }
+
+    void SettingsTrack(std::uint8_t channel, std::size_t events, SettingsKind kind) {
+        BeginTrack();
+        const bool voices = kind == SettingsKind::SetUps;
+        for (std::size_t i = 0; i < events; i += voices ? 23 : 16) {
+            if (voices || i == 0) {
+                Voice(channel);
+            }
+            Movements(channel);
+        }
+        Message(960, 0x90U | channel, 60);
+        Byte(100);
+        Message(480, 0x90U | channel, 60);
+        Byte(0);
+        EndTrack();
+    }
+
+    std::size_t events_;
     std::vector<std::uint8_t> bytes_;
     std::size_t start_ = 0;
     unsigned running_ = 0;
@@ -144,7 +193,11 @@ private:
 } // namespace
 
 std::vector<std::uint8_t> GenerateSong(std::size_t events) {
-    return Generator(events).Take();
+    return Generator(events).Song();
+}
+
+std::vector<std::uint8_t> GenerateSettings(std::size_t events, SettingsKind kind) {
+    return Generator(events).Settings(kind);
 }
 
 } // namespace tracksmith::benchmarks
