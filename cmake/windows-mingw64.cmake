@@ -10,8 +10,10 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 
-# Libraries and headers come from the target's folders only, programs from the host.
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+# Libraries and headers come from the target's folders only, programs from the host. The second
+# folder is where packaging/windows/build_qt.sh leaves Qt.
+get_filename_component(windows_libraries ${CMAKE_CURRENT_LIST_DIR}/../build/windows-libraries ABSOLUTE)
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32 ${windows_libraries}/qt)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
