@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing of the Debian packages for the given purposes:
-#   tools/install_packages.sh build|test|check|windows ...
+#   tools/install_packages.sh build|test|check|deb|windows|windows-packages|windows-pictures ...
 set -euo pipefail
 
 packages_for() {
@@ -18,9 +18,12 @@ packages_for() {
         echo libclang-14-dev llvm-14-dev
         echo desktop-file-utils appstream git
         ;;
+    deb) echo dpkg-dev desktop-file-utils appstream lintian debootstrap xvfb xdotool x11-utils ;;
     windows) echo g++-mingw-w64-x86-64-posix wine64 googletest ;;
+    windows-packages) echo nsis zip ;;
+    windows-pictures) echo xvfb xauth imagemagick ;;
     *)
-        echo "install_packages.sh: unknown purpose '$1' (build, test, check or windows)" >&2
+        echo "install_packages.sh: unknown purpose '$1' (see the top of this file)" >&2
         return 2
         ;;
     esac

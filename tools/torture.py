@@ -2,9 +2,11 @@
 """Try whether the command line keeps files safe: in little memory, killed while it saves, and with
 calls of the system or the memory failing.
 
-Usage: torture.py PROGRAM [--kills N] [--allocations N] [--seed N]
+Usage: torture.py PROGRAM [--kills N] [--allocations N] [--seed N] [--full]
 
-PROGRAM is a built tracksmith-cli. After each run the file must hold all of its old or all of its
+PROGRAM is a built tracksmith-cli, beside it lies tests/edit_and_back_up of the same build. --full
+kills 500 times and lets each allocation of an edit with snapshot, backup and save fail. After each
+run the file must hold all of its old or all of its
 new bytes, a failure must have been told, and no temporary files may pile up. Ends with 1 and a line
 for each fault otherwise.
 """
@@ -51,6 +53,7 @@ def song(events):
 class Torture:
     def __init__(self, program, folder):
         self.program = program
+        self.editor = str(Path(program).parent / "tests" / "edit_and_back_up")
         self.folder = folder
         self.shim = folder / "fail_calls.so"
         self.target = folder / "save" / "song.mid"
@@ -61,8 +64,10 @@ class Torture:
         def set_limit():
             if limit is not None:
                 resource.setrlimit(resource.RLIMIT_AS, (limit, limit))
+        program = self.editor if arguments[0] == "edit" else self.program
+        words = arguments[1:] if arguments[0] == "edit" else arguments
         return subprocess.run(
-            [self.program, *map(str, arguments)], stdin=subprocess.DEVNULL, capture_output=True,
+            [program, *map(str, words)], stdin=subprocess.DEVNULL, capture_output=True,
             timeout=120, env={**os.environ, **(environment or {})}, preexec_fn=set_limit)
 
     # The two ways of saving that the runs take in turn, and the bytes that each gives.
@@ -175,8 +180,8 @@ class Torture:
         batch = ["convert", folder, "--instrument", "genos", "--out", self.folder / "batch", "-y",
                  "--jobs", "2"]
         runs = 0
-        for arguments, share in ((["convert", "--in-place", *self.next_form()[0], self.target], 2),
-                                 (["info", "--json", folder], 4), (batch, 4)):
+        for arguments, share in ((["convert", "--in-place", *self.next_form()[0], self.target], 4),
+                                 (["info", "--json", folder], 5), (batch, 4)):
             total = self.counted("memory", *arguments)
             for at in sorted(random.sample(range(1, total + 1), min(total, count // share))):
                 runs += 1
@@ -188,13 +193,119 @@ class Torture:
         print(f"{runs} allocations failing")
 
 
+class Editing:
+    """An edit with its snapshot, a backup and a save in one run; each moves the song to the other of
+    two forms."""
+
+    def __init__(self, torture):
+        self.torture = torture
+        self.target = torture.folder / "edit" / "song.mid"
+        self.target.parent.mkdir()
+        self.backups = torture.folder / "backups"
+        self.target.write_bytes(song(600))
+        torture.run("convert", "--in-place", self.target)
+        self.forms = []
+        for semitones in ("1", "-1"):
+            self.forms.append((semitones, self.target.read_bytes()))
+            self.run(semitones)
+        if self.target.read_bytes() != self.forms[0][1] or self.forms[0][1] == self.forms[1][1]:
+            fault("editing gives no two forms")
+
+    def run(self, semitones, **named):
+        return self.torture.run("edit", self.target, self.backups, semitones, **named)
+
+    def next(self):
+        """Semitones that lead to the other form, the present form and that one."""
+        now = self.target.read_bytes()
+        first, second = self.forms
+        return (first[0], now, second[1]) if now == first[1] else (second[0], now, first[1])
+
+    def saved(self):
+        return {name for name in os.listdir(self.backups) if name.endswith(".mid")}
+
+    def strays(self):
+        known = self.saved() | {"index.tsv"}
+        return ([name for name in os.listdir(self.target.parent) if name != self.target.name] +
+                [name for name in os.listdir(self.backups) if name not in known])
+
+    def look(self, what, before, after, backups):
+        if self.target.read_bytes() not in (before, after):
+            fault(what, "the file is neither old nor new")
+        for name in self.saved() - backups:
+            if (self.backups / name).read_bytes() != after:
+                fault(what, "a backup is not the song", name)
+        if backups - self.saved():
+            fault(what, "backups are lost:", backups - self.saved())
+
+    # So many that none is removed to make room.
+    def tidy(self):
+        for name in sorted(self.saved())[:-5]:
+            os.unlink(self.backups / name)
+        return self.saved()
+
+    def clean(self):
+        for _ in range(2):
+            if self.run(self.next()[0]).returncode != OK:
+                fault("does not run any more")
+        if self.strays():
+            fault("left behind for good:", self.strays())
+
+    def kills(self, count):
+        start = time.monotonic()
+        self.run(self.next()[0])
+        usual = time.monotonic() - start
+        killed = 0
+        for _ in range(count):
+            semitones, before, after = self.next()
+            backups = self.tidy()
+            program = subprocess.Popen(
+                [self.torture.editor, str(self.target), str(self.backups), semitones],
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            time.sleep(random.uniform(0, 1.1 * usual))
+            program.kill()
+            killed += program.wait() == -signal.SIGKILL
+            self.look("killed:", before, after, backups)
+        if killed < count / 4:
+            fault("only", killed, "of", count, "edits were still alive when they were killed")
+        self.clean()
+        print(f"{count} kills of an edit with backup and save: {killed} in time")
+
+    def failing_once(self, kind, at, error):
+        semitones, before, after = self.next()
+        backups = self.tidy()
+        done = self.run(semitones, environment=self.torture.failing(kind, at, error))
+        what = f"edit, {kind} {at} {errno.errorcode[error]}:"
+        self.torture.judge(what, done)
+        self.look(what, before, after, backups)
+        if done.returncode == OK and self.target.read_bytes() != after:
+            fault(what, "the file is old, and nobody was told")
+        if done.returncode == OK and self.saved() == backups:
+            fault(what, "no backup, and nobody was told")
+        return done.returncode != OK
+
+    def failures(self, allocations):
+        files = self.torture.counted("file", "edit", self.target, self.backups, self.next()[0])
+        memory = self.torture.counted("memory", "edit", self.target, self.backups, self.next()[0])
+        chosen = range(1, memory + 1)
+        if allocations < memory:
+            chosen = sorted(random.sample(chosen, allocations))
+        failed = sum(self.failing_once("file", at, random.choice((errno.EIO, errno.ENOSPC)))
+                     for at in range(1, files + 1))
+        failed += sum(self.failing_once("memory", at, errno.ENOMEM) for at in chosen)
+        self.clean()
+        print(f"{files} file calls and {len(chosen)} of {memory} allocations of an edit failing: "
+              f"{failed} runs failed")
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
     parser.add_argument("--kills", type=int, default=200)
     parser.add_argument("--allocations", type=int, default=500)
     parser.add_argument("--seed", type=int, default=None)
+    parser.add_argument("--full", action="store_true")
     arguments = parser.parse_args()
+    kills = 500 if arguments.full else arguments.kills
     seed = arguments.seed if arguments.seed is not None else random.randrange(1 << 32)
     print("seed", seed)
     random.seed(seed)
@@ -206,9 +317,12 @@ def main():
                         "-Werror", str(source), "-ldl", "-o", str(torture.shim)], check=True)
         torture.prepare(20_000)
         torture.little_memory()
-        torture.kills(arguments.kills)
+        torture.kills(kills // 2)
         torture.file_calls()
         torture.allocations(arguments.allocations)
+        editing = Editing(torture)
+        editing.kills(kills - kills // 2)
+        editing.failures(sys.maxsize if arguments.full else arguments.allocations // 4)
     finally:
         shutil.rmtree(folder, ignore_errors=True)
     return 1 if FAULTS else 0

@@ -7,7 +7,7 @@
 set -euo pipefail
 
 WINEPREFIX=$(realpath -m -- "$1")
-export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES='mscoree=;mshtml='
+export WINEPREFIX WINEDEBUG=-all WINEDLLOVERRIDES='mscoree=;mshtml=;winedbg.exe='
 export LC_ALL=C.UTF-8
 shift
 
