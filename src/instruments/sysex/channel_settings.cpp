@@ -12,6 +12,13 @@ constexpr auto kResetByAll =
     std::to_array<std::uint8_t>({song::kModulation, song::kExpression, song::kSustain,
                                  song::kPortamento, song::kSostenuto, song::kSoftPedal});
 
+constexpr auto kSelects = std::to_array<std::uint8_t>(
+    {song::kRegisteredMsb, song::kRegisteredLsb, song::kNonRegisteredMsb, song::kNonRegisteredLsb});
+
+const SettingEvent& Later(const SettingEvent& a, const SettingEvent& b) {
+    return a.order < b.order ? b : a;
+}
+
 std::uint8_t ValueOf(const SettingEvent& setting) {
     return setting.event->data2 & 0x7FU;
 }
@@ -37,8 +44,8 @@ void ChannelSettings::Apply(const SettingEvent& setting) {
             break;
         case song::kProgramChange:
             program_ = setting;
-            programMsb_ = bankMsb_;
-            programLsb_ = bankLsb_;
+            programMsb_ = plain_[song::kBankMsb];
+            programLsb_ = plain_[song::kBankLsb];
             break;
         case song::kChannelPressure:
             plain_[kPressureSlot] = setting;
@@ -53,20 +60,6 @@ void ChannelSettings::Apply(const SettingEvent& setting) {
 
 void ChannelSettings::ApplyController(const SettingEvent& setting, std::uint8_t number) {
     switch (number) {
-        case song::kBankMsb:
-            bankMsb_ = setting;
-            break;
-        case song::kBankLsb:
-            bankLsb_ = setting;
-            break;
-        case song::kNonRegisteredLsb:
-        case song::kNonRegisteredMsb:
-            Select(setting, false, number == song::kNonRegisteredMsb);
-            break;
-        case song::kRegisteredLsb:
-        case song::kRegisteredMsb:
-            Select(setting, true, number == song::kRegisteredMsb);
-            break;
         case song::kDataMsb:
         case song::kDataLsb:
         case song::kDataIncrement:
@@ -92,29 +85,46 @@ void ChannelSettings::ApplyController(const SettingEvent& setting, std::uint8_t 
     }
 }
 
-void ChannelSettings::Select(const SettingEvent& setting, bool registered, bool msb) {
-    if (registered != registered_) {
-        const SettingEvent former =
-            std::max(selectedMsb_, selectedLsb_,
-                     [](const auto& a, const auto& b) { return a.order < b.order; });
-        Deselect();
-        selectedBefore_ = former;
-        registered_ = registered;
+// Choosing a parameter of the other kind gives up the former choice.
+ChannelSettings::Selection ChannelSettings::Selected() const {
+    const SettingEvent& registered =
+        Later(plain_[song::kRegisteredMsb], plain_[song::kRegisteredLsb]);
+    const SettingEvent& other =
+        Later(plain_[song::kNonRegisteredMsb], plain_[song::kNonRegisteredLsb]);
+    const auto since = [](const SettingEvent& choice, const SettingEvent& former) {
+        return choice.order > former.order ? choice : SettingEvent{};
+    };
+    if (registered.order < other.order) {
+        return {false, since(plain_[song::kNonRegisteredMsb], registered),
+                since(plain_[song::kNonRegisteredLsb], registered), registered};
     }
-    (msb ? selectedMsb_ : selectedLsb_) = setting;
+    return {true, since(plain_[song::kRegisteredMsb], other),
+            since(plain_[song::kRegisteredLsb], other), other};
+}
+
+ChannelSettings::Parameter& ChannelSettings::ParameterOf(std::uint32_t key) {
+    if (lastParameter_ >= parameters_.size() || parameters_[lastParameter_].key != key) {
+        const auto [known, isNew] = parameterPlaces_.try_emplace(key, parameters_.size());
+        if (isNew) {
+            parameters_.emplace_back().key = key;
+        }
+        lastParameter_ = known->second;
+    }
+    return parameters_[lastParameter_];
 }
 
 void ChannelSettings::Enter(const SettingEvent& setting, std::uint8_t number) {
-    if (!selectedMsb_ || !selectedLsb_) {
+    const Selection selected = Selected();
+    if (!selected.msb || !selected.lsb) {
         return;
     }
-    const std::uint32_t msb = ValueOf(selectedMsb_);
-    const std::uint32_t lsb = ValueOf(selectedLsb_);
+    const std::uint32_t msb = ValueOf(selected.msb);
+    const std::uint32_t lsb = ValueOf(selected.lsb);
     if (msb == song::kNoParameter && lsb == song::kNoParameter) {
         return;
     }
-    Parameter& parameter = parameters_[(registered_ ? 1U << 14U : 0U) | msb << 7U | lsb];
-    const Entry entry{setting, selectedMsb_, selectedLsb_};
+    Parameter& parameter = ParameterOf((selected.registered ? 1U << 14U : 0U) | msb << 7U | lsb);
+    const Entry entry{setting, selected.msb, selected.lsb};
     if (number == song::kDataIncrement || number == song::kDataDecrement) {
         parameter.steps.push_back(entry);
         return;
@@ -134,12 +144,9 @@ void ChannelSettings::ResetControllers(const SettingEvent& setting) {
     }
     plain_[kBendSlot] = plain_[kPressureSlot] = {};
     keyPressures_.clear();
-    Deselect();
-}
-
-void ChannelSettings::Deselect() {
-    selectedMsb_ = selectedLsb_ = selectedBefore_ = {};
-    registered_ = true;
+    for (const std::uint8_t number : kSelects) {
+        plain_.at(number) = {};
+    }
 }
 
 void ChannelSettings::Clear() {
@@ -149,7 +156,8 @@ void ChannelSettings::Clear() {
 }
 
 void ChannelSettings::ClearVoice() {
-    program_ = programMsb_ = programLsb_ = bankMsb_ = bankLsb_ = {};
+    program_ = programMsb_ = programLsb_ = {};
+    plain_[song::kBankMsb] = plain_[song::kBankLsb] = {};
 }
 
 std::vector<SettingEvent> ChannelSettings::InForce() const {
@@ -157,13 +165,15 @@ std::vector<SettingEvent> ChannelSettings::InForce() const {
     if (!used_) {
         return list;
     }
-    for (const SettingEvent& setting :
-         {program_, programMsb_, programLsb_, bankMsb_, bankLsb_, omni_, mono_, local_, resetAll_,
-          selectedMsb_, selectedLsb_, selectedBefore_}) {
+    const Selection selected = Selected();
+    for (const SettingEvent& setting : {program_, programMsb_, programLsb_, omni_, mono_, local_,
+                                        resetAll_, selected.msb, selected.lsb, selected.before}) {
         Add(list, setting);
     }
-    for (const SettingEvent& setting : plain_) {
-        Add(list, setting);
+    for (std::size_t slot = 0; slot < plain_.size(); ++slot) {
+        if (std::ranges::count(kSelects, slot) == 0) {
+            Add(list, plain_.at(slot));
+        }
     }
     for (const SettingEvent& setting : keyPressures_) {
         Add(list, setting);
@@ -173,7 +183,7 @@ std::vector<SettingEvent> ChannelSettings::InForce() const {
         Add(list, entry.lsb);
         Add(list, entry.data);
     };
-    for (const auto& [number, parameter] : parameters_) {
+    for (const Parameter& parameter : parameters_) {
         addEntry(parameter.msb);
         addEntry(parameter.lsb);
         std::ranges::for_each(parameter.steps, addEntry);

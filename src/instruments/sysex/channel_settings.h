@@ -30,8 +30,16 @@ inline bool IsSetting(const song::MidiEvent& event) {
            (event.data1 != song::kAllSoundOff && event.data1 != song::kAllNotesOff);
 }
 
-/// Settings of a channel that stand for themselves: controllers by their numbers, channel pressure
-/// and pitch bend. Bank selects, parts of a parameter and modes do not.
+/// Whether a setting belongs to the choice of a voice: a bank select or a program change.
+inline bool IsVoiceSetting(const song::MidiEvent& event) {
+    return event.Command() == song::kProgramChange ||
+           (event.Command() == song::kControlChange &&
+            (event.data1 == song::kBankMsb || event.data1 == song::kBankLsb));
+}
+
+/// Settings of a channel of which the last one is kept and nothing else happens: controllers by
+/// their numbers, channel pressure and pitch bend. With bank select MSB, data entries and modes
+/// more happens.
 inline constexpr std::uint8_t kPressureSlot = song::kControllers;
 inline constexpr std::uint8_t kBendSlot = kPressureSlot + 1;
 inline constexpr std::size_t kPlainSlots = kBendSlot + 1;
@@ -60,11 +68,8 @@ inline std::uint8_t PlainSlot(const song::MidiEvent& event) {
             slots.at(slot) = mode ? kNoSlot : static_cast<std::uint8_t>(slot);
         }
         for (const std::size_t other :
-             {std::size_t{song::kBankMsb}, std::size_t{song::kBankLsb}, std::size_t{song::kDataMsb},
-              std::size_t{song::kDataLsb}, std::size_t{song::kDataIncrement},
-              std::size_t{song::kDataDecrement}, std::size_t{song::kNonRegisteredLsb},
-              std::size_t{song::kNonRegisteredMsb}, std::size_t{song::kRegisteredLsb},
-              std::size_t{song::kRegisteredMsb}, kOther}) {
+             {std::size_t{song::kBankMsb}, std::size_t{song::kDataMsb}, std::size_t{song::kDataLsb},
+              std::size_t{song::kDataIncrement}, std::size_t{song::kDataDecrement}, kOther}) {
             slots.at(other) = kNoSlot;
         }
         return slots;
@@ -106,35 +111,40 @@ private:
         SettingEvent lsb;
     };
     struct Parameter {
+        std::uint32_t key = 0;
         Entry msb;
         Entry lsb;
         std::vector<Entry> steps; // data increments and decrements
     };
 
+    // The events that chose the parameter which data entries go to.
+    struct Selection {
+        bool registered = true;
+        SettingEvent msb;
+        SettingEvent lsb;
+        SettingEvent before; // the last choice of the other kind, which was given up
+    };
+
     void ApplyController(const SettingEvent& setting, std::uint8_t number);
-    void Select(const SettingEvent& setting, bool registered, bool msb);
     void Enter(const SettingEvent& setting, std::uint8_t number);
+    Selection Selected() const;
+    Parameter& ParameterOf(std::uint32_t key);
     void ResetControllers(const SettingEvent& setting);
-    void Deselect();
 
     bool used_ = false;
-    std::array<SettingEvent, kPlainSlots> plain_{};
-    std::vector<SettingEvent> keyPressures_; // empty or one for each key
-    // Program with its bank, and the bank that the next program change will take.
+    std::array<SettingEvent, kPlainSlots> plain_{}; // also bank select MSB
+    std::vector<SettingEvent> keyPressures_;        // empty or one for each key
+    // Program with its bank; the next program change will take the bank that is in `plain_`.
     SettingEvent program_;
     SettingEvent programMsb_;
     SettingEvent programLsb_;
-    SettingEvent bankMsb_;
-    SettingEvent bankLsb_;
     SettingEvent omni_;
     SettingEvent mono_;
     SettingEvent local_;
     SettingEvent resetAll_;
-    std::map<std::uint32_t, Parameter> parameters_;
-    bool registered_ = true;
-    SettingEvent selectedMsb_;
-    SettingEvent selectedLsb_;
-    SettingEvent selectedBefore_; // the choice of the other kind that was given up
+    std::vector<Parameter> parameters_;
+    std::map<std::uint32_t, std::size_t> parameterPlaces_; // by key
+    std::size_t lastParameter_ = 0;                        // data entries mostly come in pairs
 };
 
 } // namespace tracksmith::instruments

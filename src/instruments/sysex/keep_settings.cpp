@@ -69,8 +69,10 @@ private:
             early_.Meet(event);
         } else if (IsSetting(event)) {
             settings_[event.Channel()].Apply(setting);
-            voices_.Meet(event);
-            target_.Meet(event);
+            if (IsVoiceSetting(event)) {
+                voices_.Meet(event);
+                target_.Meet(event);
+            }
         }
         return event.status != song::kSystemExclusive;
     }

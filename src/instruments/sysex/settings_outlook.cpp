@@ -6,12 +6,6 @@
 namespace tracksmith::instruments {
 namespace {
 
-bool IsVoice(const song::MidiEvent& event) {
-    return event.Command() == song::kProgramChange ||
-           (event.Command() == song::kControlChange &&
-            (event.data1 == song::kBankMsb || event.data1 == song::kBankLsb));
-}
-
 void Close(LaneOutlook& lane, PlayPlace place) {
     if (lane.open) {
         lane.open = false;
@@ -42,7 +36,7 @@ SettingsOutlook::SettingsOutlook(const PlayWalk& walk, const SetUpMarks& marks,
 }
 
 bool SettingsOutlook::Counts(const song::MidiEvent& setting) const {
-    return !wish_.voiceOf || (setting.Channel() == *wish_.voiceOf && IsVoice(setting));
+    return !wish_.voiceOf || (setting.Channel() == *wish_.voiceOf && IsVoiceSetting(setting));
 }
 
 void SettingsOutlook::Look(PlayWalk walk) {
@@ -135,7 +129,7 @@ void SettingsOutlook::ChangePart(const PartMode& mode) {
     if (lane.open && voices_.Changes(mode)) {
         settings_.at(mode.channel).ClearVoice();
         std::erase_if(lane.window,
-                      [](const SettingEvent& setting) { return IsVoice(*setting.event); });
+                      [](const SettingEvent& setting) { return IsVoiceSetting(*setting.event); });
     }
     voices_.SetPart(mode);
 }
