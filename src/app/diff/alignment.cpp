@@ -1,12 +1,16 @@
 #include "app/diff/alignment.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <functional>
 #include <iterator>
 #include <limits>
+#include <span>
 #include <unordered_map>
 #include <utility>
+
+#include "base/parallel.h"
 
 #include "song/song_position.h"
 #include "song/track_walk.h"
@@ -18,6 +22,8 @@ namespace {
 struct Group {
     std::int32_t tick = 0;
     std::uint32_t hash = 0;
+
+    friend bool operator==(const Group&, const Group&) = default;
 };
 
 using Groups = std::vector<Group>;
@@ -47,6 +53,16 @@ Groups GroupsOf(const song::Song& song) {
     return groups;
 }
 
+// A second thread reads the second song if that is worth it.
+std::pair<Groups, Groups> GroupsOfBoth(const song::Song& before, const song::Song& after) {
+    std::pair<Groups, Groups> groups;
+    ParallelFor(2, ThreadsFor(before.pool.UsedBytes() + after.pool.UsedBytes()),
+                [&](std::size_t index) {
+                    index == 0 ? groups.first = GroupsOf(before) : groups.second = GroupsOf(after);
+                });
+    return groups;
+}
+
 std::size_t FirstFrom(const Groups& groups, std::int64_t tick) {
     return static_cast<std::size_t>(
         std::ranges::lower_bound(groups, tick, {},
@@ -54,45 +70,83 @@ std::size_t FirstFrom(const Groups& groups, std::int64_t tick) {
         groups.begin());
 }
 
-// A few groups with their distances as one number.
-std::uint64_t Pattern(const Groups& groups, std::size_t at) {
-    constexpr std::size_t kGroups = 8;
-    std::uint64_t pattern = 0;
-    for (std::size_t i = at; i < at + kGroups && i < groups.size(); ++i) {
-        const auto distance = static_cast<std::uint32_t>(groups[i].tick - groups[at].tick);
-        pattern =
-            (pattern ^ groups[i].hash ^ (std::uint64_t{distance} << 32U)) * 0x9E37'79B9'7F4A'7C15U;
-        pattern ^= pattern >> 29U;
+/// What two songs have in common before and behind all that may have been cut or put in.
+struct Common {
+    std::size_t ahead = 0;  // groups at the same ticks
+    std::size_t behind = 0; // groups at ticks that are later by `lengthening`
+    std::int32_t lengthening = 0;
+};
+
+Common CommonOf(const Groups& before, const Groups& after, std::int32_t lengthening) {
+    const std::size_t shorter = std::min(before.size(), after.size());
+    Common common{.lengthening = lengthening};
+    while (common.ahead < shorter && before[common.ahead] == after[common.ahead]) {
+        ++common.ahead;
     }
-    return pattern;
+    const auto alikeFromEnd = [&](std::size_t count) {
+        const Group& old = before[before.size() - count];
+        const Group& now = after[after.size() - count];
+        return old.hash == now.hash && std::int64_t{old.tick} + lengthening == now.tick;
+    };
+    while (common.ahead + common.behind < shorter && alikeFromEnd(common.behind + 1)) {
+        ++common.behind;
+    }
+    return common;
+}
+
+// Calls `take(pattern, tick)` for each group with those that follow it and their distances as one
+// number. The number of the next group follows from the last one, since songs have many.
+template <typename Take>
+void ForEachPattern(std::span<const Group> groups, const Take& take) {
+    constexpr std::size_t kSteps = 7;
+    constexpr std::uint64_t kFactor = 0x9E37'79B9'7F4A'7C15U;
+    constexpr std::uint64_t kOldestFactor = [] {
+        std::uint64_t factor = 1;
+        for (std::size_t i = 1; i < kSteps; ++i) {
+            factor *= kFactor;
+        }
+        return factor;
+    }();
+    const auto step = [&](std::size_t to) {
+        const auto distance = static_cast<std::uint32_t>(groups[to].tick - groups[to - 1].tick);
+        return groups[to].hash ^ (std::uint64_t{distance} << 32U);
+    };
+    std::uint64_t sum = 0;
+    for (std::size_t to = 1; to < groups.size(); ++to) {
+        sum = sum * kFactor + step(to);
+        if (to >= kSteps) {
+            const std::size_t first = to - kSteps;
+            const std::uint64_t pattern = (sum + groups[first].hash) * kFactor;
+            take(pattern ^ (pattern >> 29U), groups[first].tick);
+            sum -= step(first + 1) * kOldestFactor;
+        }
+    }
 }
 
 // The distances at which patterns of the earlier song are found most often in the later one.
 // Patterns are taken by their own number, so that both songs take the same ones.
-std::vector<std::int32_t> LikelyShifts(const Groups& before, const Groups& after,
+std::vector<std::int32_t> LikelyShifts(std::span<const Group> before, std::span<const Group> after,
                                        std::int32_t lengthening) {
     constexpr std::size_t kFew = 4'000;
     constexpr std::size_t kMostShifts = 6;
     const std::uint64_t every = 1 + std::max(before.size(), after.size()) / kFew;
     std::unordered_multimap<std::uint64_t, std::int32_t> places;
-    for (std::size_t i = 0; i < after.size(); ++i) {
-        if (const std::uint64_t pattern = Pattern(after, i); pattern % every == 0) {
-            places.emplace(pattern, after[i].tick);
+    ForEachPattern(after, [&](std::uint64_t pattern, std::int32_t tick) {
+        if (pattern % every == 0) {
+            places.emplace(pattern, tick);
         }
-    }
+    });
     std::unordered_map<std::int32_t, std::size_t> votes;
     constexpr std::ptrdiff_t kMostRepeats = 8; // what comes more often says little
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        const std::uint64_t pattern = Pattern(before, i);
-        if (pattern % every != 0) {
-            continue;
+    ForEachPattern(before, [&](std::uint64_t pattern, std::int32_t tick) {
+        if (pattern % every == 0) {
+            const auto [first, last] = places.equal_range(pattern);
+            if (std::distance(first, last) <= kMostRepeats) {
+                std::for_each(first, last,
+                              [&](const auto& place) { ++votes[place.second - tick]; });
+            }
         }
-        const auto [first, last] = places.equal_range(pattern);
-        if (std::distance(first, last) <= kMostRepeats) {
-            std::for_each(first, last,
-                          [&](const auto& place) { ++votes[place.second - before[i].tick]; });
-        }
-    }
+    });
     std::vector<std::pair<std::size_t, std::int32_t>> ranked;
     for (const auto& [shift, count] : votes) {
         if (shift != 0 && shift != lengthening) {
@@ -116,20 +170,30 @@ constexpr std::int32_t kToTheEnd = std::numeric_limits<std::int32_t>::max();
 
 /// Finds the cheapest way through the earlier song, on which each group that is not found at its
 /// place costs, and each change of the shift. Where the shift becomes smaller, what was cut is left
-/// out.
+/// out. The first shift is 0; that of what is common behind is among them.
 class ShiftSearch {
 public:
     ShiftSearch(const song::TimeMap& map, const Groups& before, const Groups& after,
-                std::vector<std::int32_t> shifts)
-        : map_(map), before_(before), after_(after), shifts_(std::move(shifts)) {}
+                const Common& common, std::vector<std::int32_t> shifts)
+        : map_(map),
+          before_(before),
+          after_(after),
+          shifts_(std::move(shifts)),
+          first_(common.ahead),
+          commonBehind_(before.size() - common.behind),
+          lastShift_(static_cast<std::size_t>(std::ranges::find(shifts_, common.lengthening) -
+                                              shifts_.begin())) {}
 
     std::vector<Segment> Run() {
         const std::size_t states = shifts_.size();
-        cost_.assign((before_.size() + 1) * states, kNever);
-        from_.assign(cost_.size(), {});
-        std::vector<std::size_t> cursors(states);
+        std::vector<std::size_t> cursors(states, 0);
+        cursors[0] = first_;
+        jumps_.assign(states * states, first_);
+        Reach(first_);
         cost_[0] = 0;
-        for (std::size_t at = 0; at < before_.size(); ++at) {
+        std::size_t at = first_;
+        for (; at < before_.size() && !Settled(at); ++at) {
+            Reach(at + 1);
             for (std::size_t state = 0; state < states; ++state) {
                 // Only where something is missing; SeamAt moves it to where a user cuts.
                 if (!FoundNext(at, state, cursors[state])) {
@@ -142,7 +206,7 @@ public:
                       state);
             }
         }
-        return Backwards();
+        return Backwards(at);
     }
 
 private:
@@ -157,7 +221,28 @@ private:
     };
 
     std::size_t Index(std::size_t at, std::size_t state) const {
-        return at * shifts_.size() + state;
+        return (at - first_) * shifts_.size() + state;
+    }
+    // Makes room for the costs of all shifts at `at`.
+    void Reach(std::size_t at) {
+        const std::size_t size = Index(at + 1, 0);
+        if (cost_.size() < size) {
+            cost_.resize(size, kNever);
+            from_.resize(size);
+        }
+    }
+    // Whether no other way can become as cheap as the one on which the rest costs nothing. Looks at
+    // all that was reached, and therefore less and less often.
+    bool Settled(std::size_t at) const {
+        if (at < commonBehind_ || std::popcount(at - commonBehind_) > 1) {
+            return false;
+        }
+        const std::size_t settled = Index(at, lastShift_);
+        const auto cheap = [limit = cost_[settled]](Cost cost) { return cost <= limit; };
+        const auto begin = cost_.begin();
+        const auto place = begin + static_cast<std::ptrdiff_t>(settled);
+        return std::none_of(begin + static_cast<std::ptrdiff_t>(Index(at, 0)), place, cheap) &&
+               std::none_of(place + 1, cost_.end(), cheap);
     }
     void Relax(std::size_t target, Cost cost, std::size_t at, std::size_t state) {
         if (cost < cost_[target]) {
@@ -188,21 +273,24 @@ private:
         for (std::size_t next = 0; next < shifts_.size(); ++next) {
             const std::int64_t longer = std::int64_t{shifts_[next]} - shifts_[state];
             if (longer != 0) {
-                const std::size_t to =
-                    longer > 0 ? at : FirstFrom(before_, before_[at].tick - longer);
+                std::size_t& to = jumps_[state * shifts_.size() + next];
+                const std::int64_t tick = before_[at].tick - std::min<std::int64_t>(longer, 0);
+                while (to < before_.size() && before_[to].tick < tick) {
+                    ++to;
+                }
+                Reach(to);
                 Relax(Index(to, next), cost + kSwitch, at, state);
             }
         }
     }
 
-    std::vector<Segment> Backwards() const {
-        std::size_t at = before_.size();
+    std::vector<Segment> Backwards(std::size_t at) const {
         std::size_t state = 0;
         for (std::size_t each = 1; each < shifts_.size(); ++each) {
             state = cost_[Index(at, each)] < cost_[Index(at, state)] ? each : state;
         }
         std::vector<Segment> segments{{0, kToTheEnd, shifts_[state]}};
-        while (at > 0 || state != 0) {
+        while (at > first_ || state != 0) {
             const Step step = from_[Index(at, state)];
             if (step.state != state) {
                 const std::int32_t shift = shifts_[step.state];
@@ -248,8 +336,12 @@ private:
     const Groups& before_;
     const Groups& after_;
     std::vector<std::int32_t> shifts_;
+    std::size_t first_;        // up to here all is common
+    std::size_t commonBehind_; // and from here on
+    std::size_t lastShift_;    // with this shift
     std::vector<Cost> cost_;
     std::vector<Step> from_;
+    std::vector<std::size_t> jumps_; // where each change of the shift last led to
 };
 
 // The start of the measure at or behind the end: where a stretch that follows was put in.
@@ -262,14 +354,6 @@ std::int32_t MeasureBehindEnd(const song::TimeMap& map) {
     const std::int64_t next = start == end ? end : start + zone.numerator * beat;
     return static_cast<std::int32_t>(
         std::min<std::int64_t>(next, std::numeric_limits<std::int32_t>::max()));
-}
-
-std::size_t Alike(const Groups& a, const Groups& b) {
-    std::size_t alike = 0;
-    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-        alike += a[i].tick == b[i].tick && a[i].hash == b[i].hash ? 1 : 0;
-    }
-    return alike;
 }
 
 // Where a stretch is replaced by one of the same length its notes have changed: nothing was moved.
@@ -291,15 +375,20 @@ void JoinReplaced(std::vector<Segment>& segments) {
 } // namespace
 
 std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& after) {
-    const Groups earlier = GroupsOf(before);
-    const Groups later = GroupsOf(after);
-    const std::int32_t lengthening = after.songLength - before.songLength;
-    const bool same = earlier.size() == later.size() && Alike(earlier, later) == earlier.size();
-    if (same || before.timeZones.empty()) {
+    const auto [earlier, later] = GroupsOfBoth(before, after);
+    if (earlier == later || before.timeZones.empty()) {
         return {{0, kToTheEnd, 0}};
     }
+    const std::int32_t lengthening = after.songLength - before.songLength;
+    const Common common = CommonOf(earlier, later, lengthening);
+    const auto unlike = [&common](const Groups& groups) {
+        return std::span(groups).subspan(common.ahead,
+                                         groups.size() - common.ahead - common.behind);
+    };
     std::vector<Segment> segments =
-        ShiftSearch(before, earlier, later, LikelyShifts(earlier, later, lengthening)).Run();
+        ShiftSearch(before, earlier, later, common,
+                    LikelyShifts(unlike(earlier), unlike(later), lengthening))
+            .Run();
     JoinReplaced(segments);
     Segment& last = segments.back();
     // Nothing is missing where something was put in behind the end.
@@ -316,8 +405,7 @@ std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& afte
 
 std::int32_t FindSource(const song::Song& before, const song::Song& after, std::int32_t begin,
                         std::int32_t end) {
-    const Groups earlier = GroupsOf(before);
-    const Groups later = GroupsOf(after);
+    const auto [earlier, later] = GroupsOfBoth(before, after);
     const std::size_t first = FirstFrom(later, begin);
     const std::size_t last = FirstFrom(later, end);
     for (std::size_t at = 0; first < last && at < earlier.size(); ++at) {

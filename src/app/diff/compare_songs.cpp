@@ -22,6 +22,14 @@ struct SavedEvents : song::EveryEvent {
     static bool Wants(const song::MidiEvent& event) { return event.length != 0; }
 };
 
+bool SameBytes(const song::MidiEvent& a, const song::MidiEvent& b) {
+    if (a.status != b.status || a.data1 != b.data1 || a.data2 != b.data2 || a.kind != b.kind ||
+        a.metaType != b.metaType || a.length != b.length) {
+        return false;
+    }
+    return a.kind == song::kShortMessage || std::ranges::equal(a.Payload(), b.Payload());
+}
+
 /// The events of one song, tick by tick, at their places in the later song.
 class Side {
 public:
@@ -58,6 +66,21 @@ public:
         return items_;
     }
     void TakeNothing() { items_.clear(); }
+
+    /// The next event, where NextPlace has found one.
+    const song::MidiEvent& Next() const { return *walk_.Peek(); }
+
+    /// Takes it without comparing.
+    void Pass() {
+        const song::MidiEvent& event = *walk_.Take();
+        tick_ = event.tick;
+        if (event.Command() == song::kProgramChange || event.Command() == song::kControlChange) {
+            const auto item = ItemOf(event);
+            if (item && item->slot.kind == Kind::Voice) {
+                Select(*item);
+            }
+        }
+    }
 
     std::vector<Item>& Items() { return items_; }
     std::int32_t Tick() const { return tick_; }
@@ -173,6 +196,7 @@ public:
 
     Differences Run(const song::Song& before, const song::Song& after) {
         while (true) {
+            PassEqual();
             const std::int64_t old = before_.NextPlace();
             const std::int64_t now = after_.NextPlace();
             const std::int64_t place = std::min(old, now);
@@ -211,6 +235,19 @@ private:
         const auto found = std::ranges::find_if(
             stretches_, [place](const Stretch& each) { return each.IsEdge(place); });
         return found == stretches_.end() ? nullptr : &*found;
+    }
+
+    // Most of two songs stands in both in the same order.
+    void PassEqual() {
+        while (true) {
+            const std::int64_t place = before_.NextPlace();
+            if (place == kNoTick || place != after_.NextPlace() ||
+                !SameBytes(before_.Next(), after_.Next())) {
+                return;
+            }
+            before_.Pass();
+            after_.Pass();
+        }
     }
 
     // Without those that are in both; of each slot the first with the first.
