@@ -186,8 +186,9 @@ public:
 
     std::vector<Segment> Run() {
         const std::size_t states = shifts_.size();
-        std::vector<std::size_t> cursors(states, 0);
-        cursors[0] = first_;
+        cursors_.assign(states, 0);
+        cursors_[0] = first_;
+        found_.assign(states, 0);
         jumps_.assign(states * states, first_);
         Reach(first_);
         cost_[0] = 0;
@@ -195,15 +196,17 @@ public:
         for (; at < before_.size() && !Settled(at); ++at) {
             Reach(at + 1);
             for (std::size_t state = 0; state < states; ++state) {
+                found_[state] = FindNext(at, state) ? 1 : 0;
+            }
+            for (std::size_t state = 0; state < states; ++state) {
                 // Only where something is missing; SeamAt moves it to where a user cuts.
-                if (!FoundNext(at, state, cursors[state])) {
+                if (found_[state] == 0) {
                     Switch(at, state);
                 }
             }
             for (std::size_t state = 0; state < states; ++state) {
-                const bool found = FoundNext(at, state, cursors[state]);
-                Relax(Index(at + 1, state), cost_[Index(at, state)] + (found ? 0 : kMissing), at,
-                      state);
+                const Cost cost = found_[state] == 0 ? kMissing : 0;
+                Relax(Index(at + 1, state), cost_[Index(at, state)] + cost, at, state);
             }
         }
         return Backwards(at);
@@ -212,8 +215,9 @@ public:
 private:
     using Cost = std::uint32_t;
     static constexpr Cost kNever = std::numeric_limits<Cost>::max() / 2;
-    static constexpr Cost kMissing = 1;
+    static constexpr Cost kMissing = 16;
     static constexpr Cost kSwitch = 6 * kMissing;
+    static constexpr Cost kSkipped = 1; // a group of either song that a switch leaves out
 
     struct Step {
         std::uint32_t at = 0;
@@ -256,7 +260,8 @@ private:
                after_[place].hash == group.hash;
     }
     // The cursor only goes forward.
-    bool FoundNext(std::size_t at, std::size_t state, std::size_t& cursor) const {
+    bool FindNext(std::size_t at, std::size_t state) {
+        std::size_t& cursor = cursors_[state];
         const std::int64_t tick = std::int64_t{before_[at].tick} + shifts_[state];
         while (cursor < after_.size() && after_[cursor].tick < tick) {
             ++cursor;
@@ -278,16 +283,24 @@ private:
                 while (to < before_.size() && before_[to].tick < tick) {
                     ++to;
                 }
+                const std::size_t skipped = longer > 0 ? cursors_[next] - cursors_[state] : to - at;
                 Reach(to);
-                Relax(Index(to, next), cost + kSwitch, at, state);
+                Relax(Index(to, next), cost + kSwitch + static_cast<Cost>(skipped) * kSkipped, at,
+                      state);
             }
         }
+    }
+
+    // With what is left of the later song behind the end of the earlier one.
+    Cost CostOfEnd(std::size_t at, std::size_t state) const {
+        const std::size_t end = FirstFrom(after_, std::int64_t{map_.songLength} + shifts_[state]);
+        return cost_[Index(at, state)] + static_cast<Cost>(after_.size() - end) * kSkipped;
     }
 
     std::vector<Segment> Backwards(std::size_t at) const {
         std::size_t state = 0;
         for (std::size_t each = 1; each < shifts_.size(); ++each) {
-            state = cost_[Index(at, each)] < cost_[Index(at, state)] ? each : state;
+            state = CostOfEnd(at, each) < CostOfEnd(at, state) ? each : state;
         }
         std::vector<Segment> segments{{0, kToTheEnd, shifts_[state]}};
         while (at > first_ || state != 0) {
@@ -341,6 +354,8 @@ private:
     std::size_t lastShift_;    // with this shift
     std::vector<Cost> cost_;
     std::vector<Step> from_;
+    std::vector<std::size_t> cursors_; // in the later song, for each shift
+    std::vector<char> found_;
     std::vector<std::size_t> jumps_; // where each change of the shift last led to
 };
 
