@@ -221,6 +221,22 @@ INSTANTIATE_TEST_SUITE_P(
                     "003.01.000 Whole song: 003.01.000 to 005.01.000 -> cut out\n"
                     "008.01.000 Whole song: 010.01.000 to 011.01.000 -> cut out\n"}));
 
+// Each edit is cheap to explain by itself; none may be hidden by a longer detour through stretches
+// that are alike.
+TEST(CompareSongsTest, FindsEveryEditInMusicThatRepeats) {
+    const std::string verse = "abacabad";
+    const std::string song = verse + "efgh" + verse + "ijkl" + verse + "efgh" + verse;
+    std::string edited = song;
+    edited.insert(30, song.substr(8, 3)); // measures 9 to 11 once more, before measure 31
+    edited.erase(20, 2);
+    edited.erase(9, 2);
+    EXPECT_EQ(Compare(Melody(song), Melody(edited), static_cast<int>(song.size()),
+                      static_cast<int>(edited.size())),
+              "010.01.000 Whole song: 010.01.000 to 012.01.000 -> cut out\n"
+              "019.01.000 Whole song: 021.01.000 to 023.01.000 -> cut out\n"
+              "027.01.000 Whole song: 009.01.000 to 012.01.000 -> copied to 027.01.000\n");
+}
+
 // What a range tool leaves: a cut, and behind it another edit. What is carried over the seam says
 // nothing new, but other edits at it do.
 TEST(CompareSongsTest, FollowsTheNotesBehindACut) {
