@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/session/session_fixture.h"
+#include "editing/chord_names.h"
 #include "editing/range_tools.h"
 #include "editing/seam_picture.h"
 #include "song/midi_file_writer.h"
@@ -108,7 +109,11 @@ TEST_F(ForesightTest, NamesTheChordsOfTheRange) {
     using Names = std::vector<std::string>;
     TrackBuilder words;
     words.Text(0, 5, "[C]before ").Text(4'000, 5, "-Hm-in ").Text(500, 5, "[Hm]this ");
-    words.Text(500, 5, "[note] ").Text(2'999, 5, "[B/D]range").Text(1, 5, "[C]behind").End();
+    words.Text(0, 5, "[F]removed")
+        .Text(500, 5, "[note] ")
+        .Text(2'999, 5, "[B/D]range")
+        .Text(1, 5, "[C]behind")
+        .End();
     Open(MidiFileBuilder(1, 500)
              .Track(TrackBuilder()
                         .Meta(4'700, 0x7F, {0x43, 0x7B, 0x01, 0x31, 0x00, 0x35, 0x00})
@@ -117,10 +122,30 @@ TEST_F(ForesightTest, NamesTheChordsOfTheRange) {
              .Track(words)
              .Track(TrackBuilder().Note(4'000, 0, 60, 90).NoteOff(9'000, 0, 60).End())
              .Build());
+    EditSession(session, [](session::Workspace& work) {
+        for (song::EventLink event = work.song.tracks[1].first; event; event = event->next) {
+            event->length = event->data.Text() == "[F]removed" ? 0 : event->length;
+        }
+    });
+    EXPECT_EQ(FindChordEvents(session.Song()).count, 2U);
+    EXPECT_EQ(FindChordEvents(session.Song()).track, 0U);
     const Foresight up = ForeseeTranspose(session.Song(), Wish(RangeTool::Transpose),
                                           {"2", {}, "", {}, {}}, Language::English);
     EXPECT_EQ(up.chords, (Names{"Hm", "C/G", "B/D"})); // the German names of the song
     EXPECT_EQ(up.chordsAfter, (Names{"C#m", "D/A", "C/E"}));
+}
+
+TEST_F(ForesightTest, RemovedNotesAreNotThere) {
+    EditSession(session, [](session::Workspace& work) {
+        work.song.tracks[2].first->next->length = 0;            // the first drum
+        work.song.tracks[1].last->prev->prev->prev->length = 0; // the end of the second last note
+    });
+    EXPECT_EQ(FirstNoteTick(session.Song()), 2'000);
+    const Foresight copy =
+        ForeseeCopy(session.Song(), Wish(RangeTool::Copy, "6"), true, Language::English);
+    const SeamPicture end =
+        PictureSeam(session.Song(), *copy.after, RangeTool::Copy, copy.reading.range, true);
+    EXPECT_EQ(Notes(end, 0), "13000-13999 14000-14500 ");
 }
 
 TEST_F(ForesightTest, PicturesTheNotesAroundEachSeam) {

@@ -23,6 +23,7 @@ TEST(TransposeTest, PitchesAndChordsMove) {
                               {96, 2, true, 96},
                               {95, 2, true, 97},
                               {30, -5, true, 37},
+                              {32, -4, true, 28},
                               {30, -20, true, 34}}) {
         EXPECT_EQ(TransposedPitch(static_cast<std::uint8_t>(each.pitch), each.semitones, each.mega),
                   each.expected)
@@ -177,6 +178,8 @@ TEST_F(RangeToolsTest, ChangesCanBeUndone) {
     const RangeFigures figures = CountRange(session.Song(), {2'000, 9'900, 0});
     EXPECT_EQ(figures.notes, 16);
     EXPECT_EQ(figures.measures, 4);
+    EXPECT_EQ(CountRange(session.Song(), {2'500, 8'000, 0}).measures, 3);
+    EXPECT_EQ(CountRange(session.Song(), {2'500, 8'001, 0}).measures, 4);
     const RangeFigures messages = CountRange(session.Song(), {9'000, 9'100, 0});
     EXPECT_EQ(messages.drumMessages, 1);
     EXPECT_EQ(messages.instrumentMessages, 1);
@@ -242,6 +245,22 @@ TEST_F(RangeToolsTest, EffectNotesOfMegaVoicesStayWhileOneIsPlayed) {
         }
     }
     EXPECT_EQ(keys, (std::vector<int>{62, 100, 62, 102, 60}));
+}
+
+TEST_F(RangeToolsTest, NotesOfOnePitchThatAreOpenAtASeamDoNotOverlap) {
+    Open(MidiFileBuilder(1, 500)
+             .Track(TrackBuilder()
+                        .Note(1'000, 0, 60, 90)
+                        .Note(500, 0, 60, 91)
+                        .NoteOff(5'500, 0, 60)
+                        .NoteOff(500, 0, 60)
+                        .End())
+             .Build());
+    host.answer = false;
+    tools.Delete(Wish("3", "4"));
+    EXPECT_EQ(Listing(session.Song().tracks[0]),
+              "1000 903C5A; 1500 803C5A; 1500 903C5B; 3999 803C5B; "
+              "4000 903C5A; 4000 903C5B; 5000 803C40; 5500 803C40");
 }
 
 TEST_F(RangeToolsTest, FaultsAreAskedAboutUntilSilenced) {
