@@ -154,6 +154,8 @@ TEST_F(ForesightTest, PicturesTheNotesAroundEachSeam) {
     };
     const Foresight cut = ForeseeDelete(session.Song(), Wish(RangeTool::Delete), Language::English);
     const SeamPicture seam = picture(cut, RangeTool::Delete, false);
+    EXPECT_EQ(cut.seams.closed, 1);
+    EXPECT_EQ(cut.seams.begunAgain, 1);
     EXPECT_EQ(seam.seam, 4'000);
     EXPECT_EQ(seam.from, 2'000);
     EXPECT_EQ(seam.to, 6'000);

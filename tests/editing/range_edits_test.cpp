@@ -82,6 +82,14 @@ std::vector<SeamCase> SeamCases() {
          "0 B00764; 400 B00008; 400 C005; 400 B00009; 400 B00B32; 401 B00750; 401 E00046; 401 D007; "
          "402 903C5A; 1002 803C40",
          nullptr},
+        {"a reset in the range",
+         TrackBuilder()
+             .Short(0, 0xB0, 7, 50)
+             .Sysex(500, {0x7E, 0x7F, 0x09, 0x01, 0xF7})
+             .Short(50, 0xB0, 10, 20)
+             .Note(400, 0, 60, 90)
+             .NoteOff(100, 0, 60),
+         "0 B00732; 401 B00764; 401 B00A14; 550 903C5A; 650 803C40", nullptr},
         {"parameters as whole sequences",
          TrackBuilder()
              .Short(0, 0xB0, 101, 0)

@@ -208,6 +208,9 @@ TEST_F(RangeToolsTest, TransposingMovesNoteOffsBehindTheRangeAndKeepsTheLiveOffs
                         .Note(1'900, 2, 60, 90)
                         .Note(200, 2, 60, 91)
                         .Short(0, 0xA2, 60, 5)
+                        .Note(0, 0, 64, 90)
+                        .Short(0, 0xB0, 64, 127)
+                        .NoteOff(0, 0, 64)
                         .NoteOff(100, 2, 60)
                         .NoteOff(2'000, 2, 60)
                         .Note(5'000, 2, 60, 92)
@@ -219,9 +222,10 @@ TEST_F(RangeToolsTest, TransposingMovesNoteOffsBehindTheRangeAndKeepsTheLiveOffs
     EditSession(session, [&](session::Workspace& work) { mixer::WritePitches(work.song, live); });
     host.answer = false;
     EXPECT_EQ(tools.Transpose(Wish("2", "3"), {"-4", 2, "", live, {}}), 1);
+    EXPECT_EQ(tools.Transpose(Wish("2", "3"), {"2", 0, "", live, {}}), 1); // but not its pedal
     EXPECT_EQ(Listing(session.Song().tracks[0]),
-              "1900 923E5A; 2100 923A5B; 2100 A23E05; 2200 823E40; 4200 823A40; 9200 923E5C; "
-              "9300 823E40");
+              "1900 923E5A; 2100 923A5B; 2100 A23E05; 2100 90425A; 2100 B0407F; 2100 804240; "
+              "2200 823E40; 4200 823A40; 9200 923E5C; 9300 823E40");
     EXPECT_TRUE(host.questions.empty());
 }
 

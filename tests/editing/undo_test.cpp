@@ -134,6 +134,7 @@ TEST_F(UndoTest, KeepsTracksThatCameLaterAndForgetsOtherSongs) {
     EXPECT_TRUE(undo.MME_UndoClick(host));
     EXPECT_EQ(song::CheckSong(session.Song()), "");
     EXPECT_EQ(session.Song().tracks[0].eventCount, 3); // without what the command had put in
+    ASSERT_EQ(session.Song().tracks.size(), 3U);
     EXPECT_EQ(Listing(session.Song().tracks[2]), "4000 C105");
 
     ASSERT_TRUE(Edit(UndoTool::DeleteRange));
