@@ -66,9 +66,12 @@ struct Wishes {
     QSize size;
 };
 
-// Before there is an application, since that needs a screen.
+// These two are answered where there is no screen, too.
 bool IsVersionWish(std::string_view argument) {
     return argument == "--version" || argument == "-v";
+}
+bool IsHelpWish(std::string_view argument) {
+    return argument == "--help" || argument == "-h";
 }
 
 Wishes ReadArguments(const QCoreApplication& application) {
@@ -149,6 +152,10 @@ int main(int argc, char** argv) {
                                       Language::English)
                   << std::endl;
         return 0;
+    }
+    if (argc == 2 && IsHelpWish(argv[1])) {
+        const QCoreApplication console(argc, argv);
+        ReadArguments(console); // ends the program
     }
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);

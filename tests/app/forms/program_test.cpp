@@ -62,17 +62,23 @@ TEST_F(ProgramTest, PlaysNothingWhenTheFileIsRefused) {
     EXPECT_TRUE(std::filesystem::exists(Path("window.png")));
 }
 
-TEST_F(ProgramTest, TellsItsVersionAndLicences) {
+TEST_F(ProgramTest, TellsItsVersionLicencesAndOptionsWithoutAScreen) {
     QProcessEnvironment environment = program_.processEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    environment.remove(QStringLiteral("DISPLAY")); // told without a screen too
+    environment.remove(QStringLiteral("DISPLAY"));
     program_.setProcessEnvironment(environment);
-    Start({QStringLiteral("--version")});
-    ExpectOrderlyEnd();
-    const QString told = QString::fromUtf8(program_.readAllStandardOutput());
-    const QRegularExpression version(QStringLiteral("^tracksmith \\d+\\.\\d+\\.\\d+\n"));
-    EXPECT_TRUE(told.contains(version)) << told.toStdString();
-    EXPECT_TRUE(told.contains(QStringLiteral("\n  Qt: LGPL 3\n"))) << told.toStdString();
+    const auto told = [this](const QString& option) {
+        Start({option});
+        ExpectOrderlyEnd();
+        return QString::fromUtf8(program_.readAllStandardOutput());
+    };
+    const QString version = told(QStringLiteral("--version"));
+    EXPECT_TRUE(
+        version.contains(QRegularExpression(QStringLiteral("^tracksmith \\d+\\.\\d+\\.\\d+\n"))))
+        << version.toStdString();
+    EXPECT_TRUE(version.contains(QStringLiteral("\n  Qt: LGPL 3\n"))) << version.toStdString();
+    const QString help = told(QStringLiteral("--help"));
+    EXPECT_TRUE(help.contains(QStringLiteral("--play <measure>"))) << help.toStdString();
 }
 
 } // namespace
