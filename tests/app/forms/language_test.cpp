@@ -1,4 +1,6 @@
+#include <map>
 #include <set>
+#include <string>
 
 #include <QAbstractSpinBox>
 #include <QAccessible>
@@ -7,6 +9,7 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolButton>
@@ -141,6 +144,89 @@ void ExpectWholeTexts(const QWidget& window) {
     }
 }
 
+// What no layout places lies over its neighbours.
+void ExpectOwnPlaces(const QWidget& window) {
+    const auto isControl = [](const QWidget* widget) {
+        return widget->isVisible() && (qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                                       qobject_cast<const QLabel*>(widget) != nullptr ||
+                                       qobject_cast<const QComboBox*>(widget) != nullptr ||
+                                       qobject_cast<const QAbstractSpinBox*>(widget) != nullptr ||
+                                       qobject_cast<const QLineEdit*>(widget) != nullptr ||
+                                       qobject_cast<const QAbstractItemView*>(widget) != nullptr);
+    };
+    QList<QWidget*> controls = window.findChildren<QWidget*>();
+    controls.removeIf([&](const QWidget* widget) { return !isControl(widget); });
+    for (const QWidget* one : controls) {
+        for (const QWidget* other : controls) {
+            const bool neighbours = one < other && one->parentWidget() == other->parentWidget();
+            EXPECT_FALSE(neighbours && one->geometry().intersects(other->geometry()))
+                << one->objectName().toStdString() << " " << other->objectName().toStdString();
+        }
+    }
+}
+
+// All texts of a window by the names of their controls.
+QMap<QString, QString> TextsOf(const QWidget& window) {
+    QMap<QString, QString> texts;
+    const auto take = [&texts](const QString& key, const QString& text) { texts[key] = text; };
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        if (name.isEmpty() || name.startsWith(QStringLiteral("qt_"))) {
+            continue;
+        }
+        take(name + QStringLiteral(" name"), widget->accessibleName());
+        take(name + QStringLiteral(" hint"), widget->toolTip());
+        if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+            take(name, button->text());
+        } else if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+            take(name, label->text());
+        } else if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) {
+            take(name, edit->placeholderText());
+        }
+    }
+    for (const auto* header : window.findChildren<QHeaderView*>()) {
+        for (int column = 0; column < header->count(); ++column) {
+            take(header->parentWidget()->objectName() + QString::number(column),
+                 header->model()->headerData(column, header->orientation()).toString());
+        }
+    }
+    return texts;
+}
+
+TEST_F(LanguageTest, EveryWindowSaysItInBothLanguages) {
+    constexpr int kFewestLetters = 3;
+    const std::set<QString> kSameWords{QStringLiteral("Instrument"),
+                                       QStringLiteral("Name"),
+                                       QStringLiteral("Song"),
+                                       QStringLiteral("Position"),
+                                       QStringLiteral("Tempo  0"),
+                                       QStringLiteral("Version "),
+                                       QStringLiteral("Tracksmith"),
+                                       QStringLiteral("Auto Revoicer - GM Soundset"),
+                                       QStringLiteral("Korg PaXXX Track equalizer"),
+                                       QStringLiteral("Motif DSP management"),
+                                       QStringLiteral("DSP management"),
+                                       QStringLiteral("001.01.000"),
+                                       QStringLiteral("waltz.mid")};
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    std::map<std::string, QMap<QString, QString>> former;
+    for (const char* language : {"MMF_German", "MMF_English"}) {
+        Trigger(language);
+        for (const auto& [action, dialog] : kDialogs) {
+            Trigger(action);
+            auto* window = Find<QDialog>(dialog);
+            const QMap<QString, QString> texts = TextsOf(*window);
+            for (const auto& [name, text] : former[dialog].toStdMap()) {
+                const bool alike = text.size() > kFewestLetters && text == texts[name];
+                EXPECT_FALSE(alike && !kSameWords.contains(text))
+                    << dialog << " " << name.toStdString() << ": " << text.toStdString();
+            }
+            former[dialog] = texts;
+            delete window;
+        }
+    }
+}
+
 TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
     const auto file = Write("waltz.mid", Waltz());
     for (const char* language : {"MMF_German", "MMF_English"}) {
@@ -157,11 +243,13 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
         Trigger("MMF_SplitFormat0");
         ExpectNames(*form_);
         ExpectLetters(*form_);
+        ExpectOwnPlaces(*form_);
         ExpectWholeTexts(*form_);
         for (int page = 1; page < 5; ++page) { // all pages, and back to the first
             Trigger("MMV_NextPage");
             ExpectNames(*form_);
             ExpectWholeTexts(*form_);
+            ExpectOwnPlaces(*form_);
         }
         for (const auto& [action, dialog] : kDialogs) {
             Trigger(action);
@@ -169,6 +257,7 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
             ExpectNames(*window);
             ExpectLetters(*window);
             ExpectWholeTexts(*window);
+            ExpectOwnPlaces(*window);
             if (auto* folder = window->findChild<QPushButton*>("Btn_RevoiceFolder")) {
                 folder->click();
                 auto* inner = Find<QDialog>("Dlg_RevoiceFolder");
@@ -184,6 +273,7 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
                 ExpectNames(*window);
                 ExpectLetters(*window);
                 ExpectWholeTexts(*window);
+                ExpectOwnPlaces(*window);
                 delete window;
                 break;
             }
