@@ -16,6 +16,7 @@ set(SOURCES
   mixer_test.cpp
   overview_test.cpp
   picker_test.cpp
+  picture_test.cpp
   playing_test.cpp
   range_forms_test.cpp
   recent_files_test.cpp

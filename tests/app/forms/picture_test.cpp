@@ -1,0 +1,119 @@
+#include "form_fixture.h"
+#include <QDialog>
+#include <QImage>
+#include <QTest>
+
+#include "app/forms/dialogs.h"
+
+// Whether the windows still look as they did when somebody looked at them. With
+// TRACKSMITH_KEEP_PICTURES in the environment the pictures are painted anew instead; look at them
+// before you commit them.
+
+namespace tracksmith::forms {
+namespace {
+
+const std::filesystem::path kPictures =
+    std::filesystem::path(TRACKSMITH_SOURCE_DIR) / "tests/app/forms/pictures";
+
+// Half as large: small files, in which other edges of letters do not matter.
+QImage Half(QWidget& window) {
+    const QImage picture = window.grab().toImage();
+    return picture.scaled(picture.size() / 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+bool Alike(QRgb a, QRgb b) {
+    constexpr int kMost = 48;
+    return std::abs(qRed(a) - qRed(b)) <= kMost && std::abs(qGreen(a) - qGreen(b)) <= kMost &&
+           std::abs(qBlue(a) - qBlue(b)) <= kMost;
+}
+
+// The share of the points that differ, 1 for another size.
+double Difference(const QImage& a, const QImage& b) {
+    if (a.size() != b.size()) {
+        return 1;
+    }
+    int others = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            others += Alike(a.pixel(x, y), b.pixel(x, y)) ? 0 : 1;
+        }
+    }
+    return static_cast<double>(others) / (a.width() * a.height());
+}
+
+class PictureTest : public FormTest {
+protected:
+    void SetUp() override {
+        FormTest::SetUp();
+#ifdef _WIN32
+        GTEST_SKIP() << "the pictures have the fonts of Linux";
+#endif
+        QApplication::setCursorFlashTime(0);
+        form_->resize(1280, 720);
+    }
+    void OpenDemo() const {
+        form_->OpenMidiFile(std::filesystem::path(TRACKSMITH_SOURCE_DIR) / "data/demo/demo.mid");
+        form_->Session().Controls().MoveByMeasures(20);
+    }
+
+    // A thousandth: a word that is longer or one control elsewhere is more. Some of it is worked
+    // out beside the window.
+    void ExpectPicture(QWidget& window, const std::string& name) const {
+        constexpr double kMost = 0.001;
+        constexpr int kSettledMs = 1'000;
+        const QString file = PathToQString(kPictures / (name + ".png"));
+        if (qEnvironmentVariableIsSet("TRACKSMITH_KEEP_PICTURES")) {
+            QTest::qWait(kSettledMs);
+            ASSERT_TRUE(Half(window).save(file));
+            return;
+        }
+        const QImage kept = QImage(file).convertToFormat(QImage::Format_RGB32);
+        double difference = 1;
+        const auto looksAlike = [&] {
+            difference = Difference(Half(window), kept);
+            return difference <= kMost;
+        };
+        if (!QTest::qWaitFor(looksAlike, kSettledMs * 5)) {
+            const QString seen = PathToQString(std::filesystem::temp_directory_path() /
+                                               ("tracksmith-" + name + ".png"));
+            Half(window).save(seen);
+            ADD_FAILURE() << name << ": " << difference * 100 << " % differ, see "
+                          << seen.toStdString();
+        }
+    }
+};
+
+TEST_F(PictureTest, TheMainWindowLooksAsItDid) {
+    ExpectPicture(*form_, "empty");
+    OpenDemo();
+    for (const char* page : {"mix", "sound", "routing", "lists"}) {
+        ExpectPicture(*form_, page);
+        Trigger("MMV_NextPage");
+    }
+    Trigger("MMF_ThemeLight");
+    ExpectPicture(*form_, "light");
+}
+
+TEST_F(PictureTest, TheDialogsLookAsTheyDid) {
+    OpenDemo();
+    for (const auto& [action, dialog] : kDialogs) {
+        if (dialog == std::string("Dlg_About")) {
+            continue; // tells versions
+        }
+        Trigger(action);
+        auto* window = Find<QDialog>(dialog);
+        ExpectPicture(*window, dialog);
+        delete window;
+    }
+    form_->PickVoice(2);
+    ExpectPicture(*Find<QDialog>("PickerForm"), "PickerForm");
+}
+
+TEST_F(PictureTest, TheStartPageLooksAsItDid) {
+    Trigger("MMF_FirstSteps");
+    ExpectPicture(*form_, "start");
+}
+
+} // namespace
+} // namespace tracksmith::forms
