@@ -120,6 +120,10 @@ TEST_F(HealthFormTest, FiltersByChannelAndLetsListen) {
     EXPECT_FALSE(controls.Playing());
     EXPECT_EQ(controls.Tick(), 480);
     EXPECT_EQ(Find<QPushButton>("Btn_Listen")->text().toStdString(), "&Listen");
+    Press("Btn_Listen");
+    controls.MoveToTick(2'400); // behind what is to be heard
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !controls.Playing(); }));
+    EXPECT_EQ(controls.Tick(), 480);
 }
 
 TEST_F(HealthFormTest, ChecksLargeSongsBesideTheWindow) {

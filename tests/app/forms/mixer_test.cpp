@@ -131,6 +131,7 @@ TEST_F(MixerFormTest, MouseWheelAndKeysMoveASlider) {
     ASSERT_NE(edit, nullptr);
     QTest::keyClicks(edit, QStringLiteral("7"));
     QTest::keyClick(edit, Qt::Key_Return);
+    EXPECT_TRUE(edit->isHidden());
     EXPECT_EQ(fader->value(), 77);
     EXPECT_EQ(InSong(0), 77);
     EXPECT_EQ(Focus(), "TB_Volume02");

@@ -110,6 +110,30 @@ TEST_F(PictureTest, TheDialogsLookAsTheyDid) {
     ExpectPicture(*Find<QDialog>("PickerForm"), "PickerForm");
 }
 
+// Channel 3: a note that begins again while it sounds, one without end, the pedal left on; muted.
+TEST_F(PictureTest, FaultsAndLampsLookAsTheyDid) {
+    form_->OpenMidiFile(Write("faulty.mid", test::MidiFileBuilder()
+                                                .Track(test::TrackBuilder()
+                                                           .Program(0, 2, 5)
+                                                           .Note(480, 2, 60, 9)
+                                                           .Note(480, 2, 60, 9)
+                                                           .NoteOff(20, 2, 60)
+                                                           .NoteOff(40, 2, 60)
+                                                           .Note(420, 2, 64, 9)
+                                                           .Short(0, 0xB2, 64, 127)
+                                                           .End(4000))
+                                                .Build()));
+    Find<QAbstractButton>("Btn_Mute02")->click();
+    Find<QAbstractButton>("Btn_Solo02")->click();
+    ExpectPicture(*form_, "lamps");
+    Trigger("MMF_Health");
+    auto* findings = Find<QTableView>("Table_Findings");
+    for (int row = 0; row < findings->model()->rowCount(); ++row) {
+        findings->selectRow(row);
+        ExpectPicture(*Find<QDialog>("Dlg_Health"), "finding" + std::to_string(row));
+    }
+}
+
 TEST_F(PictureTest, TheStartPageLooksAsItDid) {
     Trigger("MMF_FirstSteps");
     ExpectPicture(*form_, "start");
