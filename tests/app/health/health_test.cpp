@@ -125,6 +125,10 @@ INSTANTIATE_TEST_SUITE_P(
                  .Short(7, 0xB1, 64, 100)
                  .Short(1, 0xE1, 0, 70),
              "sustainAtEnd 1 1 99; bendAtEnd 1 1 107", ""},
+        Case{"HalfPedal", Good(1).Note(0, 1, 60, 9).NoteOff(99, 1, 60).Short(0, 0xB1, 64, 64),
+             "sustainAtEnd 1 1 99", ""},
+        Case{"AlmostReleased", Good(1).Note(0, 1, 60, 9).NoteOff(99, 1, 60).Short(0, 0xB1, 64, 63),
+             "", ""},
         Case{"Released",
              Good(1).Short(0, 0xB1, 64, 127).Short(0, 0xE1, 0, 9).Short(7, 0xB1, 121, 0), "", ""},
         Case{"NoBankNoVolume", TrackBuilder().Program(0, 2, 5).Note(0, 2, 60, 9).NoteOff(99, 2, 60),
@@ -202,6 +206,7 @@ TEST_F(HealthTest, TellsManyNotesAndWhatLoadingDid) {
     Open(MidiFileBuilder().Track(track.End()).Build());
     EXPECT_EQ(Found(), "lengthenedNotes all 70 -; manyNotes all 1 30");
     EXPECT_EQ(Check().findings.back().value, 70);
+    EXPECT_EQ(Title(Check().findings.back(), "", Language::English), "70 notes at once");
 }
 
 TEST_F(HealthTest, RepairsOnlyWhatIsAskedFor) {
@@ -242,6 +247,8 @@ TEST_F(HealthTest, ShowsNotesBeforeAndAfterARepair) {
          Rule::Overlaps, "60:0-99! 60:90-198", "60:0-90! 60:90-198"},
         {TrackBuilder().Note(480, 1, 60, 9).Note(90, 1, 62, 9).NoteOff(30, 1, 62),
          Rule::NoteWithoutEnd, "60:480-! 62:570-600", "60:480-600! 62:570-600"},
+        {TrackBuilder().Note(0, 1, 62, 9).NoteOff(90, 1, 62).Note(480, 1, 60, 9).End(480),
+         Rule::NoteWithoutEnd, "62:0-90 60:570-!", "62:0-90 60:570-590!"}, // the last event
         {TrackBuilder().NoteOff(5, 1, 60).Note(9, 1, 64, 9).NoteOff(99, 1, 64),
          Rule::NoteWithoutBeginning, "64:14-113 60:5-5!", "64:14-113"},
         {TrackBuilder().Note(0, 1, 60, 9).NoteOff(3, 1, 60).Note(900, 1, 60, 9).NoteOff(99, 1, 60),
