@@ -120,10 +120,27 @@ TEST_F(HealthFormTest, FiltersByChannelAndLetsListen) {
     EXPECT_FALSE(controls.Playing());
     EXPECT_EQ(controls.Tick(), 480);
     EXPECT_EQ(Find<QPushButton>("Btn_Listen")->text().toStdString(), "&Listen");
+}
+
+TEST_F(HealthFormTest, ListeningEndsByItself) {
+    form_->OpenMidiFile(Write("long.mid", test::MidiFileBuilder()
+                                              .Track(test::TrackBuilder()
+                                                         .Note(0, 2, 60, 9)
+                                                         .Note(480, 2, 60, 9)
+                                                         .NoteOff(20, 2, 60)
+                                                         .NoteOff(40, 2, 60)
+                                                         .Note(9'000, 2, 60, 9)
+                                                         .NoteOff(40, 2, 60)
+                                                         .End())
+                                              .Build()));
+    Trigger("MMF_Health");
+    Find<QTableWidget>("Table_Findings")->selectRow(0); // at the beginning
+    auto& controls = form_->Session().Controls();
     Press("Btn_Listen");
-    controls.MoveToTick(2'400); // behind what is to be heard
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !controls.Playing(); }));
-    EXPECT_EQ(controls.Tick(), 480);
+    controls.MoveToTick(3'780); // shortly before the end of two measures
+    EXPECT_TRUE(controls.Playing());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !controls.Playing(); }, 2'000));
+    EXPECT_EQ(controls.Tick(), 0);
 }
 
 TEST_F(HealthFormTest, ChecksLargeSongsBesideTheWindow) {
