@@ -69,6 +69,10 @@ TEST_F(HealthFormTest, ShowsFiltersAndSeeks) {
     Press("Btn_FilterWarnings");
     EXPECT_EQ(table_->rowCount(), 2);
     Press("Btn_FilterWarnings");
+    table_->selectRow(3);
+    Press("Btn_FilterHints");
+    EXPECT_EQ(table_->currentRow(), 2); // the last that is left
+    Press("Btn_FilterHints");
     table_->selectRow(0);
     EXPECT_EQ(Tick(), 0);
     QTest::keyClick(table_, Qt::Key_Return);

@@ -23,7 +23,7 @@ QImage Half(QWidget& window) {
 }
 
 bool Alike(QRgb a, QRgb b) {
-    constexpr int kMost = 48;
+    constexpr int kMost = 24;
     return std::abs(qRed(a) - qRed(b)) <= kMost && std::abs(qGreen(a) - qGreen(b)) <= kMost &&
            std::abs(qBlue(a) - qBlue(b)) <= kMost;
 }
@@ -57,10 +57,9 @@ protected:
         form_->Session().Controls().MoveByMeasures(20);
     }
 
-    // A thousandth: a word that is longer or one control elsewhere is more. Some of it is worked
-    // out beside the window.
+    // So few points are a letter or two. Some of what is shown is worked out beside the window.
     void ExpectPicture(QWidget& window, const std::string& name) const {
-        constexpr double kMost = 0.001;
+        constexpr double kMost = 0.0003;
         constexpr int kSettledMs = 1'000;
         const QString file = PathToQString(kPictures / (name + ".png"));
         if (qEnvironmentVariableIsSet("TRACKSMITH_KEEP_PICTURES")) {
@@ -74,7 +73,7 @@ protected:
             difference = Difference(Half(window), kept);
             return difference <= kMost;
         };
-        if (!QTest::qWaitFor(looksAlike, kSettledMs * 5)) {
+        if (!QTest::qWaitFor(looksAlike, kSettledMs * 20)) {
             const QString seen = PathToQString(std::filesystem::temp_directory_path() /
                                                ("tracksmith-" + name + ".png"));
             Half(window).save(seen);
