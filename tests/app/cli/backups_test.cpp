@@ -15,21 +15,21 @@ protected:
         setenv("XDG_DATA_HOME", folder_.Path().c_str(), 1);
         const backups::BackupFolder backups(backups::UsualBackupFolder());
         static_cast<void>(
-            backups.Write({"Waltz", "/songs/Waltz.mid", "20261120_101112"}, Format0Song()));
-        static_cast<void>(backups.Write({"Polka", "", "20261121_101112"}, Format1Song()));
+            backups.Write({"Waltz", "/songs/Waltz.mid", "20261120_183742"}, Format0Song()));
+        static_cast<void>(backups.Write({"Polka", "", "20261121_183742"}, Format1Song()));
     }
     void TearDown() override { unsetenv("XDG_DATA_HOME"); }
 };
 
 TEST_F(BackupsCommandTest, ListsAndRestores) {
     ASSERT_EQ(Run({"backups", "list"}), 0);
-    EXPECT_NE(out_.find("  1  2026-11-21 10:11:12"), std::string::npos) << out_;
-    EXPECT_NE(out_.find("Waltz_20261120_101112.mid  (/songs/Waltz.mid)"), std::string::npos);
+    EXPECT_NE(out_.find("  1  2026-11-21 18:37:42"), std::string::npos) << out_;
+    EXPECT_NE(out_.find("Waltz_20261120_183742.mid  (/songs/Waltz.mid)"), std::string::npos);
     ASSERT_EQ(Run({"backups", "list", "--json"}), 0);
     const auto first = nlohmann::json::parse(out_.substr(0, out_.find('\n')));
-    EXPECT_EQ(first["name"], "Polka_20261121_101112.mid");
+    EXPECT_EQ(first["name"], "Polka_20261121_183742.mid");
     EXPECT_TRUE(first["original"].is_null());
-    for (const char* wanted : {"2", "Waltz_20261120_101112", "Waltz_20261120_101112.mid"}) {
+    for (const char* wanted : {"2", "Waltz_20261120_183742", "Waltz_20261120_183742.mid"}) {
         ASSERT_EQ(Run({"backups", "restore", wanted, "--out", At("back.mid"), "--yes"}), 0);
         EXPECT_EQ(Get("back.mid"), Format0Song());
     }

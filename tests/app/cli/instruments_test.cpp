@@ -269,6 +269,11 @@ TEST_F(InstrumentsTest, InfoNamesVoicesOfAnInstrument) {
               "                     1       25        8/1        1  "
               "≈ Acoustic Guitar (nylon)\n"))
         << out_;
+    Put("exact.mid", test::MidiFileBuilder(0)
+                         .Track(test::TrackBuilder().Program(0, 0, 24).Note(0, 0, 60, 9).End(9))
+                         .Build());
+    ASSERT_EQ(Run({"info", "--instrument", "GM Soundset", At("exact.mid")}), 0);
+    EXPECT_TRUE(Shows("       25        -/-        1  Acoustic Guitar (nylon)\n")) << out_;
     EXPECT_EQ(Run({"info", "--instrument", "nothing", At("song.mid")}), 2);
     EXPECT_EQ(Run({"info", "--instrument=-1", At("song.mid")}), 2); // no part of "DoX-1"
     EXPECT_EQ(Run({"info", "--instrument", "109", At("song.mid")}), 2);

@@ -1,5 +1,6 @@
 #include <functional>
 #include <set>
+#include <utility>
 
 #include "base/system/interrupt.h"
 #include "device_fixture.h"
@@ -9,7 +10,8 @@ namespace {
 
 using Keys = std::vector<int>;
 
-/// Four measures of four beats of 60 ms; the keys tell measure and beat: 23 is measure 2, beat 3.
+/// Four measures of four beats of 60 ms, on two channels in turn; the keys tell measure and beat:
+/// 23 is measure 2, beat 3.
 test::Bytes QuickSong() {
     test::TrackBuilder track;
     track.Tempo(0, 60'000).Program(0, 0, 24);
@@ -17,7 +19,9 @@ test::Bytes QuickSong() {
     for (const int measure : {1, 2, 3, 4}) {
         for (const int beat : {1, 2, 3, 4}) {
             const int key = 10 * measure + beat;
-            track.Note(static_cast<std::uint64_t>(delta), 0, key, 100).NoteOff(470, 0, key);
+            const int channel = beat % 2 * 5;
+            track.Note(static_cast<std::uint64_t>(delta), channel, key, 100)
+                .NoteOff(470, channel, key);
             delta = 10;
         }
     }
@@ -52,21 +56,22 @@ protected:
 private:
     void Receive(std::span<const std::uint8_t> message) {
         const int command = message[0] & 0xF0;
+        const int channel = message[0] & 0x0F;
         if (command == 0x90 && message[2] > 0) {
             keys_.push_back(message[1]);
-            sounding_.insert(message[1]);
+            sounding_.insert({channel, message[1]});
             onNote_(keys_.size());
         } else if (command == 0x80 || command == 0x90) {
-            sounding_.erase(message[1]);
+            sounding_.erase({channel, message[1]});
         } else if (command == 0xB0 && message[1] == 123) {
-            sounding_.clear(); // all notes are on one channel
+            std::erase_if(sounding_, [=](const auto& note) { return note.first == channel; });
         } else if (command == 0xC0) {
             program_ = message[1];
         }
     }
 
     std::unique_ptr<midi::InputConnection> listener_;
-    std::set<int> sounding_;
+    std::set<std::pair<int, int>> sounding_; // channel and key
 };
 
 TEST_F(PlayTest, RangeBeginsAndEndsAtItsBeats) {
