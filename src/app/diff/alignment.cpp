@@ -6,6 +6,7 @@
 #include <functional>
 #include <iterator>
 #include <limits>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <utility>
@@ -387,6 +388,22 @@ void JoinReplaced(std::vector<Segment>& segments) {
     segments = std::move(joined);
 }
 
+// By how many ticks, at least `least`, the groups of the stretch stand later in the song.
+std::optional<std::int64_t> ShiftTo(std::span<const Group> stretch, const Groups& song,
+                                    std::int64_t least) {
+    for (std::size_t at = 0; at + stretch.size() <= song.size(); ++at) {
+        const std::int64_t shift = std::int64_t{song[at].tick} - stretch.front().tick;
+        const auto stands = [shift](const Group& group, const Group& place) {
+            return place.hash == group.hash && place.tick == group.tick + shift;
+        };
+        if (shift >= least &&
+            std::ranges::equal(stretch, std::span(song).subspan(at, stretch.size()), stands)) {
+            return shift;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& after) {
@@ -421,21 +438,16 @@ std::vector<Segment> AlignSongs(const song::Song& before, const song::Song& afte
 std::int32_t FindSource(const song::Song& before, const song::Song& after, std::int32_t begin,
                         std::int32_t end) {
     const auto [earlier, later] = GroupsOfBoth(before, after);
-    const std::size_t first = FirstFrom(later, begin);
     const std::size_t last = FirstFrom(later, end);
-    for (std::size_t at = 0; first < last && at < earlier.size(); ++at) {
-        const std::int32_t shift = earlier[at].tick - later[first].tick;
-        if (begin + shift < 0) {
-            continue;
-        }
-        std::size_t same = 0;
-        while (first + same < last && at + same < earlier.size() &&
-               earlier[at + same].hash == later[first + same].hash &&
-               earlier[at + same].tick == later[first + same].tick + shift) {
-            ++same;
-        }
-        if (same == last - first) {
-            return begin + shift;
+    // A tool begins notes again at the seam that sound over it.
+    constexpr std::int64_t kBehindSeam = 2;
+    for (const std::int64_t from : {std::int64_t{begin}, begin + kBehindSeam}) {
+        const std::size_t first = FirstFrom(later, from);
+        const auto shift = first < last ? ShiftTo(std::span(later).subspan(first, last - first),
+                                                  earlier, -std::int64_t{begin})
+                                        : std::nullopt;
+        if (shift) {
+            return static_cast<std::int32_t>(begin + *shift);
         }
     }
     return -1;

@@ -221,6 +221,21 @@ INSTANTIATE_TEST_SUITE_P(
                     "003.01.000 Whole song: 003.01.000 to 005.01.000 -> cut out\n"
                     "008.01.000 Whole song: 010.01.000 to 011.01.000 -> cut out\n"}));
 
+// A note that sounds over the start of what is copied is begun again in the copy.
+TEST(CompareSongsTest, KnowsACopyWithNotesThatAreBegunAgain) {
+    const auto held = [](std::vector<Event> events, int start) {
+        events.push_back({start, 0x92, 30, 90});
+        events.push_back({kMeasure + 100, 0x82, 30, 64});
+        return events;
+    };
+    const std::vector<Event> before = held(Melody(kSong), kMeasure - 100);
+    std::vector<Event> after = held(Melody("abcdefghbcdijkl"), kMeasure - 100);
+    after.push_back({8 * kMeasure, 0x92, 30, 90});
+    after.push_back({8 * kMeasure + 100, 0x82, 30, 64});
+    EXPECT_EQ(Compare(before, after, 12, 15),
+              "009.01.000 Whole song: 002.01.000 to 005.01.000 -> copied to 009.01.000\n");
+}
+
 // Each edit is cheap to explain by itself; none may be hidden by a longer detour through stretches
 // that are alike.
 TEST(CompareSongsTest, FindsEveryEditInMusicThatRepeats) {
