@@ -18,6 +18,7 @@
 #include "app/prepare_song.h"
 #include "app/save_song.h"
 #include "editing/range_tools.h"
+#include "editing/transpose_range.h"
 #include "mixer/mixer.h"
 #include "song/check_song.h"
 
@@ -84,14 +85,17 @@ private:
         TransposeTo(moved);
         return bytes;
     }
-    Notes AllNotes() const {
+    Notes AllNotes() const { return NotesBy(&song::MidiEvent::data1); }
+    // At the pitches that would be saved.
+    Notes StoredNotes() const { return NotesBy(&song::MidiEvent::origData1); }
+    Notes NotesBy(std::uint8_t song::MidiEvent::*pitch) const {
         Notes notes;
         for (std::size_t track = 0; track < session_.Song().tracks.size(); ++track) {
             for (song::ConstEventLink event = session_.Song().tracks[track].first; event;
                  event = event->next) {
                 if (event->IsNoteOn() && event->length > 0) {
                     notes.push_back(
-                        {track, event->tick, event->status, event->data1, event->data2});
+                        {track, event->tick, event->status, (*event).*pitch, event->data2});
                 }
             }
         }
@@ -158,9 +162,20 @@ private:
             notes.insert(notes.end(), block.begin(), block.end());
             ExpectNotes(notes, {range.destination, range.destination + length}, "copy");
         } else {
-            tools_.Transpose(wish,
-                             {std::to_string(choose_(30) - 15), {}, "", mixer_.Transposing(), {}});
+            TransposeRange(wish, range, choose_(30) - 15);
         }
+    }
+    void TransposeRange(const editing::RangeWish& wish, const editing::TickRange& range,
+                        int semitones) {
+        const auto melody = editing::MelodyChannels(session_.Song());
+        Notes wanted = StoredNotes();
+        for (Note& note : wanted) {
+            if (melody[note.status & 0x0FU] && note.tick >= range.start && note.tick < range.end) {
+                note.key = editing::TransposedPitch(note.key, semitones, false);
+            }
+        }
+        tools_.Transpose(wish, {std::to_string(semitones), {}, "", mixer_.Transposing(), {}});
+        Require(StoredNotes() == wanted, "other notes were transposed");
     }
     void UndoIt() {
         if (undo_.MME_UndoClick(host_)) {
