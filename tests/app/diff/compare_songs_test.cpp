@@ -1,5 +1,6 @@
 #include "app/diff/compare_songs.h"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <string>
