@@ -45,7 +45,8 @@ TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
              .Track(TrackBuilder()
                         .Note(0, 0, 60, 64)
                         .Note(0, 0, 62, 64)
-                        .NoteOff(50, 0, 62)
+                        .Short(10, 0xB0, 60, 1) // a number that is also a key
+                        .NoteOff(40, 0, 62)
                         .NoteOff(450, 0, 60)
                         .Note(0, 0, 61, 64)
                         .Short(0, 0xB0, 7, 99)
@@ -59,7 +60,7 @@ TEST_F(ChannelTest, MutingATrackEndsJustItsNotes) {
     EXPECT_TRUE(player->SetTrackMuted(0, false));
     Run(200);
     EXPECT_EQ(Log(),
-              "0 903C40; 0 903E40; 0 904040; 50 803E40; 100 803C40; 500 804040; "
+              "0 903C40; 0 903E40; 0 904040; 10 B03C01; 50 803E40; 100 803C40; 500 804040; "
               "700 B00763; 700 903F40");
 }
 

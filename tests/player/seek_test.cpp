@@ -167,8 +167,14 @@ TEST_F(SeekTest, GuardsAgainstTheSamePlaceAndBehindTheEnd) {
 }
 
 TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
-    Load(MillisecondFile().Track(
-        TrackBuilder().Short(0, 0xB3, 7, 1).Short(500, 0xB3, 7, 2).Short(500, 0xB3, 7, 3).End()));
+    Load(MillisecondFile().Track(TrackBuilder()
+                                     .Short(0, 0xB3, 7, 1)
+                                     .Program(0, 3, 5)
+                                     .Short(500, 0xB3, 7, 2)
+                                     .Short(500, 0xB3, 7, 3)
+                                     .Program(0, 3, 9)
+                                     .Short(0, 0xE3, 0, 80)
+                                     .End()));
     const auto inEffect = [&] {
         const song::EventLink event = player->InEffect().Controller(3, 7).event;
         return event ? event->data2 : 0;
@@ -176,9 +182,12 @@ TEST_F(SeekTest, MixerFindsTheControllerInEffect) {
     EXPECT_EQ(inEffect(), 0);
     EXPECT_TRUE(player->MoveToTimePosition(600));
     EXPECT_EQ(inEffect(), 2);
+    EXPECT_EQ(player->InEffect().Program(3).value, 5);
     Play();
     Run(400);
     EXPECT_EQ(inEffect(), 3);
+    EXPECT_EQ(player->InEffect().Program(3).value, 9);
+    EXPECT_NE(player->InEffect().Bend(3).value, song::kUnset);
 }
 
 // An edit frees events that cursors point to; the position stays.

@@ -267,6 +267,13 @@ TEST_F(LanguageTest, EveryControlOfEveryWindowHasANameOfItsOwn) {
             }
             delete window;
         }
+        form_->PickVoice(0);
+        auto* picker = Find<QDialog>("PickerForm");
+        ExpectNames(*picker);
+        ExpectLetters(*picker);
+        ExpectWholeTexts(*picker);
+        ExpectOwnPlaces(*picker);
+        delete picker;
         Trigger("MMF_UserGuide"); // a window of its own, so that it can stay beside the others
         for (QWidget* window : QApplication::topLevelWidgets()) {
             if (window->objectName() == QStringLiteral("GuideForm")) {

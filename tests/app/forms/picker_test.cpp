@@ -102,7 +102,14 @@ TEST_F(PickerTest, SearchesHearsComparesAndWritesByKeys) {
     QTest::keyClick(picker, Qt::Key_B, Qt::ControlModifier);
     EXPECT_EQ(Sent(), program);
     EXPECT_TRUE(newVoice->isChecked() && !oldVoice->isChecked());
-    QTest::keyClick(search, Qt::Key_Return);
+    Find<QPushButton>("Btn_OldVoice")->click();
+    EXPECT_EQ(Sent(), "194/0");
+    Find<QPushButton>("Btn_NewVoice")->click();
+    EXPECT_EQ(Sent(), program);
+    const QPointer<TPickerForm> open = picker;
+    Find<QTableView>("LB_Sounds")->setFocus();
+    QTest::keyClick(Find<QTableView>("LB_Sounds"), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open.isNull() || open->isHidden(); }));
     EXPECT_EQ(Programs(), (std::vector{chosen, 1}));
     EXPECT_TRUE(form_->Session().Modified());
     EXPECT_EQ(song::CheckSong(form_->Session().Song()), "");
@@ -141,6 +148,10 @@ TEST_F(PickerTest, FavouritesAndSizeAreRemembered) {
     QTest::keyClick(Find<QLineEdit>("E_SelectSoundName"), Qt::Key_Down);
     EXPECT_EQ(families->topLevelItem(1)->text(1), "0");
     QTest::keyClick(picker, Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(families->topLevelItem(1)->text(1), "1");
+    Find<QPushButton>("Btn_Favourite")->click();
+    EXPECT_EQ(families->topLevelItem(1)->text(1), "0");
+    Find<QPushButton>("Btn_Favourite")->click();
     EXPECT_EQ(families->topLevelItem(1)->text(1), "1");
     picker->resize(760, 700);
     const int width = picker->width();
