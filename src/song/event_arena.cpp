@@ -53,28 +53,30 @@ EventArena::EventArena() {
 EventArena::Chunk EventArena::Take(std::size_t bytes) {
     const std::size_t rounded = std::bit_ceil(std::max(bytes, kSmallestChunk));
     const std::scoped_lock lock(mutex_);
-    std::vector<std::byte*>& reusable = free_[rounded];
-    if (!reusable.empty()) {
-        std::byte* begin = reusable.back();
+    SizeClass& size = sizes_[rounded];
+    if (!size.free.empty()) {
+        std::byte* begin = size.free.back();
         if (!system::CommitMemory(begin, rounded)) {
             throw std::bad_alloc();
         }
-        reusable.pop_back();
+        size.free.pop_back();
         return {begin, rounded};
     }
+    size.free.reserve(size.taken + 1);
     if (rounded > capacity_ - std::min(used_, capacity_) ||
         !system::CommitMemory(base_ + used_, rounded)) {
         throw std::bad_alloc();
     }
     std::byte* begin = base_ + used_;
     used_ += rounded;
+    ++size.taken;
     return {begin, rounded};
 }
 
-void EventArena::GiveBack(Chunk chunk) {
+void EventArena::GiveBack(Chunk chunk) noexcept {
     const std::scoped_lock lock(mutex_);
     system::DecommitMemory(chunk.begin, chunk.bytes);
-    free_[chunk.bytes].push_back(chunk.begin);
+    sizes_.find(chunk.bytes)->second.free.push_back(chunk.begin);
 }
 
 } // namespace tracksmith::song

@@ -33,13 +33,19 @@ public:
     /// std::bad_alloc when the range or the memory is used up.
     Chunk Take(std::size_t bytes);
 
-    /// Gives a chunk back; its memory returns to the system.
-    void GiveBack(Chunk chunk);
+    /// Gives a chunk back; its memory returns to the system. Needs no memory itself.
+    void GiveBack(Chunk chunk) noexcept;
 
     /// Bytes in the reserved range.
     std::size_t Capacity() const { return capacity_; }
 
 private:
+    // The chunks of one size.
+    struct SizeClass {
+        std::vector<std::byte*> free; // with room for all that were ever taken
+        std::size_t taken = 0;
+    };
+
     EventArena();
 
     // Constant while any link exists, hence readable without the lock.
@@ -47,7 +53,7 @@ private:
     std::size_t capacity_ = 0;
     std::size_t used_ = 0;
     std::mutex mutex_;
-    std::map<std::size_t, std::vector<std::byte*>> free_;
+    std::map<std::size_t, SizeClass> sizes_;
 };
 
 } // namespace tracksmith::song

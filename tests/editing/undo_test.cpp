@@ -117,6 +117,15 @@ TEST_F(UndoTest, FailedAndRefusedCommandsLeaveWhatCouldBeUndone) {
     EXPECT_EQ(Saved(), edited);
 }
 
+TEST_F(UndoTest, ASongEndsWithoutMemory) {
+    auto song = std::make_unique<song::Song>();
+    for (int i = 0; i < 20'000; ++i) { // several chunks
+        song->pool.NewEvent();
+    }
+    const FailingAllocation failing(0);
+    song.reset();
+}
+
 TEST_F(UndoTest, KeepsTracksThatCameLaterAndForgetsOtherSongs) {
     Open(ThreeNotes());
     ASSERT_TRUE(Edit(UndoTool::DeleteRange));
