@@ -74,8 +74,18 @@ TEST_F(BackupsTest, TheListRestoresAStateAndLeavesTheFile) {
     EXPECT_EQ(form_->Session().Work().file.name, Path("waltz.mid"));
     EXPECT_TRUE(form_->Session().Modified());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed list
+    static_cast<void>(backups::BackupFolder(backups::UsualBackupFolder())
+                          .Write({"Polka", "/songs/Polka.mid", "20261120_101112"}, Waltz()));
     Trigger("MMF_RestoreEarlier");
-    EXPECT_TRUE(Find<QCheckBox>("Chk_OnlyThisSong")->isChecked());
+    auto* onlyThis = Find<QCheckBox>("Chk_OnlyThisSong");
+    EXPECT_TRUE(onlyThis->isChecked());
+    const int all = static_cast<int>(Backups().size());
+    const int own = Find<QTableWidget>("Table_Backups")->rowCount();
+    onlyThis->click();
+    EXPECT_EQ(Find<QTableWidget>("Table_Backups")->rowCount(), all);
+    onlyThis->click();
+    EXPECT_EQ(Find<QTableWidget>("Table_Backups")->rowCount(), own);
+    EXPECT_LT(own, all);
     auto* listen = Find<QPushButton>("Btn_ListenToBackup");
     ASSERT_TRUE(QTest::qWaitFor([&] { return listen->isEnabled(); }));
     EXPECT_EQ(LabelText("Lbl_Differs"), "Against the open song: no difference");
