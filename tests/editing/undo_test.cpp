@@ -1,5 +1,9 @@
 #include "editing/undo.h"
 
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "support/failing_allocation.h"
@@ -115,6 +119,16 @@ TEST_F(UndoTest, FailedAndRefusedCommandsLeaveWhatCouldBeUndone) {
     host.answer = true;
     EXPECT_TRUE(undo.MME_UndoClick(host));
     EXPECT_EQ(Saved(), edited);
+}
+
+// Windows come and go while the session stays.
+TEST_F(UndoTest, WhatHasEndedIsToldNothing) {
+    Open(ThreeNotes());
+    alignas(Undo) std::array<std::byte, sizeof(Undo)> place{};
+    std::destroy_at(new (place.data()) Undo(session));
+    place.fill(std::byte{0}); // a call would end the program
+    ASSERT_TRUE(Edit(UndoTool::CopyRange));
+    EXPECT_TRUE(undo.Enabled());
 }
 
 TEST_F(UndoTest, ASongEndsWithoutMemory) {
