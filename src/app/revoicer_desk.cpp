@@ -31,6 +31,8 @@ void RevoicerDesk::Refresh() {
     instrument_ = work.outputs.outputs.front().id;
     if (instrument_ != former) {
         suggester_.reset();
+        suggested_.clear();
+        imported_.clear();
     }
     table_ = RevoicerTable::Load(store_, InstrumentName());
     rule_ = instruments::RevoiceRuleOf(work.outputs);
@@ -62,14 +64,30 @@ void RevoicerDesk::CollectRows() {
         };
         const auto line = std::ranges::find_if(table_.Rows(), fits);
         if (line != table_.Rows().end()) {
-            row.line = static_cast<std::size_t>(line - table_.Rows().begin());
-            row.ticked = line->ticked;
-            row.target = line->entry->target;
-            row.targetName = line->entry->targetName;
+            FillFromLine(row, static_cast<std::size_t>(line - table_.Rows().begin()));
         }
         row.source = std::move(voice);
         thisSong_.push_back(std::move(row));
     }
+}
+
+void RevoicerDesk::FillFromLine(Row& row, std::size_t line) const {
+    const RevoicerTable::Row& from = table_.Rows()[line];
+    row.line = line;
+    row.origin = OriginOf(*from.entry);
+    row.ticked = from.ticked;
+    row.target = from.entry->target;
+    row.targetName = from.entry->targetName;
+}
+
+RevoicerDesk::Origin RevoicerDesk::OriginOf(const RevoiceEntry& entry) const {
+    const auto among = [&](const std::vector<RevoiceEntry>& entries) {
+        return std::ranges::find(entries, entry) != entries.end();
+    };
+    if (among(suggested_)) {
+        return Origin::Suggested;
+    }
+    return among(imported_) ? Origin::Imported : Origin::Table;
 }
 
 std::optional<VoiceNumbers> RevoicerDesk::NewVoiceAt(std::size_t channel, std::int32_t tick) const {
@@ -90,10 +108,7 @@ std::vector<RevoicerDesk::Row> RevoicerDesk::WholeTable() const {
             row = *inSong;
         } else {
             row.source = {false, line.entry->source, line.entry->sourceName, {}};
-            row.line = i;
-            row.ticked = line.ticked;
-            row.target = line.entry->target;
-            row.targetName = line.entry->targetName;
+            FillFromLine(row, i);
         }
         rows.push_back(std::move(row));
     }
@@ -131,7 +146,10 @@ std::size_t RevoicerDesk::SuggestMissing() {
     std::size_t put = 0;
     const auto suggestions = SuggestVoices(missing, tables_, instrument_, options_(instrument_), 1);
     for (const RevoiceEntry& entry : FirstEntries(suggestions)) {
-        put += table_.Put(entry) ? 1U : 0U;
+        if (table_.Put(entry)) {
+            suggested_.push_back(entry);
+            ++put;
+        }
     }
     return put;
 }
@@ -143,7 +161,10 @@ bool RevoicerDesk::Save() {
 }
 
 bool RevoicerDesk::Put(const VoiceInSong& source, const instruments::Voice& target) {
-    const bool put = table_.Put(EntryFor(source, target));
+    const RevoiceEntry entry = EntryFor(source, target);
+    const bool put = table_.Put(entry);
+    std::erase(suggested_, entry); // the user's own choice from now on
+    std::erase(imported_, entry);
     return Save() && put;
 }
 
@@ -166,6 +187,7 @@ std::optional<std::size_t> RevoicerDesk::Import(std::string_view text, bool& sto
     stored = true;
     for (const RevoiceEntry& entry : read->Applied()) {
         stored = table_.Put(entry) && stored;
+        imported_.push_back(entry);
     }
     stored = Save() && stored;
     return std::nullopt;

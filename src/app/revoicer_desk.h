@@ -19,6 +19,13 @@ namespace tracksmith::app {
 /// song in memory. Every change of the table is stored at once. Owner's thread of the session.
 class RevoicerDesk {
 public:
+    /// Where a line of the table comes from.
+    enum class Origin : std::uint8_t {
+        Table,     ///< stored before, or chosen by the user
+        Suggested, ///< put in by SuggestMissing since the desk was opened
+        Imported   ///< read from a file since the desk was opened
+    };
+
     /// What the window shows of a voice: its place in the song, in the table, or in both.
     struct Row {
         VoiceInSong source;
@@ -26,6 +33,7 @@ public:
         std::size_t programChanges = 0;
         /// Its line in the table; none for a voice of the song that is not replaced yet.
         std::optional<std::size_t> line;
+        Origin origin = Origin::Table;
         bool ticked = false;
         instruments::VoiceNumbers target;
         std::string targetName;
@@ -80,6 +88,8 @@ public:
 
 private:
     void CollectRows();
+    void FillFromLine(Row& row, std::size_t line) const;
+    Origin OriginOf(const instruments::RevoiceEntry& entry) const;
     const instruments::VoiceSuggester& Suggester();
 
     session::Session& session_;
@@ -95,6 +105,8 @@ private:
     // The new voice of each program change that is replaced, by its place in memory.
     std::unordered_map<std::uint32_t, instruments::VoiceNumbers> newVoices_;
     std::vector<Row> thisSong_;
+    std::vector<instruments::RevoiceEntry> suggested_;
+    std::vector<instruments::RevoiceEntry> imported_;
     std::optional<instruments::VoiceSuggester> suggester_;
 };
 

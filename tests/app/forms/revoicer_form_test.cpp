@@ -52,6 +52,7 @@ protected:
         }
         return rows;
     }
+    std::string Source() const { return grid_->item(0, 8)->text().toStdString(); }
     void Press(const char* button) const { Find<QPushButton>(button)->click(); }
     instruments::RevoicerTable Stored() const {
         return instruments::RevoicerTable::Load(*store_, kGenos);
@@ -77,6 +78,7 @@ TEST_F(RevoicerFormTest, SuggestsTicksChoosesAndDeletes) {
     EXPECT_FALSE(Find<QPushButton>("Btn_Revoice")->isEnabled());
     Press("Btn_Suggest");
     EXPECT_EQ(Rows(), "x|3, 4|Nylon Guitar|0·0·25|2|NylonGuitar SW (S.Art!)|8·34·1\n");
+    EXPECT_EQ(Source(), "suggested");
     EXPECT_EQ(grid_->item(0, 7)->data(Qt::AccessibleTextRole).toString().toStdString(), "5 of 5");
     EXPECT_EQ(LabelText("Lbl_RevoicerCounts"),
               "1 of 2 program changes will be replaced; "
@@ -93,6 +95,7 @@ TEST_F(RevoicerFormTest, SuggestsTicksChoosesAndDeletes) {
     menu->actions().at(1)->trigger();
     menu->close();
     EXPECT_EQ(Stored().Rows().at(0).entry->targetName, "SpanishGuitar (S.Art!)");
+    EXPECT_EQ(Source(), "own table");
     QTest::keyClick(grid_, Qt::Key_Delete);
     EXPECT_TRUE(Stored().Rows().empty());
     EXPECT_EQ(Rows().front(), '-');
@@ -139,6 +142,7 @@ TEST_F(RevoicerFormTest, TablesAreReadAndWritten) {
     EXPECT_EQ(grid_->rowCount(), 2); // the whole table is shown now
     Press("Btn_ThisSong");
     EXPECT_EQ(Rows(), "x|3, 4|Nylon Guitar|0·0·25|2|New|8·34·1\n");
+    EXPECT_EQ(Source(), "imported");
     window->ExportFile(Path("out.tsv"));
     std::size_t badLine = 0;
     const auto bytes = test::FileBytes(Path("out.tsv"));

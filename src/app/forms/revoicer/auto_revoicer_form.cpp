@@ -38,6 +38,7 @@ enum Column {
     ToColumn,
     ToNumbersColumn,
     MatchColumn,
+    SourceColumn,
     Columns
 };
 
@@ -78,7 +79,7 @@ TAutoRevoicerForm::TAutoRevoicerForm(SessionSignals& session, app::RevoicerDesk 
     connect(&signals_, &SessionSignals::RoutesChanged, this, &TAutoRevoicerForm::LoadRevoiceData);
     connect(&signals_, &SessionSignals::PlaceChanged, this, &TAutoRevoicerForm::UpdateTrial);
     connect(&signals_, &SessionSignals::PlayingChanged, this, [this] { ShowState(); });
-    resize(fontMetrics().height() * 56, fontMetrics().height() * 34);
+    resize(fontMetrics().height() * 63, fontMetrics().height() * 34);
     LoadRevoiceData();
     grid_->setFocus();
 }
@@ -141,10 +142,10 @@ void TAutoRevoicerForm::BuildGrid() {
     grid_ = new QTableWidget(0, Columns, this);
     grid_->setObjectName(QStringLiteral("ASG_Revoicer"));
     grid_->setAccessibleName(Say(revoicer_texts::kGrid));
-    grid_->setHorizontalHeaderLabels({QString(), Say(revoicer_texts::kChannels),
-                                      Say(revoicer_texts::kFrom), Say(revoicer_texts::kNumbers),
-                                      Say(revoicer_texts::kChanges), Say(revoicer_texts::kTo),
-                                      Say(revoicer_texts::kNumbers), Say(revoicer_texts::kMatch)});
+    grid_->setHorizontalHeaderLabels(
+        {QString(), Say(revoicer_texts::kChannels), Say(revoicer_texts::kFrom),
+         Say(revoicer_texts::kNumbers), Say(revoicer_texts::kChanges), Say(revoicer_texts::kTo),
+         Say(revoicer_texts::kNumbers), Say(revoicer_texts::kMatch), Say(revoicer_texts::kSource)});
     grid_->horizontalHeaderItem(MatchColumn)->setToolTip(Say(revoicer_texts::kMatchHint));
     grid_->setIconSize(MatchIconSize());
     grid_->verticalHeader()->hide();
@@ -153,6 +154,7 @@ void TAutoRevoicerForm::BuildGrid() {
     grid_->setSelectionMode(QAbstractItemView::SingleSelection);
     grid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid_->setShowGrid(false);
+    grid_->setWordWrap(false);
     grid_->setAlternatingRowColors(true);
     grid_->setTabKeyNavigation(false);
     grid_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -250,6 +252,9 @@ void TAutoRevoicerForm::PutRow(int row) {
         ->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     put(ToColumn, replaced ? ToQString(shown.targetName) : Say(revoicer_texts::kNotReplaced));
     put(ToNumbersColumn, replaced ? NumbersText(shown.target) : QString());
+    put(SourceColumn, replaced
+                          ? Say(revoicer_texts::kOrigins.at(static_cast<std::size_t>(shown.origin)))
+                          : QString());
     QTableWidgetItem* match = put(MatchColumn, {});
     const auto nearness = replaced && desk_.CanSuggest()
                               ? desk_.NearnessOf(shown.source, shown.target)

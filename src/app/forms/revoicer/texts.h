@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "base/text.h"
 
 /// Texts of the auto revoicer's window.
@@ -36,8 +38,13 @@ inline constexpr Text kMatch{De{"Nähe"}, En{"Match"}};
 inline constexpr Text kMatchHint{
     De{"Wie nahe der Klang nach Name und Kategorie dem alten kommt, in fünf Stufen"},
     En{"How near the voice comes to the old one by name and category, in five steps"}};
+inline constexpr Text kSource{De{"Herkunft"}, En{"Source"}};
+/// In the order of app::RevoicerDesk::Origin.
+inline constexpr std::array<Text, 3> kOrigins{{Text{De{"eigene Tabelle"}, En{"own table"}},
+                                               Text{De{"vorgeschlagen"}, En{"suggested"}},
+                                               Text{De{"eingelesen"}, En{"imported"}}}};
 inline constexpr Text kMatchOf{De{"%1 von 5"}, En{"%1 of 5"}};
-inline constexpr Text kNotReplaced{De{"bleibt (Eingabetaste: Vorschläge)"},
+inline constexpr Text kNotReplaced{De{"bleibt (Eingabe: Vorschläge)"},
                                    En{"stays (Enter: suggestions)"}};
 inline constexpr Text kNoSuggestion{De{"Kein Klang des Instruments kommt nahe"},
                                     En{"No voice of the instrument comes near"}};
