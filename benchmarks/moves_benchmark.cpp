@@ -1,6 +1,8 @@
 #include "moves_benchmark.h"
 
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "song_generator.h"
 #include "timing_driver.h"
 
+#include "app/backups/auto_backup.h"
 #include "app/load_sequence.h"
 #include "mixer/mixer.h"
 #include "song/track_walk.h"
@@ -36,17 +39,29 @@ std::vector<std::int64_t> NoteTimes(const song::Song& song, std::int64_t fromMs)
     return times;
 }
 
-/// What a display does with the mixer for each of its frames; with `moving` every volume goes up
-/// and down.
-void DrawFrame(mixer::Mixer& mixer, std::uint64_t frame, bool moving) {
-    mixer.Refresh();
-    mixer.LetLevelsFall();
-    for (std::size_t channel = 0; moving && channel < song::kMidiChannels; ++channel) {
+/// What goes on beside playing, called for each frame of a display.
+using Beside = std::function<void(mixer::Mixer& mixer, std::uint64_t frame)>;
+
+void MoveNothing(mixer::Mixer& /*mixer*/, std::uint64_t /*frame*/) {}
+
+void MoveVolumes(mixer::Mixer& mixer, std::uint64_t frame) {
+    for (std::size_t channel = 0; channel < song::kMidiChannels; ++channel) {
         mixer.Move(channel, mixer::Control::Volume, static_cast<double>((frame + channel) % 128));
     }
 }
 
-Lateness PlayFor(session::Session& session, TimingDriver& driver, bool moving) {
+/// Every second a volume is moved and the song backed up.
+Beside BackUp(backups::AutoBackup& backup) {
+    return [&backup](mixer::Mixer& mixer, std::uint64_t frame) {
+        constexpr std::uint64_t kFrames = 30;
+        if (frame % kFrames == kFrames / 2) {
+            mixer.Move(0, mixer::Control::Volume, static_cast<double>(frame % 128));
+            Require(backup.WriteNow(), "be backed up");
+        }
+    };
+}
+
+Lateness PlayFor(session::Session& session, TimingDriver& driver, const Beside& beside) {
     player::TMidiPlayer& player = session.Controls().Player();
     const std::int64_t from = player.SongEndTime() / 2;
     Require(player.MoveToTimePosition(from), "move");
@@ -59,7 +74,9 @@ Lateness PlayFor(session::Session& session, TimingDriver& driver, bool moving) {
     const Clock::time_point end = Clock::now() + kPlayed;
     auto next = Clock::now();
     for (std::uint64_t frame = 0; Clock::now() < end; ++frame) {
-        DrawFrame(mixer, frame, moving);
+        mixer.Refresh();
+        mixer.LetLevelsFall();
+        beside(mixer, frame);
         for (next += kFrame; Clock::now() < next;) {
             mixer.Flush();
             std::this_thread::sleep_for(5ms);
@@ -71,6 +88,17 @@ Lateness PlayFor(session::Session& session, TimingDriver& driver, bool moving) {
     for (std::size_t i = 0; i < count; ++i) {
         lateness.Add(driver.Time(i) - (start + due[i] * 1ms));
     }
+    return lateness;
+}
+
+Lateness PlayBackingUp(session::Session& session, TimingDriver& driver, MessageHost& host) {
+    const auto folder = std::filesystem::temp_directory_path() / "tracksmith_benchmark_backups";
+    Lateness lateness;
+    {
+        backups::AutoBackup backup(session, folder, host);
+        lateness = PlayFor(session, driver, BackUp(backup));
+    }
+    std::filesystem::remove_all(folder);
     return lateness;
 }
 
@@ -86,8 +114,9 @@ void MeasureMoves(std::ostream& out) {
     const auto file = std::make_shared<const std::vector<std::uint8_t>>(GenerateSong(2'000'000));
     app::OpenMidiData(session, file, "benchmark.mid", host);
     out << "2 million events beside the mixer:\n";
-    PrintLateness(out, "controls at rest", PlayFor(session, driver, false));
-    PrintLateness(out, "all volumes moving", PlayFor(session, driver, true));
+    PrintLateness(out, "controls at rest", PlayFor(session, driver, MoveNothing));
+    PrintLateness(out, "all volumes moving", PlayFor(session, driver, MoveVolumes));
+    PrintLateness(out, "backup every second", PlayBackingUp(session, driver, host));
     PrintLateness(out, "1 ms poll", PollLoop(1000, 10));
     session.EndPlayer();
 }
