@@ -30,6 +30,9 @@ Json RowJson(const Difference& row, const song::TimeMap& before, const song::Tim
         json["length"] = row.length;
         json["source"] = row.change == Change::Copied ? Json(row.source) : Json();
     }
+    if (wording.doneBy) {
+        json["doneBy"] = words.doneBy;
+    }
     return json;
 }
 

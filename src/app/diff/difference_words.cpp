@@ -119,6 +119,7 @@ public:
         } else {
             WriteValues();
         }
+        words_.doneBy = wording_.doneBy ? wording_.doneBy(row_) : std::string();
         return words_;
     }
 
@@ -276,7 +277,7 @@ std::string DifferencesText(const Differences& differences, const song::TimeMap&
         }
         const DifferenceWords words = WordsOf(row, before, after, wording);
         text += "  " + words.position + "  " + words.kind + ": " + words.before + " -> " +
-                words.after + "\n";
+                words.after + (words.doneBy.empty() ? "" : " [" + words.doneBy + "]") + "\n";
     }
     return text;
 }

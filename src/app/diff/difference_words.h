@@ -23,6 +23,8 @@ struct DifferenceWords {
     /// How it was and how it is.
     std::string before;
     std::string after;
+    /// Which tools may have done it; empty where nobody knows.
+    std::string doneBy;
 };
 
 /// Names the voice of a channel (0-15) by its program and what is known of its bank; empty when it
@@ -36,6 +38,8 @@ struct Wording {
     Language language = Language::English;
     /// None gives the numbers of voices alone.
     VoiceNamer voiceName{};
+    /// Names the tools that have done it; none where that is not known.
+    std::function<std::string(const Difference&)> doneBy{};
 };
 
 /// `before` and `after` are the songs that were compared.

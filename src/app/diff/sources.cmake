@@ -16,4 +16,6 @@ set(SOURCES
   edge_items.h
   event_slot.cpp
   event_slot.h
+  fingerprint.cpp
+  fingerprint.h
   texts.h)

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms/changes/background_comparison.h"
+#include "app/forms/changes/change_log.h"
 #include "app/forms/changes/changes_form.h"
 #include "app/forms/changes/changes_watch.h"
 #include "app/forms/guide/guide_desk.h"
@@ -94,6 +95,7 @@ TMainForm::~TMainForm() {
     delete health_.data();   // shows what ends here
     delete changes_.data();
     changesWatch_.reset();
+    changeLog_.reset();
     backupComparison_.reset();
     healthWatch_.reset();
     signals_.reset();
@@ -118,6 +120,7 @@ void TMainForm::BuildPlayer(std::unique_ptr<devices::MidiDevices> devices) {
     signals_ = std::make_unique<SessionSignals>(session_);
     healthWatch_ = std::make_unique<HealthWatch>(session_, [this] { return HealthOptionsOf(); });
     connect(healthWatch_.get(), &HealthWatch::Changed, this, &TMainForm::ShowFindings);
+    changeLog_ = std::make_unique<ChangeLog>(session_);
     changesWatch_ = std::make_unique<ChangesWatch>(session_, *signals_);
     mixer_->Live().SetLiveWhileStopped(settings_.ReadSwitch(kLiveWhileStopped));
     sound_.Attach(*devices_, session_.Controls());

@@ -60,6 +60,7 @@ class DropHint;
 class GuideDesk;
 class BackgroundComparison;
 class ChangesForm;
+class ChangeLog;
 class ChangesWatch;
 class EmptyPage;
 class HealthForm;
@@ -354,6 +355,7 @@ private:
     std::unique_ptr<SongPickerHost> pickerHost_;
     std::unique_ptr<HealthWatch> healthWatch_;
     /// Works while its window is open.
+    std::unique_ptr<ChangeLog> changeLog_;
     std::unique_ptr<ChangesWatch> changesWatch_;
     std::unique_ptr<BackgroundComparison> backupComparison_;
     std::unique_ptr<SongLoader> loader_;

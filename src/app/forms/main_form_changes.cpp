@@ -10,6 +10,7 @@
 #include <QShortcut>
 
 #include "app/channel_voices.h"
+#include "app/forms/changes/change_log.h"
 #include "app/forms/changes/changes_form.h"
 #include "app/forms/changes/changes_watch.h"
 #include "app/forms/changes/texts.h"
@@ -59,7 +60,11 @@ void TMainForm::MMF_WhatChangedClick() {
                     file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()}, host_);
             });
         },
-        VoiceNamer(), [this] { ShowLoadingChanges(); }};
+        VoiceNamer(),
+        [this](const diff::Difference& row) {
+            return changeLog_->DoneBy(row, host_.CurrentLanguage());
+        },
+        [this] { ShowLoadingChanges(); }};
     changesWatch_->SetActive(true, host_.CurrentLanguage());
     changes_ = new ChangesForm(*signals_, *changesWatch_, actions, host_.CurrentLanguage(), this);
     // Here, too, where the mixer is looked at.

@@ -23,6 +23,8 @@ set(SOURCES
   backups/texts.h
   changes/background_comparison.cpp
   changes/background_comparison.h
+  changes/change_log.cpp
+  changes/change_log.h
   changes/changes_form.cpp
   changes/changes_form.h
   changes/changes_form_acts.cpp

@@ -63,6 +63,9 @@ bool Session::MakeChange(const ChangeKind& kind, MessageHost& host, const Edit& 
     if (player_) {
         static_cast<void>(player_->SetTempoOffset(0));
     }
+    if (!kind.replaces) {
+        listeners_.Tell(&SessionListener::OnChanging);
+    }
     const auto finish = [&] {
         BringInOrder(kind);
         if (player_ && !kind.replaces) {

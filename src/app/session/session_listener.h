@@ -14,6 +14,8 @@ public:
     SessionListener& operator=(const SessionListener&) = delete;
     virtual ~SessionListener() = default;
 
+    /// The song is about to be changed, not replaced: it is still as it was, playing has ended.
+    virtual void OnChanging() {}
     /// The song has been changed or replaced: every link into it must be found again.
     virtual void OnSongChanged(const ChangeKind& /*kind*/) {}
     /// Another song, or none, is about to replace this one, which has changes that are not saved.

@@ -6,8 +6,11 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "app/forms/changes/change_log.h"
 #include "app/forms/form_fixture.h"
 #include "app/save_song.h"
+#include "song/event_chain.h"
+#include "song/shared_byte.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -59,8 +62,8 @@ protected:
 
 const std::string kTempo =
     "Whole song  –  2 changes\n"
-    "Tempo|001.01.000|120 BPM, 2 times|121 BPM and others";
-const std::string kNotes = "Channel 3  –  3 changes\nNote|001.01.000|3 notes|+1 semitones";
+    "Tempo|001.01.000|120 BPM, 2 times|121 BPM and others|Practice Tempo";
+const std::string kNotes = "Channel 3  –  3 changes\nNote|001.01.000|3 notes|+1 semitones|Mixer";
 
 TEST_F(ChangesFormTest, ShowsFiltersSeeksAndSaves) {
     OpenChanged();
@@ -83,8 +86,9 @@ TEST_F(ChangesFormTest, ShowsFiltersSeeksAndSaves) {
     chooser_->answers = {Path("changes.txt"), Path("changes.json")};
     Press("Btn_SaveText");
     EXPECT_EQ(Content("changes.txt"),
-              "Whole song\n  001.01.000  Tempo: 120 BPM, 2 times -> 121 BPM and others\n"
-              "Channel 3\n  001.01.000  Note: 3 notes -> +1 semitones\n");
+              "Whole song\n  001.01.000  Tempo: 120 BPM, 2 times -> 121 BPM and others "
+              "[Practice Tempo]\n"
+              "Channel 3\n  001.01.000  Note: 3 notes -> +1 semitones [Mixer]\n");
     Press("Btn_SaveJson");
     EXPECT_EQ(Content("changes.json").rfind(R"({"schema":1,"before":)", 0), 0U);
     Trigger("MMF_WhatChanged"); // only one window
@@ -152,6 +156,92 @@ TEST_F(ChangesFormTest, SavingAndAnotherSongEndWhatIsHeard) {
     form_->OpenMidiFile(Path("waltz.mid"));
     EXPECT_FALSE(form_->Session().HearsOther());
     EXPECT_EQ(Saved(), loaded_);
+}
+
+/// What is done to the song by one tool after the other, and by whom it is said to be done.
+class ChangeLogTest : public ChangesFormTest {
+protected:
+    void SetUp() override {
+        ChangesFormTest::SetUp();
+        form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+        log_ = std::make_unique<ChangeLog>(form_->Session());
+    }
+    void TearDown() override {
+        log_.reset();
+        ChangesFormTest::TearDown();
+    }
+    void Change(const session::ChangeKind& kind, const std::function<void(song::Song&)>& edit) {
+        RecordingMessageHost host;
+        form_->Session().Change(kind, host, [&](session::Workspace& work) {
+            edit(work.song);
+            return true;
+        });
+    }
+    static diff::Difference Row(std::uint8_t channel, diff::Kind kind, std::uint16_t control = 0) {
+        diff::Difference row;
+        row.channel = channel;
+        row.kind = kind;
+        row.control = control;
+        return row;
+    }
+    std::string Controller(std::uint8_t channel, std::uint16_t control) {
+        return DoneBy(Row(channel, diff::Kind::Controller, control));
+    }
+    std::string Notes() { return DoneBy(Row(2, diff::Kind::Note)); }
+    std::string DoneBy(const diff::Difference& row) { return log_->DoneBy(row, Language::English); }
+
+    std::unique_ptr<ChangeLog> log_;
+};
+
+TEST_F(ChangeLogTest, NamesTheToolsThatTouchedTheControl) {
+    song::EventLink volume;
+    Change(session::kPrepareSong, [&](song::Song& song) {
+        volume = song::NewShortEvent(song.pool, 0, 0xB2, 7, 90);
+        song::InsertByTick(song.tracks.front(), volume);
+    });
+    EXPECT_EQ(Controller(2, 7), "Preparing");
+    EXPECT_EQ(Controller(3, 7), "Loading");
+    EXPECT_EQ(Controller(2, 10), "Loading");
+    EXPECT_EQ(Notes(), "Loading");
+    song::WriteShared(volume->data2, 70);
+    form_->Session().MarkModified();
+    EXPECT_EQ(Controller(2, 7), "Preparing, Mixer");
+    EXPECT_EQ(log_->DoneBy(Row(2, diff::Kind::Controller, 7), Language::German),
+              "Vorbereiten, Mixer");
+    // Back as it was after preparing: nobody's work but that.
+    song::WriteShared(volume->data2, 90);
+    form_->Session().MarkModified();
+    EXPECT_EQ(Controller(2, 7), "Preparing");
+    form_->Session().MarkSaved(Path("waltz.mid"), session::SaveFormat::AsSong);
+    form_->OpenMidiFile(Write("other.mid", Waltz()));
+    EXPECT_EQ(Controller(2, 7), "Loading");
+}
+
+TEST_F(ChangeLogTest, WhatMovesEverythingIsNamedWhereNobodyElseWasAtWork) {
+    static constexpr session::ChangeKind kCut{.name = Text{De{"Schneiden"}, En{"Cutting"}},
+                                              .takeBack = true};
+    diff::Difference stretch;
+    stretch.change = diff::Change::Cut;
+    Change(session::kPrepareSong, [](song::Song& song) {
+        song::InsertByTick(song.tracks.front(), song::NewShortEvent(song.pool, 480, 0xB2, 7, 90));
+    });
+    Change(kCut, [](song::Song& song) {
+        for (song::Track& track : song.tracks) {
+            for (song::EventLink event = track.first; event; event = event->next) {
+                event->tick /= 2;
+            }
+        }
+        song.songLength /= 2;
+    });
+    EXPECT_EQ(DoneBy(stretch), "Cutting");
+    EXPECT_EQ(Controller(2, 7), "Preparing");
+    EXPECT_EQ(Notes(), "Cutting");
+    Trigger("MME_TakeBack");
+    EXPECT_EQ(DoneBy(stretch), "Loading");
+    EXPECT_EQ(Notes(), "Loading");
+    EXPECT_EQ(Controller(2, 7), "Preparing");
+    Trigger("MME_TakeBack"); // and again
+    EXPECT_EQ(DoneBy(stretch), "Cutting");
 }
 
 } // namespace

@@ -37,7 +37,7 @@ ChangesForm::ChangesForm(SessionSignals& session, ChangesWatch& watch, ChangesAc
       watch_(watch),
       actions_(std::move(actions)),
       language_(language),
-      model_(new ChangesModel({language, actions_.voiceName}, this)) {
+      model_(new ChangesModel({language, actions_.voiceName, actions_.doneBy}, this)) {
     setObjectName(QStringLiteral("Dlg_WhatChanged"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(Say(changes_texts::kTitle));
@@ -205,8 +205,9 @@ void ChangesForm::Fit() {
     const int unit = fontMetrics().height();
     tree_->header()->resizeSection(ChangesModel::KindColumn, unit * 10);
     tree_->header()->resizeSection(ChangesModel::PositionColumn, unit * 7);
-    const int rest = tree_->viewport()->width() - unit * 17;
-    tree_->header()->resizeSection(ChangesModel::WasColumn, std::max(rest / 2, unit * 8));
+    const int rest = std::max(tree_->viewport()->width() - unit * 17, unit * 16);
+    tree_->header()->resizeSection(ChangesModel::WasColumn, rest * 2 / 5);
+    tree_->header()->resizeSection(ChangesModel::IsColumn, rest * 2 / 5);
 }
 
 const Difference* ChangesForm::Chosen() const {

@@ -37,6 +37,8 @@ struct ChangesActions {
     std::function<bool(const std::filesystem::path& file, const std::string& text)> write;
     /// Names voices on the instruments that are chosen.
     diff::VoiceNamer voiceName;
+    /// Names the tools that may have made a difference.
+    std::function<std::string(const diff::Difference&)> doneBy;
     /// Shows what loading and preparing have done.
     std::function<void()> showLoading;
 };

@@ -76,7 +76,7 @@ void ChangesForm::Save(FileKind kind) {
         return;
     }
     const session::FileState& state = session_.Session().Work().file;
-    const diff::Wording wording{language_, actions_.voiceName};
+    const diff::Wording wording{language_, actions_.voiceName, actions_.doneBy};
     const std::string text =
         kind == FileKind::ChangesText
             ? diff::DifferencesText(result->differences, result->beforeMap, result->afterMap,

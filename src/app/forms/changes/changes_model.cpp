@@ -130,7 +130,9 @@ QVariant ChangesModel::data(const QModelIndex& index, int role) const {
                        ? QVariant(icons_.at(static_cast<std::size_t>(row->kind)))
                        : QVariant();
         case Qt::ForegroundRole:
-            return index.column() == WasColumn ? QVariant(DimText(palette_)) : QVariant();
+            return index.column() == WasColumn || index.column() == DoneByColumn
+                       ? QVariant(DimText(palette_))
+                       : QVariant();
         default:
             return {};
     }
@@ -168,7 +170,7 @@ QString ChangesModel::Words(const diff::Difference& row, int column) const {
     const diff::DifferenceWords words =
         diff::WordsOf(row, songs_->beforeMap, songs_->afterMap, wording_);
     const std::array<const std::string*, Columns> cells{&words.kind, &words.position, &words.before,
-                                                        &words.after};
+                                                        &words.after, &words.doneBy};
     return ToQString(*cells.at(static_cast<std::size_t>(column)));
 }
 
@@ -177,8 +179,8 @@ QVariant ChangesModel::headerData(int section, Qt::Orientation orientation, int 
         return {};
     }
     static constexpr std::array<const Text*, Columns> kTitles{
-        &changes_texts::kKind, &changes_texts::kPosition, &changes_texts::kWas,
-        &changes_texts::kIs};
+        &changes_texts::kKind, &changes_texts::kPosition, &changes_texts::kWas, &changes_texts::kIs,
+        &changes_texts::kDoneBy};
     return InLanguage(*kTitles.at(static_cast<std::size_t>(section)), language_);
 }
 

@@ -41,7 +41,7 @@ class ChangesModel : public QAbstractItemModel {
     Q_OBJECT
 
 public:
-    enum Column { KindColumn, PositionColumn, WasColumn, IsColumn, Columns };
+    enum Column { KindColumn, PositionColumn, WasColumn, IsColumn, DoneByColumn, Columns };
 
     explicit ChangesModel(diff::Wording wording, QObject* parent = nullptr)
         : QAbstractItemModel(parent), language_(wording.language), wording_(std::move(wording)) {}

@@ -19,6 +19,10 @@ inline constexpr Text kKind{De{"Art"}, En{"Kind"}};
 inline constexpr Text kPosition{Both{"Position"}};
 inline constexpr Text kWas{De{"Geladen"}, En{"As loaded"}};
 inline constexpr Text kIs{De{"Jetzt"}, En{"Now"}};
+inline constexpr Text kDoneBy{De{"Durch"}, En{"Done by"}};
+inline constexpr Text kByLoading{De{"Laden"}, En{"Loading"}};
+inline constexpr Text kByMixer{Both{"Mixer"}};
+inline constexpr Text kByPracticeTempo{De{"Übungstempo"}, En{"Practice Tempo"}};
 inline constexpr Text kOneChange{De{"1 Änderung"}, En{"1 change"}};
 inline constexpr Text kSomeChanges{De{"%1 Änderungen"}, En{"%1 changes"}};
 inline constexpr Text kStays{De{"%1. Die Datei selbst bleibt, wie sie ist, bis Sie speichern."},
