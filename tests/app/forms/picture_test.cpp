@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "app/forms/dialogs.h"
+#include "app/forms/slow_medium.h"
 
 // Whether the windows still look as they did when somebody looked at them. With
 // TRACKSMITH_KEEP_PICTURES in the environment the pictures are painted anew instead; look at them
@@ -136,6 +137,32 @@ TEST_F(PictureTest, FaultsAndLampsLookAsTheyDid) {
 TEST_F(PictureTest, TheStartPageLooksAsItDid) {
     Trigger("MMF_FirstSteps");
     ExpectPicture(*form_, "start");
+}
+
+// A song that takes its time, and then is none; the same in German, in a small window, in large
+// letters.
+TEST_F(PictureTest, LoadingAndRefusalLookAsTheyDid) {
+    SlowMedium medium;
+    OpenDemo();
+    form_->Loader().SetTimes(
+        {std::chrono::milliseconds(0), std::chrono::milliseconds(0), std::chrono::milliseconds(0)});
+    form_->Loader().SetReader(medium.Reader());
+    test::Bytes bytes = Waltz();
+    bytes.resize(bytes.size() / 2);
+    const auto cut = Write("waltz.mid", bytes);
+    form_->OpenMidiFile(cut);
+    ExpectPicture(*form_, "loading");
+    Trigger("MMF_German");
+    {
+        BoxAnswer box("Btn_Ok");
+        medium.Deliver(cut);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !box.text.empty(); }));
+    }
+    form_->resize(1024, 700);
+    ExpectPicture(*form_, "refused");
+    form_->resize(1280, 720);
+    Trigger("MMV_TextSize200");
+    ExpectPicture(*form_, "large");
 }
 
 } // namespace

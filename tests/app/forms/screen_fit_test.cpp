@@ -2,6 +2,7 @@
 #include "dialogs.h"
 #include "form_fixture.h"
 #include <QDialog>
+#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>

@@ -22,6 +22,7 @@ set(SOURCES
   recent_files_test.cpp
   revoicer_form_test.cpp
   screen_fit_test.cpp
+  slow_medium.h
   song_display_test.cpp
   start_page_test.cpp)
 if(WIN32)
