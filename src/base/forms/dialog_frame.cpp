@@ -25,6 +25,13 @@ void AddColumn(QWidget& page) {
     column->setSpacing(Gap());
 }
 
+QPushButton* NewButton(const char* objectName, const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(QLatin1String(objectName));
+    button->setAutoDefault(false);
+    return button;
+}
+
 void AddCloseButton(QDialog& dialog, Language language) {
     static constexpr Text kClose{De{"&Schließen"}, En{"&Close"}};
     auto* close = new QPushButton(InLanguage(kClose, language));

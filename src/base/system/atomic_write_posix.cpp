@@ -16,10 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::error_code LastError() {
-    return {errno, std::system_category()};
-}
-
 // Follows links by hand, since the last one may point to a file that is still to be made.
 fs::path LinkTarget(fs::path path) {
     constexpr int kMostLinks = 40;

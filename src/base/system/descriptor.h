@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cerrno>
+#include <system_error>
 #include <unistd.h>
 
 namespace tracksmith::system {
@@ -20,5 +22,10 @@ public:
 private:
     int handle_;
 };
+
+/// Why the last call of the system failed.
+inline std::error_code LastError() {
+    return {errno, std::system_category()};
+}
 
 } // namespace tracksmith::system

@@ -24,10 +24,6 @@ bool ReadAll(int handle, std::span<std::uint8_t> target) {
     return true;
 }
 
-std::error_code LastError() {
-    return {errno, std::system_category()};
-}
-
 // A regular file that is open for reading, or why it is not.
 struct OpenedFile {
     explicit OpenedFile(const std::filesystem::path& path)

@@ -31,13 +31,6 @@ namespace {
 
 enum Column { DateColumn, SongColumn, SizeColumn, FileColumn, Columns };
 
-QPushButton* NewButton(const char* objectName, const QString& text) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(QLatin1String(objectName));
-    button->setAutoDefault(false);
-    return button;
-}
-
 } // namespace
 
 QString BackupDate(const backups::Backup& backup, Language language) {

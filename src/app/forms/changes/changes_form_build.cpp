@@ -25,17 +25,6 @@
 // What the window of the changes consists of.
 
 namespace tracksmith::forms {
-namespace {
-
-QPushButton* NewButton(const char* objectName, const QString& text) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(QLatin1String(objectName));
-    button->setAutoDefault(false);
-    return button;
-}
-
-} // namespace
-
 void ChangesForm::BuildHeader(QVBoxLayout& column) {
     QLabel* title = NewLabel("Lbl_ChangesTitle", this);
     title->setText(Say(changes_texts::kTitle));

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
 #include "base/forms/qt_text.h"
 #include "base/forms/theme.h"
@@ -18,11 +19,9 @@
 namespace tracksmith::forms {
 namespace {
 
-QPushButton* NewButton(const char* objectName, bool checkable) {
-    auto* button = new QPushButton;
-    button->setObjectName(QLatin1String(objectName));
-    button->setAutoDefault(false);
-    button->setCheckable(checkable);
+QPushButton* NewChoice(const char* objectName) {
+    QPushButton* button = NewButton(objectName, {});
+    button->setCheckable(true);
     return button;
 }
 
@@ -32,10 +31,10 @@ ListeningRow::ListeningRow(SessionSignals& session, Language language, QWidget* 
     : QWidget(parent),
       session_(session),
       language_(language),
-      play_(NewButton("Btn_ChangesPlay", false)),
+      play_(NewButton("Btn_ChangesPlay", {})),
       place_(NewLabel("Lbl_ChangesPlace", nullptr)),
-      before_(NewButton("Btn_Before", true)),
-      after_(NewButton("Btn_After", true)) {
+      before_(NewChoice("Btn_Before")),
+      after_(NewChoice("Btn_After")) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Gap());

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "base/forms/dialog_frame.h"
 #include "base/forms/labels.h"
 #include "base/forms/panel.h"
 #include "base/forms/theme.h"
@@ -24,13 +25,6 @@
 
 namespace tracksmith::forms {
 namespace {
-
-QPushButton* NewButton(const char* objectName, const QString& text) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(QLatin1String(objectName));
-    button->setAutoDefault(false);
-    return button;
-}
 
 QLabel* NewTextBlock(const char* objectName) {
     QLabel* label = NewLabel(objectName, nullptr);
