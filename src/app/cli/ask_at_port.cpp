@@ -27,7 +27,7 @@ namespace {
 using app::AskState;
 using Json = nlohmann::ordered_json;
 
-constexpr int kSchema = 1;
+constexpr int kAnswerSchema = 1;
 constexpr std::chrono::milliseconds kLook{10};
 
 // By AskState.
@@ -123,7 +123,7 @@ private:
     }
 
     void WriteJson(const app::AskResult& result) const {
-        const Json head{{"schema", kSchema},
+        const Json head{{"schema", kAnswerSchema},
                         {"output", result.output},
                         {"input", result.input.empty() ? Json() : Json(result.input)},
                         {"state", kStates.at(static_cast<std::size_t>(result.state))}};

@@ -28,7 +28,7 @@ namespace {
 namespace fs = std::filesystem;
 using backups::Backup;
 
-constexpr int kSchema = 1;
+constexpr int kBackupsSchema = 1;
 
 struct BackupsArguments {
     bool json = false;
@@ -65,7 +65,7 @@ std::optional<std::vector<Backup>> ReadBackups(const CliContext& context) {
 void WriteJson(const CliContext& context, std::size_t number, const Backup& backup) {
     using Json = nlohmann::ordered_json;
     const Json json{
-        {"schema", kSchema},
+        {"schema", kBackupsSchema},
         {"number", number},
         {"name", backup.name.FileName()},
         {"song", backup.name.song},

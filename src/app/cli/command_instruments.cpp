@@ -13,7 +13,7 @@
 namespace tracksmith::cli {
 namespace {
 
-constexpr int kSchema = 2;
+constexpr int kInstrumentsSchema = 2;
 
 struct InstrumentsArguments {
     std::vector<std::string> words;
@@ -58,7 +58,7 @@ nlohmann::ordered_json OperationsJson(const InstrumentLine& line, Language langu
 
 void WriteJson(const CliContext& context, const InstrumentLine& line) {
     nlohmann::ordered_json json{
-        {"schema", kSchema},
+        {"schema", kInstrumentsSchema},
         {"id", line.instrument->id},
         {"name", line.instrument->name},
         {"voices", line.voices},

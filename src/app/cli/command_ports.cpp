@@ -15,7 +15,7 @@
 namespace tracksmith::cli {
 namespace {
 
-constexpr int kSchema = 1;
+constexpr int kPortsSchema = 1;
 
 /// Kinds of port by their number: as a name for programs and as a text.
 struct Technology {
@@ -35,7 +35,7 @@ const Technology& TechnologyOf(const PortDescription& port) {
 
 std::string PortJson(const PortDescription& port) {
     using Json = nlohmann::ordered_json;
-    const Json json{{"schema", kSchema},
+    const Json json{{"schema", kPortsSchema},
                     {"direction", port.output ? "output" : "input"},
                     {"name", port.name},
                     {"technology", TechnologyOf(port).name},

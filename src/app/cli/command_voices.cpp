@@ -25,7 +25,7 @@ namespace {
 using instruments::ImportedTable;
 using instruments::Voice;
 
-constexpr int kSchema = 1;
+constexpr int kVoicesSchema = 1;
 
 struct VoicesArguments {
     std::string instrument;
@@ -144,7 +144,7 @@ private:
     }
 
     void WriteJson(const Voice& voice, bool own) const {
-        const nlohmann::ordered_json json{{"schema", kSchema},
+        const nlohmann::ordered_json json{{"schema", kVoicesSchema},
                                           {"instrument", instrument_.name},
                                           {"family", voice.family},
                                           {"category", voice.category},

@@ -16,8 +16,7 @@ namespace {
 // Keeps the fields in the order in which they are written here.
 using Json = nlohmann::ordered_json;
 
-constexpr int kSchema = 1;
-constexpr int kChannels = 16;
+constexpr int kInfoSchema = 1;
 
 // Texts of a song need not be valid UTF-8.
 std::string Line(const Json& json) {
@@ -36,7 +35,7 @@ std::string HexText(const std::string& bytes) {
 
 // The fields that every line begins with.
 Json Start(const std::string& file, bool ok) {
-    Json json{{"schema", kSchema}};
+    Json json{{"schema", kInfoSchema}};
     if (IsUtf8(file)) {
         json["file"] = file;
     } else {
@@ -54,10 +53,11 @@ Json OrNull(const std::optional<std::uint8_t>& value) {
 Json TracksJson(const app::SongDescription& song) {
     Json tracks = Json::array();
     for (const auto& track : song.tracks) {
-        tracks.push_back({{"name", track.name},
-                          {"channel", track.channel < kChannels ? Json(track.channel + 1) : Json()},
-                          {"events", track.events},
-                          {"notes", track.notes}});
+        tracks.push_back(
+            {{"name", track.name},
+             {"channel", track.channel < song::kMidiChannels ? Json(track.channel + 1) : Json()},
+             {"events", track.events},
+             {"notes", track.notes}});
     }
     return tracks;
 }

@@ -13,7 +13,6 @@ namespace {
 constexpr std::size_t kLabelWidth = 15;
 constexpr std::size_t kNumberWidth = 9;
 constexpr std::size_t kChannelWidth = 9;
-constexpr std::uint8_t kChannels = 16;
 
 /// One description on its way to the stream.
 class InfoWriter {
@@ -133,7 +132,7 @@ private:
     }
 
     static std::string ChannelText(std::uint8_t channel) {
-        return channel < kChannels ? std::to_string(channel + 1) : "-";
+        return channel < song::kMidiChannels ? std::to_string(channel + 1) : "-";
     }
 
     // "≈" before a name that stands at another bank only.

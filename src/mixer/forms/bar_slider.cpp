@@ -11,7 +11,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr double kTextSize = 0.8;
+constexpr double kBarText = 0.8;
 constexpr int kMiddle = 64;
 
 } // namespace
@@ -23,7 +23,7 @@ BarSlider::BarSlider(int channel, mixer::Control control, QWidget* parent)
 }
 
 int BarSlider::LineHeight() const {
-    return QFontMetrics(ScaledFont(font(), kTextSize)).height();
+    return QFontMetrics(ScaledFont(font(), kBarText)).height();
 }
 
 QSize BarSlider::sizeHint() const {
@@ -31,7 +31,7 @@ QSize BarSlider::sizeHint() const {
 }
 
 QSize BarSlider::minimumSizeHint() const {
-    const QFontMetrics small(ScaledFont(font(), kTextSize));
+    const QFontMetrics small(ScaledFont(font(), kBarText));
     return {small.horizontalAdvance(QStringLiteral("Exp 127")) + 2, sizeHint().height()};
 }
 
@@ -64,7 +64,7 @@ std::optional<int> BarSlider::ValueAt(const QPoint& at) const {
 void BarSlider::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    painter.setFont(ScaledFont(font(), kTextSize));
+    painter.setFont(ScaledFont(font(), kBarText));
     const QColor text =
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText);
     painter.setPen(Mixed(text, palette().color(QPalette::Button), 0.75));

@@ -18,7 +18,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr double kTextSize = 0.8;
+constexpr double kMasterText = 0.8;
 
 } // namespace
 
@@ -49,7 +49,7 @@ void MasterStrip::LayOut() {
     QFont bold = ScaledFont(font(), 0.95);
     bold.setBold(true);
     title_->setFont(bold);
-    soloed_->setFont(ScaledFont(font(), kTextSize));
+    soloed_->setFont(ScaledFont(font(), kMasterText));
     soloed_->setAlignment(Qt::AlignHCenter);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(4, 5, 4, 5);
@@ -102,7 +102,7 @@ void MasterStrip::Transpose(int semitones) {
 QPushButton* MasterStrip::NewButton(const char* objectName) {
     auto* button = new QPushButton(this);
     button->setObjectName(QLatin1String(objectName));
-    button->setFont(ScaledFont(font(), kTextSize));
+    button->setFont(ScaledFont(font(), kMasterText));
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     button->setMinimumWidth(fontMetrics().height() * 4);
     return button;

@@ -10,7 +10,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr double kTextSize = 0.8;
+constexpr double kSignText = 0.8;
 constexpr int kPixelsOfSemitone = 6;
 
 } // namespace
@@ -49,7 +49,7 @@ std::optional<int> TransposeBox::ValueOf(const QString& text) const {
 void TransposeBox::paintEvent(QPaintEvent* event) {
     Q_UNUSED(event)
     QPainter painter(this);
-    painter.setFont(ScaledFont(font(), kTextSize));
+    painter.setFont(ScaledFont(font(), kSignText));
     if (drums_) {
         const QString drums = InLanguage(mixer_texts::kDrums, InForce());
         painter.setPen(DimText(palette()));

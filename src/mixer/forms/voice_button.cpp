@@ -9,7 +9,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr double kTextSize = 0.8;
+constexpr double kVoiceText = 0.8;
 /// Per cent of the usual width, for names that do not fit.
 constexpr int kNarrowLetters = 85;
 constexpr int kMargin = 4;
@@ -28,7 +28,7 @@ void VoiceButton::ShowVoice(const ShownVoice& voice, const QString& text) {
 }
 
 QSize VoiceButton::sizeHint() const {
-    const QFontMetrics small(ScaledFont(font(), kTextSize));
+    const QFontMetrics small(ScaledFont(font(), kVoiceText));
     return {small.averageCharWidth() * 6 + 2 * kMargin, 2 * small.height() + kMargin};
 }
 
@@ -41,7 +41,7 @@ void VoiceButton::paintEvent(QPaintEvent* event) {
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), CornerRadius() * 0.7,
                             CornerRadius() * 0.7);
     const QRect place = rect().adjusted(kMargin, kMargin / 2, -kMargin + 1, -kMargin / 2);
-    QFont small = ScaledFont(font(), kTextSize);
+    QFont small = ScaledFont(font(), kVoiceText);
     auto lines = VoiceLines(text(), QFontMetricsF(small), place.width());
     if (lines.first.endsWith(u'…') || lines.second.endsWith(u'…')) {
         small.setStretch(kNarrowLetters);

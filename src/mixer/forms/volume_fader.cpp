@@ -13,7 +13,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr double kTextSize = 0.9;
+constexpr double kScaleText = 0.9;
 constexpr double kCountSize = 0.75;
 constexpr int kScaleParts = 4;
 
@@ -150,7 +150,7 @@ void VolumeFader::PaintHandle(QPainter& painter) const {
 }
 
 void VolumeFader::PaintText(QPainter& painter) const {
-    painter.setFont(ScaledFont(font(), kTextSize));
+    painter.setFont(ScaledFont(font(), kScaleText));
     painter.setPen(Hollow() && channel_ >= 0 ? DimText(palette())
                                              : palette().color(QPalette::ButtonText));
     const QString text = channel_ < 0 ? TextOf(value()) : ShownText();

@@ -29,7 +29,7 @@ constexpr double kOthers = 0.62;
 /// Distance of the others in heights of their own.
 constexpr double kLineStep = 1.5;
 constexpr int kLinesAhead = 2;
-constexpr int kChordsAhead = 3;
+constexpr int kChordsOnPage = 3;
 constexpr double kAnySize = 100;
 
 } // namespace
@@ -137,9 +137,9 @@ void LyricsPage::PaintChords(QPainter& painter, const QRectF& rect) const {
     const double now = rect.width() * 0.4;
     PaintText(painter, {rect.left(), rect.top(), now, rect.height()}, model_.Chord(), size,
               Accent(palette()));
-    const double step = (rect.width() - now) / kChordsAhead;
+    const double step = (rect.width() - now) / kChordsOnPage;
     double left = rect.left() + now;
-    for (const QString& chord : model_.ChordsAhead(kChordsAhead)) {
+    for (const QString& chord : model_.ChordsAhead(kChordsOnPage)) {
         PaintText(painter, {left, rect.top(), step, rect.height()}, chord, size * kOthers,
                   DimText(palette()));
         left += step;

@@ -8,7 +8,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kEditRows = std::to_array<CommandRow>({
     {commands::kUndo, texts::kUndo, &TMainForm::MME_UndoClick, kWithUndo},
     {commands::kTakeBack,
      texts::kTakeBack,
@@ -41,6 +41,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kEditMenu{"Menu_Edit", texts::kMenuEdit, kRows};
+constinit const MenuArea kEditMenu{"Menu_Edit", texts::kMenuEdit, kEditRows};
 
 } // namespace tracksmith::forms

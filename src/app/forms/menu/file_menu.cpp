@@ -11,7 +11,7 @@ constinit const MenuArea kRecentMenu{"Menu_Recent", texts::kMenuRecent, {}};
 
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kFileRows = std::to_array<CommandRow>({
     {"MMF_NewMidifile",
      texts::kNew,
      &TMainForm::MMF_NewMidifileClick,
@@ -60,6 +60,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kFileMenu{"Menu_File", texts::kMenuFile, kRows};
+constinit const MenuArea kFileMenu{"Menu_File", texts::kMenuFile, kFileRows};
 
 } // namespace tracksmith::forms

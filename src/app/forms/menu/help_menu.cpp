@@ -8,7 +8,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kHelpRows = std::to_array<CommandRow>({
     {"MMF_UserGuide",
      guide_texts::kMenu,
      &TMainForm::MMF_UserGuideClick,
@@ -21,6 +21,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kHelpMenu{"Menu_Help", texts::kMenuHelp, kRows};
+constinit const MenuArea kHelpMenu{"Menu_Help", texts::kMenuHelp, kHelpRows};
 
 } // namespace tracksmith::forms

@@ -8,7 +8,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kInstrumentRows = std::to_array<CommandRow>({
     {commands::kChooseInstrument,
      texts::kChooseInstrument,
      &TMainForm::MMI_ChooseInstrumentClick,
@@ -30,6 +30,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kInstrumentMenu{"Menu_Instrument", texts::kMenuInstrument, kRows};
+constinit const MenuArea kInstrumentMenu{"Menu_Instrument", texts::kMenuInstrument,
+                                         kInstrumentRows};
 
 } // namespace tracksmith::forms

@@ -8,7 +8,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kPlayRows = std::to_array<CommandRow>({
     {commands::kPlayStop, texts::kPlay, &TMainForm::MMP_PlayStopClick, kWithSong, {"Space"}},
     {commands::kMoveToStart,
      texts::kMoveToStart,
@@ -61,6 +61,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kPlayMenu{"Menu_Play", texts::kMenuPlay, kRows};
+constinit const MenuArea kPlayMenu{"Menu_Play", texts::kMenuPlay, kPlayRows};
 
 } // namespace tracksmith::forms

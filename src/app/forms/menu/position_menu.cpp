@@ -8,7 +8,7 @@
 namespace tracksmith::forms {
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kPositionRows = std::to_array<CommandRow>({
     {"PMC_CopyStartPosition", texts::kCopyStartPosition, &TMainForm::PMC_CopyStartPositionClick,
      kWithSong},
     {"PMC_CopyEndPosition", texts::kCopyEndPosition, &TMainForm::PMC_CopyEndPositionClick,
@@ -26,6 +26,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kPositionMenu{"Menu_Position", texts::kMenuPosition, kRows};
+constinit const MenuArea kPositionMenu{"Menu_Position", texts::kMenuPosition, kPositionRows};
 
 } // namespace tracksmith::forms

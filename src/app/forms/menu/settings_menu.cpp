@@ -35,7 +35,7 @@ constinit const MenuArea kAutoBackupMenu{"Menu_AutoBackup", backup_texts::kMenuA
 
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kSettingsRows = std::to_array<CommandRow>({
     {"MMS_MidiPorts", texts::kMidiPorts, &TMainForm::MMS_MidiPortsClick},
     {"MMS_Instruments", texts::kInstrumentSettings, &TMainForm::MMS_InstrumentsClick},
     {.id = commands::kLiveWhileStopped,
@@ -52,6 +52,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kSettingsMenu{"Menu_Settings", texts::kMenuSettings, kRows};
+constinit const MenuArea kSettingsMenu{"Menu_Settings", texts::kMenuSettings, kSettingsRows};
 
 } // namespace tracksmith::forms

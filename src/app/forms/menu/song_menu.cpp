@@ -71,7 +71,7 @@ constexpr auto kWritingRows = std::to_array<CommandRow>({
 constexpr MenuArea kReading{"Menu_Reading", texts::kMenuReading, kReadingRows};
 constexpr MenuArea kWriting{"Menu_Writing", texts::kMenuWriting, kWritingRows};
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kSongRows = std::to_array<CommandRow>({
     {"MMF_Health", texts::kHealth, &TMainForm::MMF_HealthClick, kWithSong, {"F8"}},
     {"MMF_WhatChanged", texts::kWhatChanged, &TMainForm::MMF_WhatChangedClick, kWithSong},
     kLine,
@@ -81,6 +81,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kSongMenu{"Menu_Song", texts::kMenuSong, kRows};
+constinit const MenuArea kSongMenu{"Menu_Song", texts::kMenuSong, kSongRows};
 
 } // namespace tracksmith::forms

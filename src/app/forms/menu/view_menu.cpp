@@ -51,7 +51,7 @@ constinit const MenuArea kLyricsEncodingMenu{"Menu_LyricsEncoding", lyrics_texts
 
 namespace {
 
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kViewRows = std::to_array<CommandRow>({
     {"MMV_NextPage", texts::kNextPage, &TMainForm::MMV_NextPageClick, kWithSong, {"F9"}},
     {"MMV_LyricsPage",
      lyrics_texts::kFullScreen,
@@ -66,6 +66,6 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 } // namespace
 
-constinit const MenuArea kViewMenu{"Menu_View", texts::kMenuView, kRows};
+constinit const MenuArea kViewMenu{"Menu_View", texts::kMenuView, kViewRows};
 
 } // namespace tracksmith::forms
