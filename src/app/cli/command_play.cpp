@@ -7,6 +7,7 @@
 #include "app/cli/reading_options.h"
 #include "app/cli/song_input.h"
 #include "app/cli/texts.h"
+#include "app/devices/synth_device.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -138,8 +139,9 @@ void AddPlayCommand(Command& app, CliContext& context) {
         .Check([&context](const std::string& value) {
             return ParseTempo(value) ? std::string() : context.Say(texts::kNoTempo);
         });
-    command.Option("--soundfont", arguments->soundfont, context.Say(texts::kHelpSoundfont))
-        .Value("SF2");
+    const Text& soundfontHelp =
+        devices::HasSynthDevice() ? texts::kHelpSoundfont : texts::kHelpNotContained;
+    command.Option("--soundfont", arguments->soundfont, context.Say(soundfontHelp)).Value("SF2");
     arguments->reading.AddTo(command, context);
     arguments->reading.AddNoteLengthTo(command, context);
     command.Runs([&context, arguments] { return RunPlay(context, *arguments); });

@@ -9,7 +9,7 @@
 namespace tracksmith::cli {
 
 void AddRenderCommand(Command& app, CliContext& context) {
-    Command command = app.Add("render", context.Say(texts::kHelpRenderNone));
+    Command command = app.Add("render", context.Say(texts::kHelpNotContained));
     command.TakesAnything();
     command.Runs([&context] {
         context.log << context.Say(texts::kNoInstrument) << "\n";

@@ -162,8 +162,8 @@ inline constexpr Text kDrumsStay{De{"Kanal 10 spielt Schlagzeug und wird nicht t
 inline constexpr Text kHelpOutFile{De{"Die Datei für das Ergebnis"}, En{"The file for the result"}};
 inline constexpr Text kHelpRender{De{"Spielt einen Song mit dem eingebauten Instrument als WAV"},
                                   En{"Plays a song on the built-in instrument into a WAV file"}};
-inline constexpr Text kHelpRenderNone{De{"In dieser Fassung nicht enthalten"},
-                                      En{"Not contained in this build"}};
+inline constexpr Text kHelpNotContained{De{"In dieser Fassung nicht enthalten"},
+                                        En{"Not contained in this build"}};
 inline constexpr Text kHelpOutWav{De{"Die Audiodatei"}, En{"The audio file"}};
 inline constexpr Text kHelpSoundfont{De{"SoundFont (*.sf2, *.sf3) für die Klänge"},
                                      En{"SoundFont (*.sf2, *.sf3) for the sounds"}};
@@ -171,8 +171,9 @@ inline constexpr Text kHelpSoundfont{De{"SoundFont (*.sf2, *.sf3) für die Klän
 inline constexpr Text kHelpPlay{De{"Spielt einen Song auf einem MIDI-Ausgang"},
                                 En{"Plays a song on a MIDI output"}};
 inline constexpr Text kHelpPort{
-    De{"Der Ausgang oder ein Teil seines Namens; sonst das eingebaute Instrument"},
-    En{"The output or a part of its name; else the built-in instrument"}};
+    De{"Der Ausgang oder ein Teil seines Namens; sonst das eingebaute Instrument oder ein "
+       "Synthesizer"},
+    En{"The output or a part of its name; else the built-in instrument or a synthesizer"}};
 inline constexpr Text kHelpFrom{De{"Von Takt:Schlag an"}, En{"From measure:beat"}};
 inline constexpr Text kHelpTo{De{"Bis vor Takt:Schlag"}, En{"Up to measure:beat"}};
 inline constexpr Text kHelpLoop{De{"Immer wieder, bis zum Abbruch"},

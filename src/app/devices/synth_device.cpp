@@ -42,6 +42,10 @@ private:
 
 } // namespace
 
+bool HasSynthDevice() {
+    return true;
+}
+
 std::unique_ptr<SynthDevice> MakeSynthDevice(const SynthOptions& options) {
     return std::make_unique<FluidDevice>(options);
 }

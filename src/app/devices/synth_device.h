@@ -32,6 +32,9 @@ public:
     virtual std::string Trouble(Language language) const = 0;
 };
 
+/// Whether the program is built with it. Any thread.
+bool HasSynthDevice();
+
 /// Makes it; null in a program that is built without it.
 std::unique_ptr<SynthDevice> MakeSynthDevice(const SynthOptions& options);
 

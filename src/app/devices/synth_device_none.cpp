@@ -2,6 +2,10 @@
 
 namespace tracksmith::devices {
 
+bool HasSynthDevice() {
+    return false;
+}
+
 std::unique_ptr<SynthDevice> MakeSynthDevice(const SynthOptions& /*options*/) {
     return nullptr;
 }
