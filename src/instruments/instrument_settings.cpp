@@ -12,9 +12,9 @@ constexpr const char* kFirstInstrument = "MidiInstrument00";
 constexpr const char* kInstrument = "MidiInstrument";
 constexpr const char* kSysexTrack = "SysexTrack";
 constexpr const char* kRolandScMap = "RolandSCDefaultMapIdx";
-constexpr const char* kLimexTe200 = "LimexTE200";
+constexpr const char* kLimexKey = "LimexTE200";
 constexpr std::string_view kNoInstrument = "abc";
-constexpr std::string_view kIntegra7 = "Roland Integra-7";
+constexpr std::string_view kIntegra7Name = "Roland Integra-7";
 constexpr std::string_view kMotifXs = "Yamaha Motif-Rack XS";
 
 constexpr auto kSwitches = std::to_array<SysexSwitch>({
@@ -79,7 +79,7 @@ std::span<const SysexSwitch> SysexSwitches() {
 }
 
 std::span<const AudioOutput> AudioOutputs(std::string_view instrumentName) {
-    if (instrumentName == kIntegra7) {
+    if (instrumentName == kIntegra7Name) {
         return kIntegra7Outputs;
     }
     return instrumentName == kMotifXs ? std::span<const AudioOutput>(kMotifXsOutputs)
@@ -163,11 +163,11 @@ bool InstrumentSettings::WriteRolandScMap(std::string_view instrumentName, std::
 
 bool InstrumentSettings::ReadLimexTe200(std::string_view instrumentName) {
     return HasCapability(instrumentName, Capability::LimexTe200) &&
-           store_.ReadBoolFromUserRegistrySubdir(instrumentName, kLimexTe200, false);
+           store_.ReadBoolFromUserRegistrySubdir(instrumentName, kLimexKey, false);
 }
 
 bool InstrumentSettings::WriteLimexTe200(std::string_view instrumentName, bool on) {
-    return store_.WriteBoolToUserRegistrySubdir(instrumentName, kLimexTe200, on);
+    return store_.WriteBoolToUserRegistrySubdir(instrumentName, kLimexKey, on);
 }
 
 std::uint8_t InstrumentSettings::ReadAudioOutput(std::string_view instrumentName,

@@ -13,7 +13,7 @@ namespace {
 // What waits at most: two of the longest messages and some thousand short ones.
 constexpr std::size_t kQueueBytes = std::size_t{192} * 1024;
 // Longest wait for the port's thread when the port is destroyed.
-constexpr std::chrono::milliseconds kLastPatience{1000};
+constexpr std::chrono::milliseconds kIdlePatience{1000};
 // Longest wait for a send that is under way.
 constexpr std::chrono::milliseconds kSendPatience{50};
 
@@ -183,7 +183,7 @@ bool OutputPort::EndThread() noexcept {
     std::unique_lock lock(mutex_);
     ending_ = true;
     work_.notify_one();
-    return idle_.wait_for(lock, Hanging() ? std::chrono::milliseconds(0) : kLastPatience,
+    return idle_.wait_for(lock, Hanging() ? std::chrono::milliseconds(0) : kIdlePatience,
                           [this] { return finished_; });
 }
 

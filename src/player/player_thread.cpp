@@ -9,7 +9,7 @@ namespace tracksmith::player {
 namespace {
 
 // Longest wait for the thread's end.
-constexpr std::chrono::milliseconds kLastPatience{200};
+constexpr std::chrono::milliseconds kPassPatience{200};
 
 } // namespace
 
@@ -72,7 +72,7 @@ void TMidiPlayerThread::Terminate() {
     if (!core_->thread.joinable()) {
         return;
     }
-    const bool ended = core_->passes.Forbid(kLastPatience, true).ended;
+    const bool ended = core_->passes.Forbid(kPassPatience, true).ended;
     core_->terminated = true;
     core_->stopwatch->Wake();
     if (ended) {

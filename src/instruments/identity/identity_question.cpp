@@ -7,14 +7,14 @@
 namespace tracksmith::instruments {
 namespace {
 
-constexpr const char* kYamaha = "43";
+constexpr const char* kYamahaText = "43";
 
 bool IsUnknownYamaha(const InstrumentAnswer& answer) {
-    return answer.reply.maker == kYamaha && answer.model.empty();
+    return answer.reply.maker == kYamahaText && answer.model.empty();
 }
 
 bool IsYamahaWithoutXgModel(const InstrumentAnswer& answer) {
-    return answer.reply.maker == kYamaha && answer.xgModel.empty();
+    return answer.reply.maker == kYamahaText && answer.xgModel.empty();
 }
 
 } // namespace

@@ -5,8 +5,8 @@
 namespace tracksmith::instruments {
 namespace {
 
-constexpr std::uint8_t kSysex = 0xF0;
-constexpr std::uint8_t kEnd = 0xF7;
+constexpr std::uint8_t kBegins = 0xF0;
+constexpr std::uint8_t kEnds = 0xF7;
 constexpr std::uint8_t kFirstRealTime = 0xF8;
 constexpr std::uint8_t kFirstStatus = 0x80;
 
@@ -24,19 +24,19 @@ std::vector<std::vector<std::uint8_t>> MessageJoiner::Take(MessageBytes bytes) {
 
 // True when the byte completes a message.
 bool MessageJoiner::TakeByte(std::uint8_t byte) {
-    if (byte == kSysex) {
+    if (byte == kBegins) {
         message_.assign(1, byte);
         return false;
     }
     if (message_.empty()) {
         return false;
     }
-    if ((byte >= kFirstStatus && byte != kEnd) || message_.size() == kMost) {
+    if ((byte >= kFirstStatus && byte != kEnds) || message_.size() == kMost) {
         message_.clear();
         return false;
     }
     message_.push_back(byte);
-    return byte == kEnd;
+    return byte == kEnds;
 }
 
 } // namespace tracksmith::instruments

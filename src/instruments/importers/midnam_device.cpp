@@ -15,7 +15,7 @@
 namespace tracksmith::instruments {
 namespace {
 
-constexpr unsigned kLargest = 127;
+constexpr unsigned kLargestNumber = 127;
 constexpr unsigned kBankMsb = 0;
 constexpr unsigned kBankLsb = 32;
 constexpr std::uint16_t kAllChannels = 0xFFFF;
@@ -169,7 +169,7 @@ private:
     }
 
     std::uint8_t NumberOf(pugi::xml_node node, const char* attribute) const {
-        const auto number = ImportedNumber(Attribute(node, attribute), kLargest);
+        const auto number = ImportedNumber(Attribute(node, attribute), kLargestNumber);
         if (!number) {
             Fail(texts::kMidnamNumber, node);
         }

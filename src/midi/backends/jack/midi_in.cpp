@@ -8,7 +8,7 @@
 namespace tracksmith::midi::jack {
 namespace {
 
-constexpr std::size_t kRingBytes = std::size_t{256} * 1024;
+constexpr std::size_t kInBytes = std::size_t{256} * 1024;
 
 // Milliseconds of the steady clock at a frame time of the server, whose own clock may be another.
 std::uint64_t SteadyMs(jack_client_t* client, jack_nframes_t frame) {
@@ -23,7 +23,7 @@ std::uint64_t SteadyMs(jack_client_t* client, jack_nframes_t frame) {
 } // namespace
 
 MidiIn::MidiIn(MessageReceiver receiver)
-    : receiver_(std::move(receiver)), ring_(kRingBytes), port_(*this) {
+    : receiver_(std::move(receiver)), ring_(kInBytes), port_(*this) {
     delivery_ = std::jthread([this](const std::stop_token& stop) { Deliver(stop); });
 }
 

@@ -7,7 +7,7 @@
 namespace tracksmith::midi::jack {
 namespace {
 
-constexpr std::size_t kRingBytes = std::size_t{256} * 1024;
+constexpr std::size_t kOutBytes = std::size_t{256} * 1024;
 constexpr int kFlushMs = 500;
 
 } // namespace
@@ -20,7 +20,7 @@ jack_nframes_t FrameOffset(jack_nframes_t stamp, jack_nframes_t start, jack_nfra
     return late || ahead > std::max(mostAhead, frames) ? 0 : ahead;
 }
 
-MidiOut::MidiOut() : ring_(kRingBytes), port_(*this) {}
+MidiOut::MidiOut() : ring_(kOutBytes), port_(*this) {}
 
 std::unique_ptr<MidiOut> MidiOut::Open(const std::string& peer, ResultCode& result) {
     std::unique_ptr<MidiOut> out(new MidiOut);
