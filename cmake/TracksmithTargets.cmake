@@ -23,6 +23,10 @@ set(TRACKSMITH_STANDARD_HEADERS <algorithm> <array> <atomic> <chrono> <cstdint> 
 # Several sources of a unit at a time take the compiler a third of the work, but a changed one takes its
 # neighbours along: for configurations that are built as a whole.
 option(TRACKSMITH_UNITY "Compile the sources of units in batches" OFF)
+if(TRACKSMITH_UNITY AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # Takes every source of a batch for a header.
+  target_compile_options(tracksmith_options INTERFACE -Wno-subobject-linkage)
+endif()
 
 # tracksmith_precompile(target name header...): lets the target use the precompiled headers of that
 # name, which the first target with the name makes.
