@@ -98,7 +98,11 @@ void Transport::MoveByMeasures(int measures) {
     const bool inside = measures < 0 && place.beat > 1;
     const std::int64_t target =
         std::max<std::int64_t>(std::int64_t{place.measure} + measures + (inside ? 1 : 0), 1);
-    MoveToTick(song::MTCToSongPosition(*map, static_cast<std::int32_t>(target), 1, 0));
+    const std::int32_t tick =
+        song::MTCToSongPosition(*map, static_cast<std::int32_t>(target), 1, 0);
+    if (tick >= 0) { // else the song ends before
+        MoveToTick(tick);
+    }
 }
 
 void Transport::MoveToTick(std::int32_t tick) {

@@ -45,7 +45,8 @@ public:
 
     void MoveToStart();
     void MoveToEnd();
-    /// Moves by measures; back from the middle of a measure goes to its start first.
+    /// Moves by measures; back from the middle of a measure goes to its start first. Nothing
+    /// happens behind the song's last measure.
     void MoveByMeasures(int measures);
     void MoveToTick(std::int32_t tick);
 

@@ -1,5 +1,7 @@
 #include "app/session/transport.h"
 
+#include <functional>
+
 #include "app/session/session_fixture.h"
 
 namespace tracksmith::session {
@@ -7,7 +9,114 @@ namespace {
 
 using namespace test;
 
-class TransportTest : public SessionFixture {};
+class TransportTest : public SessionFixture {
+protected:
+    /// Eight measures of 2,000 ticks.
+    void OpenLong() {
+        Open(MidiFileBuilder(1, 500)
+                 .Track(TrackBuilder().Tempo(0, 500'000).End())
+                 .Track(TrackBuilder().Note(15'000, 0, 60, 9).NoteOff(900, 0, 60).End())
+                 .Build());
+    }
+    /// The loop as it is shown and as it is played, "500-900 on".
+    std::string LoopText() {
+        const auto& loop = session.Controls().Loop();
+        const player::PlayLoop& played = session.Controls().Player().Loop();
+        EXPECT_EQ(played.on, loop && loop->on);
+        if (!loop) {
+            return "none";
+        }
+        EXPECT_EQ(played.startTick, loop->startTick);
+        EXPECT_EQ(played.endTick, loop->endTick);
+        return std::to_string(loop->startTick) + "-" + std::to_string(loop->endTick) +
+               (loop->on ? " on" : " off");
+    }
+
+    void OnLoop() override { changes += "loop "; }
+    void OnTempo() override { changes += "tempo "; }
+    void OnPlace() override { changes += "place "; }
+    void OnRoutes() override { changes += "routes "; }
+    void OnPorts() override { changes += "ports "; }
+    void OnFileState() override { changes += "file "; }
+
+    std::string changes;
+};
+
+TEST_F(TransportTest, MovesToMeasuresAndToBothEnds) {
+    OpenLong();
+    Transport& controls = session.Controls();
+    const auto moved = [&](std::int32_t from, int measures) {
+        controls.MoveToTick(from);
+        controls.MoveByMeasures(measures);
+        return controls.Tick();
+    };
+    EXPECT_EQ(moved(700, 1), 2'000);
+    EXPECT_EQ(moved(4'000, 2), 8'000);
+    EXPECT_EQ(moved(4'600, -1), 4'000);
+    EXPECT_EQ(moved(4'100, -1), 2'000); // still on the first beat
+    EXPECT_EQ(moved(2'500, -3), 0);
+    EXPECT_EQ(moved(15'000, 1), 15'000);
+    controls.MoveToEnd();
+    EXPECT_EQ(controls.Tick(), session.Song().songLength);
+    controls.MoveToStart();
+    EXPECT_EQ(controls.Tick(), 0);
+    controls.MoveToTick(-5);
+    EXPECT_EQ(controls.Tick(), 0);
+}
+
+TEST_F(TransportTest, LoopEndsAreSetFromThePlace) {
+    OpenLong();
+    Transport& controls = session.Controls();
+    const auto at = [&](std::int32_t tick, void (Transport::*set)()) {
+        controls.MoveToTick(tick);
+        (controls.*set)();
+        return LoopText();
+    };
+    EXPECT_EQ(at(500, &Transport::LoopFromHere), "500-15910 on");
+    EXPECT_EQ(at(1'500, &Transport::LoopToHere), "500-1500 on");
+    EXPECT_EQ(at(700, &Transport::LoopFromHere), "700-1500 on");
+    EXPECT_EQ(at(700, &Transport::LoopToHere), "0-700 on"); // not of no length
+    EXPECT_EQ(at(700, &Transport::LoopFromHere), "700-15910 on");
+    controls.SetLooping(false);
+    EXPECT_EQ(LoopText(), "700-15910 off");
+    controls.SetLoop(900, 800);
+    EXPECT_EQ(LoopText(), "800-900 on");
+    controls.SetLoop(5, 5);
+    EXPECT_EQ(LoopText(), "800-900 on");
+    controls.TakeLoop(Transport::LoopRange{1, 900, false});
+    EXPECT_EQ(LoopText(), "1-900 off");
+    controls.TakeLoop({});
+    EXPECT_EQ(LoopText(), "none");
+    controls.SetLooping(true);
+    EXPECT_EQ(LoopText(), "0-15910 on");
+}
+
+TEST_F(TransportTest, WhateverChangesIsTold) {
+    OpenLong();
+    Transport& controls = session.Controls();
+    const auto changesBy = [&](const std::function<void()>& act) {
+        changes.clear();
+        act();
+        return changes;
+    };
+    EXPECT_EQ(changesBy([&] { controls.MoveToTick(700); }), "place ");
+    EXPECT_EQ(changesBy([&] { controls.SetLoop(0, 1'000); }), "loop ");
+    EXPECT_EQ(changesBy([&] { controls.SetLooping(false); }), "loop ");
+    EXPECT_EQ(changesBy([&] { controls.TakeLoop({}); }), "loop loop ");
+    EXPECT_EQ(changesBy([&] { controls.SetBpm(60); }), "tempo file ");
+    EXPECT_EQ(controls.TempoPercent(), 50);
+    EXPECT_EQ(changesBy([&] { controls.SetBpm(60); }), "");
+    EXPECT_EQ(changesBy([&] { controls.SetRoute(3, {"", 4}); }), "routes ");
+    EXPECT_EQ(changesBy([&] { controls.ResetRoutes(); }), "routes ");
+    EXPECT_EQ(changesBy([&] { controls.ChooseOutput("Keyboard"); }), "ports ");
+    EXPECT_EQ(changesBy([&] { controls.Play(); }), "place ports ");
+    EXPECT_EQ(changesBy([&] { controls.TogglePlay(); }), "place ");
+    EXPECT_FALSE(controls.Playing());
+    EXPECT_EQ(changesBy([&] { session.MarkSaved("a.mid", SaveFormat::AsSong); }), "tempo file ");
+    EXPECT_EQ(changesBy([&] { Open(ThreeNotes()); }), "loop tempo place file ");
+    driver.Add("Module");
+    EXPECT_EQ(changesBy([&] { controls.CheckPorts(); }), "ports ");
+}
 
 TEST_F(TransportTest, WithoutASongEveryControlIsSafe) {
     Transport& controls = session.Controls();
@@ -117,6 +226,33 @@ TEST_F(TransportTest, AnotherStateOfTheSongIsHeardAndNothingIsChanged) {
     EXPECT_EQ(Hear(50), std::vector<int>{80});
     controls.Hear(other);
     EXPECT_TRUE(controls.Playing());
+}
+
+/// A session with a keyboard and the built-in instrument.
+class SynthTest : public testing::Test {
+protected:
+    SynthTest() {
+        auto stopwatch = std::make_unique<FakeStopwatch>();
+        session.StartPlayer({{{&keyboard, false}, {&synth, true}}, nullptr, "", host},
+                            &settings.Store(), std::move(stopwatch));
+    }
+
+    ScratchSettings settings;
+    RecordingMessageHost host;
+    RecordingDriver keyboard;
+    RecordingDriver synth{{"Built-in"}};
+    Session session;
+};
+
+TEST_F(SynthTest, OnlyTheSynthIsOpenedAgainForItsOptions) {
+    Transport& controls = session.Controls();
+    controls.ChooseOutput("Keyboard");
+    EXPECT_FALSE(controls.PlaysOnSynth());
+    controls.ChooseOutput("Built-in");
+    EXPECT_TRUE(controls.PlaysOnSynth());
+    controls.ReopenSynth();
+    EXPECT_EQ(synth.Openings("Built-in"), 2);
+    EXPECT_EQ(keyboard.Openings("Keyboard"), 1);
 }
 
 } // namespace
