@@ -1,2 +1,2 @@
-set(SOURCES instrument_asker_test.cpp load_sequence_test.cpp prepare_song_test.cpp refusal_test.cpp revoice_folder_test.cpp save_song_test.cpp song_description_test.cpp)
+set(SOURCES connection_test_test.cpp instrument_asker_test.cpp load_sequence_test.cpp prepare_song_test.cpp refusal_test.cpp revoice_folder_test.cpp revoicer_desk_test.cpp save_song_test.cpp song_description_test.cpp song_list_test.cpp)
 set(LIBRARIES GTest::gtest_main tracksmith_midi_backends_loop)
