@@ -1,1 +1,1 @@
-set(SOURCES health_test.cpp)
+set(SOURCES health_test.cpp repair_test.cpp)
