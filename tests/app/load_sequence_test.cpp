@@ -1,5 +1,6 @@
 #include "app/load_sequence.h"
 
+#include <functional>
 #include <future>
 #include <gtest/gtest.h>
 
@@ -76,6 +77,25 @@ TEST_F(LoadSequenceTest, TheSameFileCanBeLoadedAgainByItsOwnName) {
     OpenMidiFile(session_, session_.Work().file.name, host_);
     EXPECT_EQ(session_.Work().file.name, folder_ / "old.mid");
     EXPECT_TRUE(session_.Work().hasSong);
+}
+
+TEST_F(LoadSequenceTest, AnotherSongEndsWhatCanBeTakenBack) {
+    LoadWatch watch;
+    const std::vector<std::function<void()>> others{
+        [&] { OpenMidiFile(session_, folder_ / "old.mid", host_); },
+        [&] {
+            const LoadOrder order{.file = folder_ / "old.mid", .options = session_.Options()};
+            TakeLoaded(session_, *PrepareLoad(order, watch), host_);
+        },
+        [&] { ClearMidiMemory(session_, host_); }};
+    for (const auto& other : others) {
+        session_.Change(session::kPrepareSong, host_, [](session::Workspace&) { return true; });
+        ASSERT_TRUE(session_.LastChange().Available());
+        other();
+        EXPECT_FALSE(session_.LastChange().Available());
+        EXPECT_FALSE(session_.Modified());
+    }
+    EXPECT_FALSE(session_.HasSong());
 }
 
 TEST_F(LoadSequenceTest, AFileThatCannotBeReadLeavesTheOldSong) {
