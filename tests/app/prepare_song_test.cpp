@@ -9,6 +9,7 @@
 #include "support/song_assert.h"
 
 #include "app/channel_voices.h"
+#include "app/kept_words.h"
 #include "app/load_sequence.h"
 #include "app/preparation_words.h"
 #include "app/save_song.h"
@@ -122,23 +123,41 @@ TEST_F(PrepareSongTest, NamesADrumPartOfAGsSongAsAKit) {
 }
 
 TEST_F(PrepareSongTest, NewSongHasATrackForEachChannelAndIsPrepared) {
+    NewSong(session_, host_);
+    const song::Song& song = session_.Work().song;
+    EXPECT_EQ(song::CheckSong(song), "");
+    ASSERT_EQ(song.trackCount, 17);
+    EXPECT_EQ(song.division, 480);
+    EXPECT_EQ(song.tracks[10].channel, 9);
+    EXPECT_EQ(session_.Work().loadReport.Kinds(), 0U);
+    EXPECT_EQ(Listing(song.tracks[0]),
+              "0 FF03 " + Hex(BytesOf("New Song")) + "; 0 FF51 07A120; 0 FF58 04021808");
+    EXPECT_EQ(Listing(song.tracks[16]),
+              "0 FF03 " + Hex(BytesOf("Channel 16")) +
+                  "; 240 BF0000; 240 BF2000; 240 CF00; 240 BF0764; 240 BF0A40; 240 BF0B7F; "
+                  "240 BF5B28; 240 BF5D00");
     session_.Options().outputs.outputs.front().SetName("GM2 Soundset");
     session_.Options().sysexOptions.automatic = true;
     NewSong(session_, host_);
-    EXPECT_EQ(song::CheckSong(session_.Work().song), "");
-    ASSERT_EQ(session_.Work().song.trackCount, 17);
-    EXPECT_EQ(session_.Work().song.tracks[10].channel, 9);
-    EXPECT_EQ(session_.Work().loadReport.Kinds(), 0U);
-    const song::Track& conductor = session_.Work().song.tracks[0];
-    for (const int type : {0x03, 0x51, 0x58}) { // name, tempo, time signature
-        song::ConstEventLink event = conductor.first;
-        while (event && !event->IsMeta(static_cast<std::uint8_t>(type))) {
-            event = event->next;
-        }
-        EXPECT_TRUE(event) << type;
-    }
     EXPECT_TRUE(session_.Work().file.name.empty());
     EXPECT_EQ(Line(), "Prepared for GM2 Soundset: +1 GM2 System On");
+}
+
+TEST(KeptWordsTest, TellHowOftenAndOnWhichChannels) {
+    instruments::PreparationReport report;
+    EXPECT_TRUE(KeptLines(report, Language::English).empty());
+    report.channels[0].earlyNotes = 2;
+    report.channels[9].earlyNotes = 1;
+    report.channels[9].partKept = true;
+    report.channels[15].moved = 1;
+    report.movedMessages = 3;
+    EXPECT_EQ(
+        KeptLines(report, Language::English),
+        (std::vector<std::string>{"3 notes begin before the instrument is ready (channels 1, 10)",
+                                  "1 setting stands behind the reset now (channel 16)",
+                                  "1 channel stays drums or melody as before (channel 10)",
+                                  "3 set-up messages stand behind the reset now"}));
+    EXPECT_EQ(KeptName(KeptKind::EarlyNotes), "earlyNotes");
 }
 
 TEST_F(PrepareSongTest, TakesInstrumentsFromTheSettings) {
