@@ -151,7 +151,11 @@ TEST_F(ChannelTest, LocalControlComesBackOnlyWithBothOptions) {
     EXPECT_EQ(Messages().find("7A7F"), std::string::npos);
     player->SetLocalControlOptions(true, true);
     Stop();
-    EXPECT_NE(Messages().find("B07A7F B17A7F"), std::string::npos);
+    std::string on = "0 silence";
+    for (std::uint8_t channel = 0; channel < 16; ++channel) {
+        on += "; 0 " + Hex(Bytes{static_cast<std::uint8_t>(0xB0 + channel), 122, 127});
+    }
+    EXPECT_EQ(Log(), on);
 }
 
 TEST_F(ChannelTest, PanicReachesAllPorts) {

@@ -187,11 +187,15 @@ TEST_F(PortsTest, ABusyDriverIsTriedAgain) {
     driver.SetSendResult("Keyboard", midi::kNotReady);
     clock->awaitSending = [] {}; // nothing can be sent yet
     clock->RunUntil(clock->ElapsedUs() + 100'000);
+    driver.SetSendResult("Keyboard", midi::kNoError);
+    EXPECT_EQ(Log(), "0 F043F7; 0 C005; 150 903C40"); // without another message behind it
+    driver.SetSendResult("Keyboard", midi::kNotReady);
+    clock->RunUntil(clock->ElapsedUs() + 450'000);
     EXPECT_TRUE(player->SendChannel(1, 0xB0, 7, 1));
     EXPECT_FALSE(player->WaitUntilSent(std::chrono::milliseconds(5)));
     clock->Pass(50'000);
     driver.SetSendResult("Keyboard", midi::kNoError);
-    EXPECT_EQ(Log(), "0 F043F7; 0 C005; 200 903C40; 200 B10701");
+    EXPECT_EQ(Log(), "650 803C40; 650 B10701");
     EXPECT_TRUE(host.messages.empty());
     driver.SetSendResult("Keyboard", midi::kNotReady);
     player->SendChannel(1, 0xB0, 7, 2);
