@@ -169,5 +169,53 @@ TEST(ModeMessage, KnowsResetsAndRhythmParts) {
     }
 }
 
+// The device number aside, one other byte makes another message of a reset or a part mode, as does
+// a missing or a further one.
+TEST(ModeMessage, NothingElseIsTakenForOne) {
+    const auto fits = [](Bytes message) {
+        if (message[0] == 0x41) { // the checksum fits
+            unsigned sum = 0;
+            for (std::size_t i = 4; i + 1 < message.size(); ++i) {
+                sum += message[i];
+            }
+            message.back() = static_cast<std::uint8_t>((128 - sum % 128) % 128);
+        }
+        return ModeOfReset(message) || RhythmPartOf(message);
+    };
+    for (const Bytes& message : {Bytes{0x7E, 0x7F, 0x09, 0x01}, Bytes{0x7E, 0x7F, 0x09, 0x03},
+                                 Bytes{0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x00},
+                                 Bytes{0x41, 0x10, 0x42, 0x12, 0x00, 0x00, 0x7F, 0x01, 0x00},
+                                 Bytes{0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E, 0x00},
+                                 Bytes{0x43, 0x10, 0x4C, 0x00, 0x00, 0x7F, 0x00},
+                                 Bytes{0x41, 0x10, 0x42, 0x12, 0x40, 0x1F, 0x15, 0x02, 0x00},
+                                 Bytes{0x43, 0x10, 0x4C, 0x08, 0x0F, 0x07, 0x02}}) {
+        SCOPED_TRACE(Hex(message));
+        EXPECT_TRUE(fits(message));
+        const bool roland = message[0] == 0x41;
+        const bool part = RhythmPartOf(message).has_value() || message[5] == 0x1F;
+        for (std::size_t i = 0; i < message.size() - (roland ? 1 : 0); ++i) {
+            Bytes other = message;
+            other[i] ^= 0x24;
+            const bool free = i == 1 || (part && i + (roland ? 2 : 1) == message.size());
+            EXPECT_EQ(fits(other), free && (i != 1 || message[0] != 0x43)) << i;
+        }
+        EXPECT_FALSE(fits(Bytes(message.begin(), message.end() - 1)));
+        if (message[0] != 0x7E) {
+            Bytes longer = message;
+            longer.insert(longer.end() - 1, 0);
+            EXPECT_FALSE(fits(longer));
+        }
+    }
+    EXPECT_EQ(RhythmPartOf(Bytes{0x43, 0x1A, 0x4C, 0x08, 0x0F, 0x07, 0x00}),
+              (RhythmPart{15, false}));
+    EXPECT_EQ(RhythmPartOf(Bytes{0x43, 0x10, 0x4C, 0x08, 0x10, 0x07, 0x00}), std::nullopt);
+    EXPECT_EQ(int{BankMsbAfterReset(SynthMode::Gm2, true)}, 120);
+    EXPECT_EQ(int{BankMsbAfterReset(SynthMode::Gm2, false)}, 121);
+    EXPECT_EQ(int{BankMsbAfterReset(SynthMode::Xg, true)}, 127);
+    for (const SynthMode mode : {SynthMode::Gm, SynthMode::Gs, SynthMode::Xg}) {
+        EXPECT_EQ(int{BankMsbAfterReset(mode, false)}, 0);
+    }
+}
+
 } // namespace
 } // namespace tracksmith::song

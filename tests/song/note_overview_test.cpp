@@ -34,6 +34,22 @@ TEST(NoteOverview, CountsNotesByChannelAndMeasure) {
     EXPECT_EQ(overview.total[3], 0U);
 }
 
+// A new time signature begins a measure, a new tempo does not.
+TEST(NoteOverview, ColumnsAreTheMeasuresAsTheyAreHeard) {
+    DecodedSong decoded(MidiFileBuilder()
+                            .Track(TrackBuilder()
+                                       .TimeSignature(0, 4, 2)
+                                       .Tempo(500, 400'000)
+                                       .TimeSignature(460, 3, 2)
+                                       .TimeSignature(1440, 3, 3)
+                                       .Tempo(720, 300'000)
+                                       .End())
+                            .Track(TrackBuilder().Note(4'000, 0, 60, 1).End())
+                            .Build());
+    const NoteOverview overview = MakeNoteOverview(decoded.Timed().song);
+    EXPECT_EQ(overview.columnTick, (std::vector<std::int32_t>{0, 960, 2400, 3120, 3840, 4010}));
+}
+
 TEST(NoteOverview, LongSongsAreHeldToTheMostColumnsAndLoseNoNote) {
     for (unsigned seed = 0; seed < 40; ++seed) {
         DecodedSong decoded(seed == 0 ? MidiFileBuilder(1, 1)

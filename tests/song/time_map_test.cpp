@@ -91,6 +91,14 @@ INSTANTIATE_TEST_SUITE_P(
                            Rows{"0:1.1.0 400000 4/4 0", "9010:5.3.370 480 4/4 7508"}}),
     [](const auto& row) { return std::string(row.param.name); });
 
+// Playing goes on to a tempo that stands behind the end, and no further.
+TEST(TimeMap, TheLargestTimeIsThatOfTheLastEvent) {
+    DecodedSong decoded(Conducted(TrackBuilder().Tempo(0, 480'000).Tempo(2'000, 480'000), 1'500));
+    EXPECT_EQ(LargestTime(decoded.Timed().song), 2'000);
+    DecodedSong ended(Conducted(TrackBuilder().Tempo(0, 480'000).Tempo(500, 480'000), 1'500));
+    EXPECT_EQ(LargestTime(ended.Timed().song), ended.song.songLength);
+}
+
 TEST(TimeMap, DefaultsInFrontHave36Clocks) {
     DecodedSong none(Conducted(TrackBuilder(), 100));
     EXPECT_EQ(none.Timed().song.timeSignatures[0].clocksPerClick, 36);
