@@ -30,10 +30,13 @@ INSTANTIATE_TEST_SUITE_P(
                     NamePair{"Digital Keyboard", "2- Digital Keyboard", true},
                     NamePair{"  Digital   Keyboard ", "digital keyboard (3)", true},
                     NamePair{"Keyboard [2]", "Keyboard", true},
-                    NamePair{"Port (A)", "Port (B)", false}, NamePair{"Port 1", "Port 2", false},
-                    NamePair{"2-way", "way", false}, NamePair{"Synth (left", "Synth left", false},
-                    NamePair{"(1)", "(2)", false}, NamePair{"Bühne", "Buehne", false},
-                    NamePair{"", " ", true}));
+                    NamePair{"Keyboard [28:0] Out", "keyboard (7) out", true},
+                    NamePair{"Port (A)", "Port (B)", false}, NamePair{"Port (1:A)", "Port", false},
+                    NamePair{"Port (1]", "Port", false}, NamePair{"Keys 1:A", "Keys", false},
+                    NamePair{"AZ", "az", true}, NamePair{"20:0", "24:0", false},
+                    NamePair{"Port 1", "Port 2", false}, NamePair{"2-way", "way", false},
+                    NamePair{"Synth (left", "Synth left", false}, NamePair{"(1)", "(2)", false},
+                    NamePair{"Bühne", "Buehne", false}, NamePair{"", " ", true}));
 
 TEST(PortNames, NumbersWhatIsThereAlready) {
     PortNames names;
