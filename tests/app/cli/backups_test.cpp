@@ -56,5 +56,33 @@ TEST_F(CliTest, DiffTellsSongsApartByItsExitStatus) {
     EXPECT_EQ(Run({"diff", At("a.mid")}), 2);
 }
 
+TEST_F(CliTest, DiffNamesVoicesAndStaysSilentWhenTold) {
+    const auto song = [](int program, int channel) {
+        return test::MidiFileBuilder(0)
+            .Track(test::TrackBuilder()
+                       .Short(0, 0xB0 | channel, 0, 8)
+                       .Short(0, 0xB0 | channel, 32, 34)
+                       .Program(0, channel, program)
+                       .Note(480, channel, 60, 90)
+                       .NoteOff(480, channel, 60)
+                       .End())
+            .Build();
+    };
+    Put("a.mid", song(0, 2));
+    Put("b.mid", song(1, 2));
+    ASSERT_EQ(Run({"diff", At("a.mid"), At("b.mid"), "--instrument", "Yamaha Genos"}), 1);
+    EXPECT_TRUE(Shows("NylonGuitar SW (S.Art!)")) << out_;
+    ASSERT_EQ(Run({"diff", At("a.mid"), At("b.mid")}), 1);
+    EXPECT_FALSE(Shows("NylonGuitar")) << out_;
+    EXPECT_EQ(Run({"diff", At("a.mid"), At("b.mid"), "--instrument", "nothing"}), 2);
+    ASSERT_EQ(Run({"diff", At("a.mid"), At("a.mid"), "--quiet"}), 0);
+    EXPECT_EQ(out_, "");
+    ASSERT_EQ(Run({"diff", At("a.mid"), At("missing.mid"), "--json"}), 3);
+    EXPECT_FALSE(nlohmann::json::parse(out_)["ok"]);
+    Put("folder/c.mid", song(0, 2));
+    Put("folder/d.mid", song(0, 2));
+    EXPECT_EQ(Run({"diff", At("a.mid"), At("folder")}), 2);
+}
+
 } // namespace
 } // namespace tracksmith::cli

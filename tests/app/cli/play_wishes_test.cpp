@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/song_assert.h"
+
 #include "app/cli/port_choice.h"
-#include "song/time_map.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -18,10 +19,30 @@ TEST(PlayWishesTest, Places) {
     }
 }
 
+TEST(PlayWishesTest, TicksOfPlaces) {
+    test::DecodedSong decoded(test::MidiFileBuilder()
+                                  .Track(test::TrackBuilder().TimeSignature(1920, 3, 2))
+                                  .Track(test::TrackBuilder().Note(5000, 0, 60, 9))
+                                  .Build());
+    const song::TimeMap& song = decoded.Timed().song;
+    const auto tick = [&](const char* text) { return TickOfPlace(song, *ParsePlace(text)); };
+    EXPECT_EQ(tick("1"), 0);
+    EXPECT_EQ(tick("1:4.479"), 1919);
+    EXPECT_EQ(tick("1:5"), std::nullopt);
+    EXPECT_EQ(tick("2:3.1"), 1920 + 961);
+    EXPECT_EQ(tick("2:4"), std::nullopt);
+    EXPECT_EQ(tick("2:1.480"), std::nullopt);
+    EXPECT_EQ(tick("4:1.209"), 5009);
+    EXPECT_EQ(tick("4:1.211"), 5010); // behind the end
+    EXPECT_EQ(tick("99"), 5010);
+}
+
 TEST(PlayWishesTest, Tempos) {
-    song::TimeMap song;
-    song.tempos = {{.fileTempo = 600'000, .tick = 0}}; // 100 BPM
-    song::SetTimeZones(song);
+    test::DecodedSong decoded(
+        test::MidiFileBuilder()
+            .Track(test::TrackBuilder().Tempo(0, 600'000).Tempo(1, 300'000)) // 100 BPM at the start
+            .Build());
+    const song::TimeMap& song = decoded.Timed().song;
     const auto offset = [&](const char* text) { return TempoOffset(song, *ParseTempo(text)); };
     EXPECT_EQ(offset("+5"), 5);
     EXPECT_EQ(offset("-5"), -5);

@@ -73,6 +73,32 @@ INSTANTIATE_TEST_SUITE_P(
                   2,
                   "Channel 10 plays drums"}));
 
+// The notes of a MegaVoice above B6 are noises, which stay where they are.
+TEST_F(CliTest, RangeKnowsTheVoicesOfTheInstrument) {
+    Put("song.mid", test::MidiFileBuilder(1, 100)
+                        .Track(test::TrackBuilder().Tempo(0, 500'000).End())
+                        .Track(test::TrackBuilder()
+                                   .Short(0, 0xB3, 0, 8)
+                                   .Short(0, 0xB3, 32, 0)
+                                   .Program(0, 3, 1)
+                                   .Note(400, 3, 60, 90)
+                                   .NoteOff(50, 3, 60)
+                                   .Note(0, 3, 96, 90)
+                                   .NoteOff(50, 3, 96)
+                                   .End(300))
+                        .Build());
+    const auto moved = [this](std::vector<std::string> more) {
+        more.insert(more.begin(), {"range", "transpose", At("song.mid"), "--from", "2", "--to", "3",
+                                   "--semitones", "1", "--yes", "--out", At("out.mid")});
+        EXPECT_EQ(Run(more), 0) << log_;
+        const test::DecodedSong song(Get("out.mid"));
+        return test::Listing(song.song.tracks[1]);
+    };
+    const std::string voice = "0 B30008; 0 B32000; 0 C301; 400 933D5A; 450 833D40; ";
+    EXPECT_EQ(moved({}), voice + "450 93615A; 500 836140");
+    EXPECT_EQ(moved({"--instrument", "Yamaha Tyros"}), voice + "450 93605A; 500 836040");
+}
+
 TEST_F(CliTest, RangeTellsWhatItDidAndKeepsTheOriginal) {
     Put("song.mid", FourMeasures());
     const std::vector<std::string> range{"range", "delete", At("song.mid"), "--from",

@@ -1,4 +1,10 @@
+#include <array>
+#include <cstdlib>
+#include <map>
+
 #include "cli_fixture.h"
+
+#include "app/cli/console.h"
 
 namespace tracksmith::cli {
 namespace {
@@ -54,6 +60,33 @@ TEST_F(CliTest, LanguageOfTheSystemAndOfTheOption) {
     EXPECT_EQ(Run({"info", missing, "--lang", "en"}), 3);
     EXPECT_TRUE(Says("Error opening the midi file")) << log_;
 }
+
+#ifndef _WIN32
+
+// The first of them that says anything counts, as everywhere on such systems.
+TEST(ConsoleTest, LanguageOfTheEnvironment) {
+    constexpr std::array kNames{"LC_ALL", "LC_MESSAGES", "LANG"};
+    std::map<std::string, std::string> before;
+    for (const char* name : kNames) {
+        const char* value = std::getenv(name);
+        before[name] = value == nullptr ? "" : value;
+    }
+    const auto languageWith = [&](const std::array<const char*, 3>& values) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] == nullptr ? unsetenv(kNames[i]) : setenv(kNames[i], values[i], 1);
+        }
+        return SystemLanguage();
+    };
+    EXPECT_EQ(languageWith({nullptr, nullptr, nullptr}), Language::English);
+    EXPECT_EQ(languageWith({nullptr, nullptr, "de_AT.UTF-8"}), Language::German);
+    EXPECT_EQ(languageWith({"", "de", "en_GB.UTF-8"}), Language::German);
+    EXPECT_EQ(languageWith({"C", "de", "de"}), Language::English);
+    for (const auto& [name, value] : before) {
+        value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
+    }
+}
+
+#endif
 
 TEST_F(CliTest, LostStandardOutputIsReported) {
     Put("song.mid", Format0Song());
