@@ -44,6 +44,43 @@ TEST_F(CliTest, InfoJsonHasEveryField) {
     EXPECT_EQ(found, expected) << json::diff(found, expected);
 }
 
+TEST_F(CliTest, InfoTextIsSetInColumns) {
+    Put("song.mid", Format0Song());
+    ASSERT_EQ(Run({"info", At("song.mid")}), 0);
+    EXPECT_EQ(out_, At("song.mid") +
+                        "\n"
+                        "  Name           Little Song\n"
+                        "  Format         0\n"
+                        "  Division       480 ticks per quarter note\n"
+                        "  Length         002.01.010   0:01.408\n"
+                        "  Events         16\n"
+                        "  Notes          2\n"
+                        "  SysEx          1\n"
+                        "  Messages for   GM\n"
+                        "  Lyrics         1\n"
+                        "  Key signatures 0\n"
+                        "  Tempo          001.01.000     0:00   120 BPM\n"
+                        "                 001.03.000     0:01   150 BPM\n"
+                        "  Time signature 001.01.000     0:00   3/4\n"
+                        "  Tracks             #  Channel     Events    Notes  Name\n"
+                        "                     1        1         16        2  Little Song\n"
+                        "  Channels           #  Program       Bank    Notes  Voice\n"
+                        "                     1       25        8/1        1  "
+                        "≈ Acoustic Guitar (nylon)\n"
+                        "                    10        -        -/-        1  \n"
+                        "  Changed            1  note-ons with velocity 0 stored as note-offs\n");
+    Put("bare.mid", test::MidiFileBuilder()
+                        .Track(test::TrackBuilder().Text(0, 1, "x").End(999))
+                        .Track(test::TrackBuilder().Text(0, 3, "Words").Text(0, 5, "la").End(999))
+                        .Build());
+    ASSERT_EQ(Run({"info", At("bare.mid"), At("song.mid")}), 0);
+    EXPECT_TRUE(Shows("  Messages for   -\n")) << out_;
+    EXPECT_TRUE(
+        Shows("                     2        -          4        0  Words\n"
+              "  Changed        nothing\n\n")) // a blank line between songs
+        << out_;
+}
+
 TEST_F(CliTest, BadFilesAmongGoodOnes) {
     Put("songs/a.mid", Format0Song());
     Put("songs/B.MIDI", BrokenSong());

@@ -116,6 +116,20 @@ TEST_F(CliTest, RangeTellsWhatItDidAndKeepsTheOriginal) {
         EXPECT_NE(out_.find(part), std::string::npos) << part << " in " << out_;
     }
     EXPECT_EQ(Get("song.mid"), FourMeasures());
+    auto text = with({"--in-place", "--dry-run"});
+    std::erase(text, "--json");
+    EXPECT_EQ(Run(text), 0);
+    EXPECT_EQ(log_,
+              "Measures: 1, notes: 0\n"
+              "At the seam notes end: 1, begin again: 0, settings carried over: 1\n"
+              "Messages to instruments that went with the range: 1\n");
+    text.emplace_back("--quiet");
+    EXPECT_EQ(Run(text), 0);
+    EXPECT_EQ(log_, "");
+    EXPECT_EQ(Run({"range", "transpose", At("song.mid"), "--from", "4", "--to", "4:02",
+                   "--semitones", "1", "--in-place", "-n"}),
+              0);
+    EXPECT_EQ(log_, "Measures: 1, notes: 1\n");
     EXPECT_EQ(Run({"range"}), 2);
 }
 

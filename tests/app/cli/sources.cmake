@@ -14,6 +14,7 @@ set(SOURCES
   render_test.cpp
   revoice_test.cpp
   set_test.cpp
+  texts_test.cpp
   usage_test.cpp)
 set(LIBRARIES GTest::gtest_main nlohmann_json::nlohmann_json tracksmith_midi_backends_loop)
 # FluidSynth's own threads are not built for the thread sanitizer, which knows nothing of them.

@@ -48,6 +48,69 @@ TEST_F(CliTest, VersionAndHelp) {
     EXPECT_EQ(log_, "");
 }
 
+struct Offered {
+    std::vector<std::string> command;
+    /// Files and options as the help lists them.
+    std::string options;
+};
+
+class OfferedTest : public CliTest, public testing::WithParamInterface<Offered> {};
+
+// What scripts are written with must not vanish.
+TEST_P(OfferedTest, EveryOptionIsThere) {
+    auto help = GetParam().command;
+    help.emplace_back("--help");
+    ASSERT_EQ(Run(help), 0);
+    std::string options;
+    std::istringstream lines(out_);
+    for (std::string line; std::getline(lines, line);) {
+        const bool entry = line.starts_with("  ") && line.size() > 2 && line[2] != ' ';
+        const std::string name = entry ? line.substr(2, line.find(' ', 2) - 2) : "";
+        options += name.empty() || name == "-h,--help" ? "" : name + " ";
+    }
+    EXPECT_EQ(options, GetParam().options);
+}
+
+const std::string kReading = "--running-status-across-sysex --honour-zel-ignore ";
+const std::string kTarget = "-o,--out --in-place -n,--dry-run ";
+
+INSTANTIATE_TEST_SUITE_P(
+    Commands, OfferedTest,
+    testing::Values(
+        Offered{{"info"}, "FILE --instrument --json --all " + kReading + "--min-length "},
+        Offered{{"convert"},
+                "FILE --format -o,--out --skip-done --instrument --with-settings --gm-before-gs "
+                "--sysex-track --lead-in --revoice -j,--jobs --in-place --running-status "
+                "--omit-port-events --split --json -n,--dry-run " +
+                    kReading + "--min-length "},
+        Offered{
+            {"check"},
+            "FILE --instrument --repair -o,--out --skip-done --strict --report --json " + kReading},
+        Offered{{"play"},
+                "FILE --port --from --to --loop --tempo --soundfont " + kReading + "--min-length "},
+        Offered{{"ports"}, "--json --ask --input "},
+        Offered{{"instruments"}, "SEARCH --json --markdown "},
+        Offered{{"voices"}, "INSTRUMENT SEARCH --json --import --model --export "},
+        Offered{{"set"},
+                "FILE -c,--channel --voice --volume --pan --expression --reverb --chorus "
+                "--harmonic --release --attack --brightness --variation --transpose --instrument "
+                "--insert " +
+                    kTarget + kReading},
+        Offered{{"revoice"},
+                "FILE --instrument --table --suggest --add-banks -o,--out --skip-done "
+                "-n,--dry-run " +
+                    kReading + "--min-length "},
+        Offered{{"diff"}, "BEFORE AFTER --instrument --json " + kReading},
+        Offered{{"backups"}, "list restore "}, Offered{{"backups", "list"}, "--json "},
+        Offered{{"backups", "restore"}, "BACKUP -o,--out "},
+        Offered{{"range"}, "delete copy transpose "},
+        Offered{{"range", "delete"}, "FILE --from --to " + kTarget + "--json " + kReading},
+        Offered{{"range", "copy"},
+                "FILE --from --to --dest --no-state " + kTarget + "--json " + kReading},
+        Offered{{"range", "transpose"},
+                "FILE --from --to --semitones -c,--channel --instrument " + kTarget + "--json " +
+                    kReading}));
+
 TEST_F(CliTest, LanguageOfTheSystemAndOfTheOption) {
     const std::string missing = At("missing.mid");
     EXPECT_EQ(Run({"info", missing}), 3);
