@@ -75,6 +75,16 @@ TEST_F(LampsTest, MutingEndsTheSoundAndChoosesTheChannel) {
     EXPECT_EQ(mixer.CurrentChannel(), 1U);
 }
 
+TEST_F(LampsTest, LevelsRiseWithNotesAndFallWhilePlaying) {
+    Run(95);
+    EXPECT_EQ(mixer.Level(0), 90U);
+    EXPECT_EQ(mixer.Level(5), 0U);
+    mixer.LetLevelsFall();
+    EXPECT_LT(mixer.Level(0), 90U);
+    Stop();
+    EXPECT_EQ(mixer.Level(0), std::nullopt);
+}
+
 TEST_F(LampsTest, AnotherSongBeginsWithAllLampsOff) {
     mixer.Btn_Mute00MouseDown(1, false);
     mixer.Btn_Solo00MouseDown(2, false);

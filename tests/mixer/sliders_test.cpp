@@ -188,6 +188,21 @@ TEST_F(SlidersTest, InsertedInFrontOfTheFirstNoteAndTakenBack) {
     EXPECT_TRUE(mixer.State(0, Control::Reverb).Hollow());
 }
 
+TEST_F(SlidersTest, NothingIsInsertedWhereTheSongSetsItInTime) {
+    TrackBuilder track;
+    track.Short(30, 0xB0, 91, 5).Note(0, 0, 60, 90).Short(0, 0xB1, 7, 9);
+    track.Note(100, 1, 60, 90).Short(1, 0xB0, 93, 5).Short(0, 0xB1, 93, 6).NoteOff(9, 0, 60);
+    Open(FileOf({track.NoteOff(0, 1, 60)}));
+    EXPECT_FALSE(mixer.CanInsertAtStart(0, Control::Reverb));
+    EXPECT_TRUE(mixer.CanInsertAtStart(0, Control::Chorus)); // behind the first note
+    EXPECT_TRUE(mixer.CanInsertAtStart(1, Control::Chorus));
+    EXPECT_TRUE(mixer.CanInsertAtStart(1, Control::Pan));
+    EXPECT_FALSE(mixer.CanInsertAtStart(2, Control::Pan));
+    EXPECT_TRUE(mixer.InsertAtStart(1, Control::Chorus, host)); // with the value shown
+    EXPECT_TRUE(Track(1).starts_with("0 B15D06; 30 B05B05; ")) << Track(1);
+    EXPECT_EQ(mixer.State(1, Control::Chorus).places, 2U);
+}
+
 TEST_F(SlidersTest, LaterChangesFollowByTheSameAmount) {
     struct Case {
         std::uint8_t controller;
@@ -234,7 +249,12 @@ TEST_F(SlidersTest, ResetAndSameForAllReachWhatIsInEffect) {
     EXPECT_EQ(Track(1), "0 B00B58; 0 B30B58; 0 B90B58; 10 953C5A; 20 853C40");
     mixer.ResetControl(3, Control::Expression);
     EXPECT_EQ(int{mixer.State(3, Control::Expression).value}, 43);
+    mixer.SetMasterLinked(true);
+    mixer.TB_MasterVolChange(40);
+    EXPECT_TRUE(mixer.TransposeChange(3));
     mixer.ResetAll();
+    EXPECT_EQ(int{mixer.Master()}, 100);
+    EXPECT_FALSE(mixer.Transposing().Any());
     EXPECT_EQ(Track(1), "0 B00B28; 0 B30B2B; 0 B90B31; 10 953C5A; 20 853C40");
 }
 
