@@ -48,6 +48,7 @@ TEST(NoteOverview, ColumnsAreTheMeasuresAsTheyAreHeard) {
                             .Build());
     const NoteOverview overview = MakeNoteOverview(decoded.Timed().song);
     EXPECT_EQ(overview.columnTick, (std::vector<std::int32_t>{0, 960, 2400, 3120, 3840, 4010}));
+    EXPECT_EQ(MakeNoteOverview(Song()).columnTick.size(), 2U); // one column without a song
 }
 
 TEST(NoteOverview, LongSongsAreHeldToTheMostColumnsAndLoseNoNote) {

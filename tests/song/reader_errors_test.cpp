@@ -204,7 +204,7 @@ TEST(ReaderErrors, ASongOverTheBudgetIsRefusedBeforeItIsBuilt) {
     for (int i = 0; i < 5000; ++i) {
         track.Note(1, 0, 60, 1);
     }
-    const Bytes file = OneTrack(track.End());
+    const Bytes file = OneTrack(TrackBuilder(track).End());
     DecodeOptions options;
     options.memoryBudget = 5000 * 48 / 2;
     EXPECT_EQ(DecodeError(file, Language::German, options),
@@ -212,6 +212,11 @@ TEST(ReaderErrors, ASongOverTheBudgetIsRefusedBeforeItIsBuilt) {
     EXPECT_EQ(DecodeError(file, Language::English, options), "Error allocating memory!");
     options.memoryBudget = 5000 * 48 * 2;
     EXPECT_EQ(DecodedSong(file, options).song.tracks[0].eventCount, 5002);
+    const Bytes large = OneTrack(track.Sysex(0, Bytes(100'000, 1)).End());
+    options.memoryBudget = 5003 * 48 + 90'000;
+    EXPECT_EQ(DecodeError(large, Language::English, options), "Error allocating memory!");
+    options.memoryBudget = 5003 * 48 + 110'000;
+    EXPECT_EQ(DecodedSong(large, options).song.tracks[0].eventCount, 5003);
 }
 
 TEST(ReaderErrors, TheSongCanBeLoadedAgainAfterAFault) {

@@ -79,6 +79,8 @@ INSTANTIATE_TEST_SUITE_P(
                     MapRow{"HalvesBecomeQuarters",
                            TrackBuilder().TimeSignature(0, 2, 1).TimeSignature(1920, 3, 1),
                            Rows{"0:1.1.0 500000 4/4 0", "1920:2.1.0 500000 6/4 2000"}},
+                    MapRow{"ShortestBeat", TrackBuilder().TimeSignature(0, 3, 7),
+                           Rows{"0:1.1.0 500000 3/128 0"}},
                     MapRow{"HugeHalves", TrackBuilder().TimeSignature(0, 200, 1),
                            Rows{"0:1.1.0 500000 255/4 0"}},
                     MapRow{"NoNumeratorAndHugeExponent", TrackBuilder().TimeSignature(0, 0, 200),
