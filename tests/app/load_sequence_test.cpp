@@ -131,6 +131,7 @@ TEST_F(LoadSequenceTest, AFaultInTheFileLeavesNoSongAndNoNameToSaveOver) {
     EXPECT_FALSE(session_.Work().hasSong);
     EXPECT_FALSE(session_.Modified());
     EXPECT_TRUE(session_.Work().file.name.empty());
+    EXPECT_TRUE(session_.Work().balanced);
     EXPECT_TRUE(session_.Work().song.tracks.empty());
     EXPECT_EQ(session_.Work().song.timeZoneCount, 0);
     OpenMidiFile(session_, folder_ / "old.mid", host_);

@@ -3,7 +3,9 @@
 #include "support/song_assert.h"
 #include "support/temporary_folder.h"
 
+#include "app/file_signature.h"
 #include "app/load_sequence.h"
+#include "app/refusal_texts.h"
 #include "app/refusal_words.h"
 #include "app/song_file.h"
 
@@ -130,6 +132,31 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"EndOfTrack", Song(TrackBuilder().Meta(0, 0x2F, {1})), Kind::DamagedTrack, 2,
                 "Die Datei ist beschädigt: In Spur 2, Byte 44, ist das Spurende fehlerhaft."}),
     [](const auto& refused) { return std::string(refused.param.name); });
+
+TEST(FileSignature, KnowsSoundAndTextFromOtherBytes) {
+    const auto type = [](const Bytes& start) { return OtherFileType(start); };
+    for (const Bytes& frame : {Bytes{0xFF, 0xFB, 0x90}, {0xFF, 0xE3, 0x10}, {0xFF, 0xF6, 0xE0}}) {
+        EXPECT_EQ(type(frame), &texts::kTypeSound) << Hex(frame);
+    }
+    for (const Bytes& text : {Bytes{0xFF, 0xFB},
+                              {0xFE, 0xFB, 0x90},
+                              {0xFF, 0xDB, 0x90},
+                              {0xFF, 0xEB, 0x90},
+                              {0xFF, 0xF9, 0x90},
+                              {0xFF, 0xFB, 0xF0}}) {
+        EXPECT_EQ(type(text), &texts::kTypeText) << Hex(text); // of some encoding
+    }
+    for (const char* text : {"plain ~", "tab\t\r\n", "RIF", "\xEF\xBB\xBF"}) {
+        EXPECT_EQ(type(BytesOf(text)), &texts::kTypeText) << text;
+    }
+    EXPECT_EQ(type({'a', 0x7F}), nullptr);
+    EXPECT_EQ(type({'a', 0x1F}), nullptr);
+    EXPECT_EQ(type(BytesOf(" \t\r\n<x")), &texts::kTypeMarkup);
+    EXPECT_EQ(type(BytesOf("RIFF12345678")), &texts::kTypeRiff);
+    EXPECT_EQ(type(BytesOf("RIFF")), &texts::kTypeText);
+    EXPECT_EQ(type({0, 0, 1}), nullptr);
+    EXPECT_EQ(type({0, 0}), &texts::kTypeZeros);
+}
 
 TEST(Refusal, WhatTheSystemRefusesIsToldToo) {
     const TemporaryFolder folder;
