@@ -85,6 +85,7 @@ TEST_F(CheckTest, SaysTheSameAsJson) {
     std::getline(lines, line);
     const auto json = nlohmann::json::parse(line);
     EXPECT_EQ(json["schema"], 1);
+    EXPECT_EQ(json["ok"], true);
     const auto& finding = json["findings"].at(0);
     EXPECT_EQ(finding["rule"], "noteWithoutEnd");
     EXPECT_EQ(finding["severity"], "error");

@@ -101,6 +101,10 @@ TEST_F(CliTest, BadFilesAmongGoodOnes) {
     Run({"info", "--quiet", At("songs")});
     EXPECT_FALSE(Says("done")) << log_;
     EXPECT_TRUE(Says("B.MIDI")) << log_;
+    EXPECT_FALSE(Says("\r"));
+    terminal_ = true;
+    Run({"info", At("songs")});
+    EXPECT_TRUE(Says("\r1 / 3") && Says("\r2 / 3") && !Says("3 / 3")) << log_;
 }
 
 TEST_F(CliTest, SingleUnreadableInputEndsWithThree) {

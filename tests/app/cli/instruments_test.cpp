@@ -122,7 +122,11 @@ TEST_F(InstrumentsTest, ConvertsForAnInstrumentAndSaysWhatItDid) {
     ASSERT_EQ(
         Run({"convert", At("songs"), "--instrument", "genos", "--out", At("dry"), "-n", "--json"}),
         0);
+    EXPECT_EQ(JsonLines(out_).at(0)["ok"], true);
+    EXPECT_EQ(JsonLines(out_).at(0)["target"], At("dry/song.mid"));
     const auto preparation = JsonLines(out_).at(0)["preparation"];
+    EXPECT_EQ(preparation["removed"], 1);
+    EXPECT_EQ(preparation["instrument"], "Yamaha Genos");
     EXPECT_EQ(preparation["inserted"], 1);
     EXPECT_EQ(preparation["kept"]["repeated"]["count"], 3);
     EXPECT_EQ(preparation["kept"]["earlyNotes"]["channels"], (std::vector<int>{1, 10}));

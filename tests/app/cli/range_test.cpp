@@ -109,6 +109,10 @@ TEST_F(CliTest, RangeTellsWhatItDidAndKeepsTheOriginal) {
     };
     EXPECT_EQ(Run(range), 2); // where to?
     EXPECT_EQ(Run(with({"--out", At("song.mid"), "--yes"})), 4);
+    Put("other.mid", BrokenSong());
+    EXPECT_EQ(Run(with({"--out", At("other.mid")})), 4);
+    EXPECT_EQ(out_, "");
+    EXPECT_EQ(Get("other.mid"), BrokenSong());
     EXPECT_EQ(Run(with({"--in-place", "--dry-run"})), 0) << log_;
     for (const char* part : {"\"tool\":\"delete\"", "\"measures\":1", "\"notes\":0",
                              "\"notesEnded\":1", "\"notesBegunAgain\":0", "\"settingsCarried\":1",

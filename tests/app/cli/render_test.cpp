@@ -38,6 +38,10 @@ TEST_F(RenderTest, ExitCodes) {
               6);
     EXPECT_TRUE(Says("kein lesbarer SoundFont")) << log_;
     EXPECT_FALSE(Exists("x.wav"));
+    EXPECT_EQ(Run({"render", "--help"}), 0);
+    for (const char* option : {"-o,--out", "--soundfont", "--honour-zel-ignore", "--min-length"}) {
+        EXPECT_TRUE(Shows(option)) << option;
+    }
 }
 
 } // namespace

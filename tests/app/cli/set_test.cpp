@@ -75,6 +75,12 @@ TEST_F(CliTest, SetWritesNoOriginalUnlessToldTo) {
     EXPECT_EQ(Run(set), 2);
     EXPECT_EQ(Run(with({"--out", At("song.mid"), "--yes"})), 4);
     EXPECT_EQ(Get("song.mid"), TwoVolumes());
+    Put("other.mid", BrokenSong());
+    EXPECT_EQ(Run(with({"--out", At("other.mid")})), 4);
+    EXPECT_EQ(out_, "");
+    EXPECT_EQ(Get("other.mid"), BrokenSong());
+    EXPECT_EQ(Run(with({"--out", At("new.mid")})), 0);
+    EXPECT_EQ(out_, At("song.mid") + " -> " + At("new.mid") + "\n");
     EXPECT_EQ(Run(with({"--in-place"})), 0) << log_;
     EXPECT_NE(Get("song.mid"), TwoVolumes());
 }

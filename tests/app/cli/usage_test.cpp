@@ -44,6 +44,7 @@ TEST_F(CliTest, VersionAndHelp) {
     EXPECT_TRUE(Shows("Die Originale ersetzen")) << out_;
     EXPECT_FALSE(Shows("Options")) << out_;
     EXPECT_EQ(Run({"--help", "--lang", "de"}), 0);
+    EXPECT_TRUE(Shows("Aufruf: tracksmith-cli [OPTIONEN] BEFEHL\n")) << out_;
     EXPECT_TRUE(Shows("\nBefehle:\n  info ")) << out_;
     EXPECT_EQ(log_, "");
 }
