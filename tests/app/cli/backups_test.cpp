@@ -23,22 +23,44 @@ protected:
 
 TEST_F(BackupsCommandTest, ListsAndRestores) {
     ASSERT_EQ(Run({"backups", "list"}), 0);
-    EXPECT_NE(out_.find("  1  2026-11-21 18:37:42"), std::string::npos) << out_;
-    EXPECT_NE(out_.find("Waltz_20261120_183742.mid  (/songs/Waltz.mid)"), std::string::npos);
+    const auto size = [](const test::Bytes& file) {
+        const std::string text = std::to_string(file.size());
+        return std::string(9 - text.size(), ' ') + text;
+    };
+    EXPECT_EQ(out_, "  1  2026-11-21 18:37:42" + size(Format1Song()) +
+                        "  Polka_20261121_183742.mid\n  2  2026-11-20 18:37:42" +
+                        size(Format0Song()) + "  Waltz_20261120_183742.mid  (/songs/Waltz.mid)\n");
     ASSERT_EQ(Run({"backups", "list", "--json"}), 0);
     const auto first = nlohmann::json::parse(out_.substr(0, out_.find('\n')));
-    EXPECT_EQ(first["name"], "Polka_20261121_183742.mid");
-    EXPECT_TRUE(first["original"].is_null());
+    const std::string name = "Polka_20261121_183742.mid";
+    const nlohmann::json expected{{"schema", 1},
+                                  {"number", 1},
+                                  {"name", name},
+                                  {"song", "Polka"},
+                                  {"date", "2026-11-21 18:37:42"},
+                                  {"bytes", Format1Song().size()},
+                                  {"file", (backups::UsualBackupFolder() / name).string()},
+                                  {"original", nullptr}};
+    EXPECT_EQ(first, expected) << first;
     for (const char* wanted : {"2", "Waltz_20261120_183742", "Waltz_20261120_183742.mid"}) {
         ASSERT_EQ(Run({"backups", "restore", wanted, "--out", At("back.mid"), "--yes"}), 0);
         EXPECT_EQ(Get("back.mid"), Format0Song());
+        EXPECT_EQ(log_, "Waltz_20261120_183742.mid -> " + At("back.mid") + "\n");
     }
     EXPECT_EQ(Run({"backups", "restore", "1", "--out", At("back.mid")}), 4); // it exists
     EXPECT_EQ(Get("back.mid"), Format0Song());
-    EXPECT_EQ(Run({"backups", "restore", "3", "--out", At("none.mid")}), 3);
+    for (const char* wanted : {"0", "3", "2x", "Waltz", "Waltz_20261120_183742.mi"}) {
+        EXPECT_EQ(Run({"backups", "restore", wanted, "--out", At("none.mid")}), 3) << wanted;
+        EXPECT_TRUE(Says(std::string("There is no such backup: ") + wanted)) << log_;
+    }
     EXPECT_EQ(Run({"backups", "restore", "1"}), 2);
     EXPECT_EQ(Run({"backups"}), 2);
     EXPECT_FALSE(Exists("none.mid"));
+    std::filesystem::remove_all(backups::UsualBackupFolder());
+    EXPECT_EQ(Run({"backups", "list"}), 0);
+    EXPECT_EQ(log_, "There are no backups.\n");
+    EXPECT_EQ(Run({"backups", "list", "--quiet"}), 0);
+    EXPECT_EQ(log_, "");
 }
 
 #endif

@@ -46,6 +46,38 @@ TEST_F(CheckTest, ExitCodesFollowTheWorstFinding) {
     EXPECT_EQ(Run({"check", At("bad.mid"), At("good.mid")}), 5);
 }
 
+TEST_F(CheckTest, FindingsAreSetInColumns) {
+    const test::Bytes reset{0x7E, 0x7F, 0x09, 0x01, 0xF7};
+    Put("song.mid", MidiFileBuilder(0)
+                        .Track(TrackBuilder()
+                                   .Sysex(0, reset)
+                                   .Sysex(10, reset)
+                                   .Sysex(10, reset)
+                                   .Program(0, 0, 5)
+                                   .Short(0, 0xB0, 7, 100)
+                                   .Note(0, 0, 60, 9)
+                                   .Note(480, 0, 64, 9)
+                                   .NoteOff(480, 9, 36)
+                                   .End())
+                        .Build());
+    EXPECT_EQ(Run({"check", At("song.mid")}), 1);
+    EXPECT_EQ(out_, At("song.mid") +
+                        ": 1 error, 2 hints\n"
+                        "  Error     1  001.01.020  Note without end (2)\n"
+                        "  Hint     10  001.03.020  Note-off without a note\n"
+                        "  Hint      -  001.01.010  Several resets (2)\n");
+    ASSERT_EQ(Run({"check", At("song.mid"), "--json"}), 1);
+    EXPECT_EQ(nlohmann::json::parse(out_)["findings"][2], nlohmann::json::parse(R"({
+        "rule": "severalResets", "severity": "hint", "channel": null, "count": 2, "tick": 10,
+        "position": "001.01.010", "ticks": [10, 20], "text": "Several resets",
+        "repairable": false})"));
+    EXPECT_EQ(Run({"check", At("song.mid"), "--repair", "--out", At("out")}), 0);
+    EXPECT_EQ(log_, At("song.mid") + " -> " + At("out/song.mid") + "\n");
+    EXPECT_EQ(Run({"check", At("song.mid"), "--repair", "--out", At("out")}), 4); // it exists
+    EXPECT_EQ(Run({"check", At("song.mid"), "--repair", "--out", At("out"), "-y", "-q"}), 0);
+    EXPECT_EQ(log_, "");
+}
+
 TEST_F(CheckTest, RepairsIntoAnotherFolderAndReports) {
     Put("in/sub/hanging.mid", Hanging());
     Put("in/short.mid", Short());

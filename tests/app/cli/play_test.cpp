@@ -163,14 +163,25 @@ TEST_F(PlayTest, BuiltInInstrumentIsTheUsualPort) {
 }
 
 TEST_F(PlayTest, WishesThatTheSongCannotFulfil) {
-    const std::vector<std::string> wishes[] = {
-        {"--from", "x"},   {"--from", "1:05"},  {"--from", "5"},
-        {"--to", "2:9"},   {"--to", "1:01"},    {"--from", "3", "--to", "2"},
-        {"--tempo", "24"}, {"--tempo", "fast"}, {"--from", "0:01"}};
-    for (const auto& wish : wishes) {
-        EXPECT_EQ(Play(wish), 2) << wish[1];
-        EXPECT_TRUE(Says("Usage error: " + wish[0]) || Says("Usage error: --to")) << log_;
+    struct Wish {
+        std::vector<std::string> arguments;
+        const char* complaint;
+    };
+    for (const Wish& wish :
+         {Wish{{"--from", "x"}, "--from: measure:beat"},
+          Wish{{"--from", "0:01"}, "--from: measure:beat"},
+          Wish{{"--from", "1:05"}, "--from: There is no such place in the song."},
+          Wish{{"--from", "5"}, "--from: The place is behind the end of the song."},
+          Wish{{"--to", "2:9"}, "--to: There is no such place in the song."},
+          Wish{{"--to", "1:01"}, "--to: The end is not behind the start."},
+          Wish{{"--from", "3", "--to", "2"}, "--to: The end is not behind the start."},
+          Wish{{"--tempo", "24"}, "--tempo: The tempo is not between 25 and 65535 BPM."},
+          Wish{{"--tempo", "fast"}, "--tempo: for example +5"}}) {
+        EXPECT_EQ(Play(wish.arguments), 2) << wish.complaint;
+        EXPECT_TRUE(Says(std::string("Usage error: ") + wish.complaint)) << log_;
     }
+    EXPECT_EQ(Play({"--loop", "--from", "1:01", "--to", "1:01.050"}), 2);
+    EXPECT_TRUE(Says("The loop is too short.")) << log_;
     EXPECT_EQ(Run({"play", At("missing.mid")}), 3);
     Put("two.mid", QuickSong());
     EXPECT_EQ(Run({"play", At(".")}), 2);
