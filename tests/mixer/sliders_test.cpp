@@ -240,13 +240,13 @@ TEST_F(SlidersTest, LaterChangesFollowByTheSameAmount) {
 
 TEST_F(SlidersTest, ResetAndSameForAllReachWhatIsInEffect) {
     TrackBuilder track;
-    for (const int channel : {0, 3, 9}) {
+    for (const int channel : {0, 3, 15}) {
         track.Short(0, 0xB0 | channel, 11, 40 + channel);
     }
     Open(FileOf({track.Note(10, 5, 60, 90).NoteOff(10, 5, 60).End()}));
-    mixer.TB_ExpressionChange(0, 88);
-    mixer.SameForAll(0, Control::Expression);
-    EXPECT_EQ(Track(1), "0 B00B58; 0 B30B58; 0 B90B58; 10 953C5A; 20 853C40");
+    mixer.TB_ExpressionChange(3, 88);
+    mixer.SameForAll(3, Control::Expression);
+    EXPECT_EQ(Track(1), "0 B00B58; 0 B30B58; 0 BF0B58; 10 953C5A; 20 853C40");
     mixer.ResetControl(3, Control::Expression);
     EXPECT_EQ(int{mixer.State(3, Control::Expression).value}, 43);
     mixer.SetMasterLinked(true);
@@ -255,7 +255,24 @@ TEST_F(SlidersTest, ResetAndSameForAllReachWhatIsInEffect) {
     mixer.ResetAll();
     EXPECT_EQ(int{mixer.Master()}, 100);
     EXPECT_FALSE(mixer.Transposing().Any());
-    EXPECT_EQ(Track(1), "0 B00B28; 0 B30B2B; 0 B90B31; 10 953C5A; 20 853C40");
+    EXPECT_EQ(Track(1), "0 B00B28; 0 B30B2B; 0 BF0B37; 10 953C5A; 20 853C40");
+}
+
+TEST_F(SlidersTest, AnotherSongThatIsHeardMovesNoSlider) {
+    Open(LatePan());
+    const auto other = std::make_shared<session::OtherSong>();
+    session::Workspace work;
+    Decode(work, FileOf({TrackBuilder().Short(0, 0xB0, 10, 99).Note(900, 0, 60, 90)}));
+    other->song.Swap(work.song);
+    Seek(300);
+    ASSERT_TRUE(session.Controls().Hear(other));
+    Play();
+    Run(50);
+    mixer.Refresh();
+    EXPECT_EQ(int{mixer.State(0, Control::Pan).value}, 20);
+    mixer.TB_PanoramaChange(0, 5);
+    EXPECT_EQ(test::Listing(other->song.tracks[1]), "0 B00A63; 900 903C5A");
+    EXPECT_EQ(int{mixer.State(0, Control::Pan).value}, 20);
 }
 
 TEST_F(SlidersTest, AnEditTakesTheEventThatASliderHolds) {
