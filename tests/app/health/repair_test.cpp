@@ -187,6 +187,20 @@ TEST_F(RepairTest, FindingsTellHowBadTheyAre) {
     EXPECT_EQ(Title(bend, "", Language::English), "Bend at +100 at the end");
 }
 
+// Also where it began with the song.
+TEST_F(RepairTest, FindingsNameWhereItBegan) {
+    TrackBuilder track;
+    track.Note(0, 2, 60, 9).Short(0, 0xB1, 64, 127).Short(0, 0xE1, 0, 70).NoteOff(30, 2, 60);
+    track.Short(7, 0xB1, 64, 100).Short(0, 0xE1, 0, 80).Note(0, 2, 60, 9).NoteOff(30, 2, 60);
+    Open({track});
+    for (const Rule rule : {Rule::SustainAtEnd, Rule::BendAtEnd, Rule::NoProgram, Rule::NoVolume}) {
+        const std::vector<Finding> found = Found(rule);
+        ASSERT_EQ(found.size(), 1U) << RuleName(rule);
+        EXPECT_EQ(found[0].ticks, std::vector{0}) << RuleName(rule);
+        EXPECT_EQ(found[0].count, rule == Rule::NoProgram ? 2 : 1) << RuleName(rule);
+    }
+}
+
 // About a measure around a fault, less around a short note, and only notes of its channel.
 TEST_F(RepairTest, TheFigureShowsWhatIsNear) {
     Open({TrackBuilder().TimeSignature(0, 3, 2), TrackBuilder()
