@@ -113,6 +113,11 @@ TEST_F(CliTest, OptionsReachTheReaderAndTheWriter) {
     ASSERT_EQ(Run({"convert", "-", "--omit-port-events"}, input), 0);
     EXPECT_LT(out_.size(), plain);
     EXPECT_EQ(out_.find("\xFF\x21"), std::string::npos);
+    ASSERT_EQ(Run({"convert", "-", "--dry-run"}, input), 0);
+    EXPECT_EQ(out_, "");
+    Put("song.mid", song);
+    ASSERT_EQ(Run({"convert", At("song.mid"), "--out", "-"}), 0);
+    EXPECT_EQ(out_.size(), plain);
 }
 
 TEST_F(CliTest, UnwritableResultEndsWithFour) {

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
 #include "cli_fixture.h"
 
 namespace tracksmith::cli {
@@ -23,7 +27,13 @@ TEST_F(RenderTest, MakesAnAudioFile) {
     const test::Bytes audio = Get("song.wav");
     ASSERT_GT(audio.size(), 44'100U * 4); // the song lasts 1.4 seconds
     EXPECT_EQ(std::string(audio.begin(), audio.begin() + 4), "RIFF");
-    EXPECT_NE(out_.find("dBFS"), std::string::npos) << out_;
+    int peak = 0; // of samples of 16 bits
+    for (std::size_t i = 44; i + 1 < audio.size(); i += 2) {
+        peak = std::max(peak, std::abs(static_cast<std::int16_t>(audio[i] | audio[i + 1] << 8)));
+    }
+    const std::size_t told = out_.find(", peak ");
+    ASSERT_NE(told, std::string::npos) << out_;
+    EXPECT_NEAR(std::stod(out_.substr(told + 7)), 20 * std::log10(peak / 32768.0), 0.15) << out_;
 }
 
 TEST_F(RenderTest, ExitCodes) {

@@ -87,6 +87,11 @@ TEST_F(RevoiceTest, AMissingBankLsbEndsIt) {
               1);
     EXPECT_TRUE(Says("Tracksmith: channel 3 - Ctrl32 is missing!")) << log_;
     EXPECT_TRUE(Exists("out/odd.mid"));
+    EXPECT_EQ(Run({"convert", At("odd.mid"), "--instrument", "genos2", "--revoice", At("table.tsv"),
+                   "--out", At("new")}),
+              1);
+    EXPECT_TRUE(Says("odd.mid: 0 of 2 program changes replaced")) << log_;
+    EXPECT_TRUE(Exists("new/odd.mid"));
 }
 
 TEST_F(RevoiceTest, WrongTablesAndArguments) {

@@ -24,15 +24,28 @@ TEST_P(UsageTest, WrongArgumentsEndWithTwo) {
 
 INSTANTIATE_TEST_SUITE_P(
     Wrong, UsageTest,
-    testing::Values(UsageCase{{}, "Usage error"}, UsageCase{{"info"}, "FILE"},
-                    UsageCase{{"nonsense"}, "Usage error"},
-                    UsageCase{{"info", "a.mid", "--nonsense"}, "--nonsense"},
-                    UsageCase{{"info", "a.mid", "--lang", "fr"}, "--lang"},
-                    UsageCase{{"convert", "a.mid", "--format", "2", "--out", "x"}, "--format"},
-                    UsageCase{{"convert", "a.mid"}, "--out"},
-                    UsageCase{{"convert", "a.mid", "--out", "x", "--in-place"}, "exclude"},
-                    UsageCase{{"convert", "a.mid", "b.mid", "--out", "-"}, "Only one song"},
-                    UsageCase{{"convert", "-", "--in-place"}, "standard input"}));
+    testing::Values(
+        UsageCase{{}, "Usage error"}, UsageCase{{"info"}, "FILE"},
+        UsageCase{{"nonsense"}, "Usage error"},
+        UsageCase{{"info", "a.mid", "--nonsense"}, "--nonsense"},
+        UsageCase{{"info", "a.mid", "--lang", "fr"}, "--lang"},
+        UsageCase{{"convert", "a.mid", "--format", "2", "--out", "x"}, "--format"},
+        UsageCase{{"convert", "a.mid"}, "--out"},
+        UsageCase{{"convert", "a.mid", "--out", "x", "--in-place"}, "exclude"},
+        UsageCase{{"convert", "a.mid", "b.mid", "--out", "-"}, "Only one song"},
+        UsageCase{{"convert", "-", "--in-place"}, "standard input"},
+        UsageCase{{"convert", "a.mid", "--lead-in", "auto", "--out", "x"}, "--lead-in"},
+        UsageCase{{"convert", "a.mid", "--revoice", "t", "--out", "x"}, "--revoice"},
+        UsageCase{{"convert", "a.mid", "--with-settings", "--out", "x"}, "--with-settings"},
+        UsageCase{{"convert", "a.mid", "--skip-done", "--in-place"}, "--skip-done"},
+        UsageCase{{"convert", "a.mid", "--skip-done", "--out", "-"}, "--skip-done"},
+        UsageCase{{"convert", "a.mid", "--sysex-track", "0", "--out", "x"}, "--sysex-track"},
+        UsageCase{
+            {"revoice", "a.mid", "--instrument", "genos2", "--skip-done", "--table", "t", "-n"},
+            "--skip-done"},
+        UsageCase{{"set", "a.mid", "b.mid", "-c", "1"}, "b.mid"},
+        UsageCase{{"set", "a.mid", "-c", "1", "--out", "x", "--in-place"}, "exclude"},
+        UsageCase{{"ports", "--input", "x"}, "--ask"}));
 
 TEST_F(CliTest, VersionAndHelp) {
     EXPECT_EQ(Run({"--version"}), 0);
