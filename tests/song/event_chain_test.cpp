@@ -122,7 +122,8 @@ TEST(EventChain, UnlinkedEventsKeepTheirBytesAndCanBeLinkedElsewhere) {
 
 TEST(EventPool, FreedPayloadsOfEverySizeAreReusedAndNeverOverlap) {
     EventPool pool;
-    const std::vector<std::size_t> sizes = {1, 11, 12, 13, 28, 29, 1019, 1020, 1021, 5000, 400'000};
+    const std::vector<std::size_t> sizes = {1,    11,   12,   13,   28,      29,     1019,
+                                            1020, 1021, 5000, 5000, 400'000, 400'000};
     std::size_t used = 0;
     for (int round = 0; round < 3; ++round) {
         std::vector<EventData> blocks;
