@@ -96,6 +96,8 @@ TEST_F(LoadSequenceTest, AnotherSongEndsWhatCanBeTakenBack) {
         EXPECT_FALSE(session_.Modified());
     }
     EXPECT_FALSE(session_.HasSong());
+    others[1]();
+    EXPECT_TRUE(session_.HasSong());
 }
 
 TEST_F(LoadSequenceTest, AFileThatCannotBeReadLeavesTheOldSong) {

@@ -80,6 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SplitCase{0, {0x90, 1, 2}, {{kInputData, {0x90, 1, 2}}}},
                     SplitCase{0, {0xFE}, {{kInputData, {0xFE, 0, 0}}}},
                     SplitCase{1, {0xF0, 1, 2, 0xF7}, {{kInputLongData, {0xF0, 1, 2, 0xF7}}}},
+                    SplitCase{1, {2, 3, 4, 0xF7}, {{kInputLongData, {2, 3, 4, 0xF7}}}}, // its end
                     SplitCase{1, {0xF0, 0xF7}, {{kInputLongData, {0xF0, 0xF7}}}},
                     SplitCase{3,
                               {0xF0, 1, 2, 3, 4, 0xF7},
