@@ -141,6 +141,9 @@ TEST_F(CheckTest, OtherCommandsLengthenShortNotesUnlessToldNot) {
     const test::Bytes ten = converted({"--min-length", "10"});
     EXPECT_TRUE(Says("1 very short notes lengthened")) << log_;
     EXPECT_NE(asIs, ten);
+    EXPECT_EQ(converted({"--min-length", "0"}), asIs);
+    EXPECT_NE(converted({"--min-length", "9999"}), ten);
+    EXPECT_EQ(Run({"convert", At("short.mid"), "--min-length", "10000", "--out", At("o")}), 2);
     EXPECT_NE(converted({}), ten);
     EXPECT_EQ(Run({"convert", At("short.mid"), "--min-length", "much"}), 2);
     EXPECT_EQ(Run({"check", "--min-length", "9", At("short.mid")}), 2);

@@ -35,10 +35,13 @@ TEST_F(DeviceTest, PortsAsText) {
     EXPECT_EQ(out_,
               "Ausgang  Loop 1  MIDI-Anschluss  bereit: silent\n"
               "Eingang  Loop 1  MIDI-Anschluss  bereit\n");
+    EXPECT_EQ(log_, "");
     loop_->Vanish(0);
     ASSERT_EQ(Run({"ports"}), 0);
     EXPECT_EQ(out_, "");
     EXPECT_TRUE(Says("no MIDI ports")) << log_;
+    ASSERT_EQ(Run({"ports", "--quiet"}), 0);
+    EXPECT_EQ(log_, "");
 }
 
 TEST_F(DeviceTest, AskingNamesTheInstrument) {

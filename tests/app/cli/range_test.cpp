@@ -71,7 +71,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "The MIDI channel 5 can't be transposed."},
         RangeCase{{"transpose", "--from", "2", "--to", "3", "--semitones", "1", "--channel", "10"},
                   2,
-                  "Channel 10 plays drums"}));
+                  "Channel 10 plays drums"},
+        RangeCase{{"transpose", "--from", "2", "--to", "3", "--semitones", "1", "--channel", "17"},
+                  2,
+                  "--channel"}));
 
 // The notes of a MegaVoice above B6 are noises, which stay where they are.
 TEST_F(CliTest, RangeKnowsTheVoicesOfTheInstrument) {

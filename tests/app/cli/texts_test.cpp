@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 #include <limits>
+#include <span>
+#include <string>
+#include <vector>
 
 namespace tracksmith::cli::texts {
 namespace {
