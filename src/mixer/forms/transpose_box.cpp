@@ -1,6 +1,7 @@
 #include "mixer/forms/transpose_box.h"
 
 #include "base/forms/theme.h"
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "mixer/forms/strip_colours.h"
@@ -44,6 +45,13 @@ std::optional<int> TransposeBox::ValueOf(const QString& text) const {
     bool isNumber = false;
     const int value = text.trimmed().toInt(&isNumber);
     return isNumber ? std::optional(value) : std::nullopt;
+}
+
+// The text fills the box: a double click always means the file's pitch.
+void TransposeBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        emit ResetWanted();
+    }
 }
 
 void TransposeBox::paintEvent(QPaintEvent* event) {

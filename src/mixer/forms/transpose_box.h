@@ -24,6 +24,7 @@ protected:
     QRect TextPlace() const override { return rect(); }
     int Travel() const override;
     std::optional<int> ValueAt(const QPoint& /*at*/) const override { return std::nullopt; }
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
