@@ -22,6 +22,16 @@ constexpr int kFlushMs = 5;
 /// Channels that have a key of their own.
 constexpr int kKeyedChannels = 10;
 
+// In the area of the strips, and in those around it that a large text makes scroll.
+void ScrollTo(QWidget& strip) {
+    for (QWidget* around = strip.parentWidget(); around != nullptr;
+         around = around->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(around)) {
+            area->ensureWidgetVisible(&strip, 0, 0);
+        }
+    }
+}
+
 } // namespace
 
 StripsView::StripsView(mixer::Mixer& mixer, QWidget* parent)
@@ -37,11 +47,10 @@ StripsView::StripsView(mixer::Mixer& mixer, QWidget* parent)
         strips->addWidget(strip, 1);
         Connect(*strip);
     }
-    area_ = NewScrollArea(row);
     auto* all = new QHBoxLayout(this);
     all->setContentsMargins(0, 0, 0, 0);
     all->setSpacing(std::max(2, Gap() / 3));
-    all->addWidget(area_, 1);
+    all->addWidget(NewScrollArea(row), 1);
     all->addWidget(master_);
     connect(master_, &MasterStrip::Changed, this, &StripsView::TakeChange);
     connect(master_, &MasterStrip::Refused, this, &StripsView::Refused);
@@ -160,7 +169,7 @@ void StripsView::FocusChannel(int channel) {
     if (StripOf(channel).Used()) {
         StripOf(channel).FocusPlace(
             StripOf(static_cast<int>(mixer_.CurrentChannel())).FocusedPlace());
-        area_->ensureWidgetVisible(&StripOf(channel), 0, 0);
+        ScrollTo(StripOf(channel));
     }
 }
 
@@ -170,7 +179,7 @@ void StripsView::GoToNeighbour(int from, int step) {
          channel += step) {
         if (StripOf(channel).Used()) {
             StripOf(channel).FocusPlace(StripOf(from).FocusedPlace());
-            area_->ensureWidgetVisible(&StripOf(channel), 0, 0);
+            ScrollTo(StripOf(channel));
             return;
         }
     }

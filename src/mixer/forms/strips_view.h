@@ -11,8 +11,6 @@
 #include "mixer/forms/shown_voice.h"
 #include "mixer/mixer.h"
 
-class QScrollArea;
-
 namespace tracksmith::forms {
 
 class MasterStrip;
@@ -69,7 +67,6 @@ private:
     Language language_ = Language::English;
     std::array<ChannelStrip*, song::kMidiChannels> strips_{};
     MasterStrip* master_;
-    QScrollArea* area_;
     QTimer flush_;
     /// Inserting is offered once, then only by the menu.
     bool offered_ = false;
