@@ -51,7 +51,10 @@ TEST_F(OverviewTest, ChosenChannelStandsOut) {
     EXPECT_LT(Pixel(0, 1).lightness(), before.lightness());
     overview_->SetCursorColumn(2);
     EXPECT_EQ(LabelText("Lbl_NotesHere"), "1");
-    Find<QAbstractButton>("Btn_Channel09")->click();
+    Find<QAbstractButton>("Btn_Channel02")->click(); // instead
+    EXPECT_FALSE(Find<QAbstractButton>("Btn_Channel09")->isChecked());
+    EXPECT_EQ(LabelText("Lbl_NotesHere"), "0");
+    Find<QAbstractButton>("Btn_Channel02")->click();
     EXPECT_EQ(Pixel(0, 1), before);
 }
 
@@ -104,6 +107,17 @@ TEST_F(OverviewTest, DraggingDrawsALoopOverWholeMeasures) {
     EXPECT_TRUE(loop->on);
     EXPECT_NE(Pixel(1, 0), still[0]);
     EXPECT_EQ(form_->Session().Controls().Tick(), 0); // a drag is no seek
+}
+
+TEST_F(OverviewTest, OnlyTheLeftButtonSeeksAndOnlyInTheSongThatItWasPressedIn) {
+    QTest::mouseClick(overview_, Qt::RightButton, {}, Cell(0, 1));
+    EXPECT_EQ(overview_->CursorColumn(), 0);
+    QTest::mousePress(overview_, Qt::LeftButton, {}, Cell(0, 2));
+    QTest::mouseClick(overview_, Qt::RightButton, {}, Cell(0, 1)); // while the left one is held
+    EXPECT_EQ(overview_->CursorColumn(), 0);
+    form_->OpenMidiFile(Path("waltz.mid"));
+    QTest::mouseRelease(overview_, Qt::LeftButton, {}, Cell(0, 2));
+    EXPECT_EQ(overview_->CursorColumn(), 0);
 }
 
 TEST_F(OverviewTest, ToolTipNamesMeasureChannelAndNotes) {

@@ -134,6 +134,7 @@ void SongView::Connect() {
     connect(overview_, &OverviewWidget::PlaceChosen, &session_, &SessionSignals::MoveToTick);
     connect(overview_, &OverviewWidget::LoopChosen, &session_, &SessionSignals::SetLoop);
     connect(strips_, &StripsView::ChannelChosen, overview_, &OverviewWidget::SetChannel);
+    connect(strips_, &StripsView::ChannelChosen, this, &SongView::ShowPlace); // its notes here
     connect(strips_, &StripsView::VoicePressed, this, &SongView::VoicePressed);
     connect(strips_, &StripsView::InsertWanted, this, &SongView::InsertWanted);
     connect(strips_, &StripsView::Refused, this, &SongView::Refused);
