@@ -112,8 +112,10 @@ void PositionFields::Step(const song::TimeMap& map, int measures, int beats) {
     const auto startOf = [&](std::int64_t number) {
         return std::max(song::MTCToSongPosition(map, static_cast<std::int32_t>(number), 1, 0), 0);
     };
-    if (beat < 1) {
-        measure = std::max<std::int64_t>(measure - 1, 1);
+    if (beat < 1 && measure == 1) {
+        beat = 1;
+    } else if (beat < 1) {
+        --measure;
         beat = BeatsIn(map, startOf(measure));
     } else if (beat > BeatsIn(map, startOf(measure))) {
         measure += beats > 0 ? 1 : 0;
