@@ -126,6 +126,67 @@ TEST_F(HealthFormTest, FiltersByChannelAndLetsListen) {
     EXPECT_EQ(Find<QPushButton>("Btn_Listen")->text().toStdString(), "&Listen");
 }
 
+// Overlaps in the first, the third and the fourth measure.
+TEST_F(HealthFormTest, EveryPlaceIsReachedAndHeardFromItsMeasure) {
+    test::TrackBuilder track;
+    for (const std::uint32_t pause : {480U, 3'300U, 2'820U}) {
+        track.Note(pause, 2, 60, 9).Note(20, 2, 60, 9).NoteOff(20, 2, 60).NoteOff(20, 2, 60);
+    }
+    form_->OpenMidiFile(
+        Write("three.mid", test::MidiFileBuilder().Track(track.End(4'000)).Build()));
+    Trigger("MMF_Health");
+    auto* window = Find<QDialog>("Dlg_Health");
+    auto* table = Find<QTableWidget>("Table_Findings");
+    const auto overlaps = table->findItems(QStringLiteral("Overlapping notes"), Qt::MatchExactly);
+    ASSERT_EQ(overlaps.size(), 1);
+    table->selectRow(overlaps.front()->row());
+    const auto* previous = Find<QPushButton>("Btn_PreviousPlace");
+    const auto* next = Find<QPushButton>("Btn_NextPlace");
+    EXPECT_EQ(LabelText("Lbl_Place"), "Place 1 of 3");
+    EXPECT_FALSE(previous->isEnabled());
+    Press("Btn_NextPlace");
+    EXPECT_EQ(LabelText("Lbl_Place"), "Place 2 of 3");
+    EXPECT_EQ(Tick(), 3'860);
+    Press("Btn_NextPlace");
+    EXPECT_FALSE(next->isEnabled());
+    EXPECT_EQ(Tick(), 6'740);
+    Press("Btn_Listen");
+    EXPECT_TRUE(form_->Session().Controls().Playing());
+    EXPECT_GE(Tick(), 5'760);
+    EXPECT_LT(Tick(), 7'680);
+    window->close();
+    EXPECT_FALSE(form_->Session().Controls().Playing());
+}
+
+TEST_F(HealthFormTest, TheFindingCountsMostWhereThereIsLittleRoom) {
+    Open();
+    auto* window = Find<QDialog>("Dlg_Health");
+    const auto shown = [&](int width) {
+        window->resize(width, window->height());
+        QApplication::processEvents();
+        return std::string(table_->isColumnHidden(4) ? "" : "count ") +
+               (table_->isColumnHidden(5) ? "" : "repair ") +
+               (Find<QLabel>("Lbl_SafeRepairs")->isVisible() ? "sum" : "");
+    };
+    EXPECT_EQ(shown(window->minimumSizeHint().width()), "");
+    EXPECT_EQ(shown(1'200), "count repair sum");
+    EXPECT_EQ(LabelText("Lbl_SafeRepairs"), "Safe repairs: 3, places: 3");
+}
+
+TEST_F(HealthFormTest, TheOverviewOfTheFindingsSeeks) {
+    Open();
+    auto* overview = Find<QWidget>("HealthOverview");
+    QTest::keyClick(overview, Qt::Key_Right);
+    EXPECT_EQ(Tick(), 0); // one measure only
+    Find<QComboBox>("Box_HealthChannel")->setCurrentIndex(1);
+    table_->selectRow(1);
+    QTest::keyClick(table_, Qt::Key_R);
+    EXPECT_EQ(Find<QComboBox>("Box_HealthChannel")->currentIndex(), 1); // after a repair, too
+    EXPECT_EQ(table_->rowCount(), 2);
+    EXPECT_EQ(table_->currentRow(), 1);
+    EXPECT_FALSE(Find<QLabel>("Lbl_Explanation")->text().isEmpty());
+}
+
 TEST_F(HealthFormTest, ListeningEndsByItself) {
     form_->OpenMidiFile(Write("long.mid", test::MidiFileBuilder()
                                               .Track(test::TrackBuilder()
