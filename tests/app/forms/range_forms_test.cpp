@@ -1,11 +1,13 @@
 #include "base/recording_message_host.h"
 #include "form_fixture.h"
+#include <QCheckBox>
 #include <QComboBox>
 #include <QMenu>
 #include <QRadioButton>
 #include <QTableWidget>
 #include <QTest>
 
+#include "editing/forms/carried_words.h"
 #include "editing/forms/number_field.h"
 #include "editing/forms/range_form.h"
 #include "editing/forms/range_overview.h"
@@ -91,6 +93,15 @@ protected:
         QTest::qWait(250);
         return In<QLabel>("Lbl_Figures")->accessibleName().toStdString();
     }
+    /// A row of what transposing moves.
+    std::string Moves(int row) const {
+        QStringList cells;
+        const auto* table = In<QTableWidget>("Grid_Transpose");
+        for (int column = 0; column < table->columnCount(); ++column) {
+            cells << table->item(row, column)->text();
+        }
+        return cells.join(u'|').toStdString();
+    }
     std::string Fault() const { return In<QLabel>("Lbl_RangeFault")->text().toStdString(); }
     QPushButton* Ok() const { return In<QPushButton>("Btn_Ok"); }
     std::string Caption(const char* action) const {
@@ -170,6 +181,19 @@ TEST_F(RangeFormsTest, FaultsStandBelowTheFieldsAndNothingIsDone) {
     QTest::keyClick(In<NumberField>("E_SourceToBeat"), Qt::Key_Up);
     QTest::keyClick(In<NumberField>("E_SourceToMeasure"), Qt::Key_Up);
     EXPECT_EQ(Positions(), "3:01 7:01 :");
+    // They stay in the song.
+    Type("E_SourceFromMeasure", "2");
+    Type("E_SourceFromBeat", "1");
+    for (int step = 0; step < 6; ++step) {
+        QTest::keyClick(In<NumberField>("E_SourceFromBeat"), Qt::Key_Down);
+    }
+    EXPECT_EQ(Positions(), "1:01 7:01 :");
+    QTest::keyClick(In<NumberField>("E_SourceFromMeasure"), Qt::Key_Down);
+    EXPECT_EQ(Positions(), "1:01 7:01 :");
+    for (int step = 0; step < 6; ++step) {
+        QTest::keyClick(In<NumberField>("E_SourceToMeasure"), Qt::Key_Up);
+    }
+    EXPECT_EQ(Window()->Wish().to.measure, "9");
     In<QPushButton>("Btn_Cancel")->click();
     EXPECT_EQ(Encoded(), before_);
     EXPECT_FALSE(Find<QAction>("MME_Undo")->isEnabled());
@@ -210,6 +234,108 @@ TEST_F(RangeFormsTest, PlacesComeFromTheMusicTheLoopAndTheMouse) {
     BoxAnswer box("Btn_Ok");
     Trigger("PMC_DeleteEndPosition");
     EXPECT_EQ(box.text, "Please close the \"Transpose range\" window.");
+}
+
+// A click on the overview seeks the nearest measure; the edges of a range can be taken hold of.
+TEST_F(RangeFormsTest, TheRangeIsDraggedByItsEdges) {
+    session::Transport& controls = form_->Session().Controls();
+    Trigger("MME_RangeDelete");
+    auto* overview = In<RangeOverview>("NowOverview");
+    const int middle = overview->height() / 2;
+    const auto move = [&](int x, Qt::MouseButtons buttons) {
+        QMouseEvent event(QEvent::MouseMove, QPointF(x, middle),
+                          overview->mapToGlobal(QPointF(x, middle)), Qt::NoButton, buttons, {});
+        QApplication::sendEvent(overview, &event);
+    };
+    const auto xOf = [&](int measure) { // the middle of where a click leads there
+        Type("E_SourceFromMeasure", measure < 4 ? "6" : "2");
+        Type("E_SourceToMeasure", measure < 4 ? "7" : "3");
+        std::vector<int> found;
+        for (int x = 0; x < overview->width(); x += 2) {
+            controls.MoveToTick(77);
+            QTest::mouseClick(overview, Qt::LeftButton, {}, {x, middle});
+            if (controls.Tick() == (measure - 1) * kMeasure) {
+                found.push_back(x);
+            }
+        }
+        EXPECT_FALSE(found.empty()) << measure;
+        return found.empty() ? 0 : (found.front() + found.back()) / 2;
+    };
+    const std::array places{xOf(2), xOf(3), xOf(5), xOf(6)};
+    const auto drag = [&](int from, int to) {
+        Type("E_SourceFromMeasure", "3");
+        Type("E_SourceToMeasure", "5");
+        move(from, Qt::NoButton);
+        const bool edge = overview->cursor().shape() == Qt::SizeHorCursor;
+        QTest::mousePress(overview, Qt::LeftButton, {}, {from, middle});
+        move(to, Qt::LeftButton);
+        QTest::mouseRelease(overview, Qt::LeftButton, {}, {to, middle});
+        return Positions() + (edge ? "edge" : "");
+    };
+    EXPECT_EQ(drag(places[1] + 5, places[0]), "2:01 5:01 :edge");
+    EXPECT_EQ(drag(places[2] - 5, places[3]), "3:01 6:01 :edge");
+    EXPECT_EQ(drag(places[2] + 5, places[0]), "2:01 3:01 :edge"); // over the other one
+    EXPECT_EQ(drag(places[3], places[2]), "5:01 6:01 :");
+    In<QPushButton>("Btn_ToolTranspose")->click();
+    const BoxAnswer box("Btn_Ok");
+    In<QPushButton>("Btn_UseLoop")->click();
+    EXPECT_EQ(box.text, "There is no loop.");
+}
+
+TEST_F(RangeFormsTest, EachSeamOfACopyIsHeardAndTheStateMayStay) {
+    session::Transport& controls = form_->Session().Controls();
+    Trigger("MME_RangeCopy");
+    Type("E_SourceFromMeasure", "7");
+    Type("E_SourceToMeasure", "9");
+    Type("E_DestMeasure", "3:01");
+    const auto heard = [&](const char* seam) {
+        In<QPushButton>(seam)->click();
+        In<QPushButton>("Btn_Preview")->click();
+        const auto loop = *controls.Loop();
+        In<QPushButton>("Btn_Preview")->click();
+        return std::pair(loop.startTick, loop.endTick);
+    };
+    EXPECT_EQ(heard("Btn_BlockStart"), std::pair(kMeasure, 3 * kMeasure));
+    EXPECT_EQ(heard("Btn_BlockEnd"), std::pair(3 * kMeasure, 5 * kMeasure));
+    In<QCheckBox>("Chk_BringState")->click();
+    EXPECT_NE(Figures().find("0 settings carried over"), std::string::npos) << Figures();
+}
+
+TEST(CarriedWordsTest, SettingsAreSaidInAMusiciansWords) {
+    editing::CarriedState carried;
+    carried.metas = {{0, 0x51, {0x09, 0x27, 0xC0}}, {0, 0x58, {6, 3, 24, 8}}, {0, 0x59, {2, 0}}};
+    for (const auto& [status, data1, data2] :
+         std::vector<std::array<std::uint8_t, 3>>{{0xB3, 0, 8},
+                                                  {0xB3, 32, 34},
+                                                  {0xC3, 24, 0},
+                                                  {0xB3, 101, 0},
+                                                  {0xB3, 100, 0},
+                                                  {0xB3, 6, 12},
+                                                  {0xB3, 38, 1},
+                                                  {0xB3, 99, 1},
+                                                  {0xB3, 98, 8},
+                                                  {0xB3, 6, 70},
+                                                  {0xB3, 99, 127},
+                                                  {0xB3, 98, 127},
+                                                  {0xB3, 6, 1},
+                                                  {0xB3, 7, 96},
+                                                  {0xB3, 7, 96},
+                                                  {0xE3, 1, 65},
+                                                  {0xD3, 9, 0},
+                                                  {0xA3, 60, 5},
+                                                  {0xC9, 0, 0}}) {
+        carried.behind.push_back({0, status, data1, data2});
+    }
+    const auto name = [](std::uint8_t channel, std::optional<std::uint8_t> msb,
+                         std::optional<std::uint8_t> lsb, std::uint8_t program) {
+        return channel == 9 ? std::string()
+                            : "Voice " + std::to_string(*msb) + "/" + std::to_string(*lsb) + "/" +
+                                  std::to_string(program);
+    };
+    EXPECT_EQ(CarriedWords(carried, name, Language::English).join(u'\n').toStdString(),
+              "Tempo 100\nMetre 6/8\nKey\n"
+              "Channel 4: Voice 8/34/24, Bend range 12, Parameter 1/8: 70, Volume 96, "
+              "Pitch bend 129, Channel pressure 9, Key pressure\nChannel 10: Program 1");
 }
 
 TEST_F(RangeFormsTest, PreviewPlaysTheSeamAndLeavesEverythingAsItWas) {
@@ -276,7 +402,18 @@ TEST_F(RangeFormsTest, CopyingAndTransposingNameWhatTheyDo) {
               "3 notes on 2 channels\n3 notes have to be folded by octaves\n"
               "2 notes stay\n");
     EXPECT_EQ(In<QTableWidget>("Grid_Transpose")->rowCount(), 3);
-    Type("E_Semitones", "2");
+    Type("E_Semitones", "1");
+    auto* semitones = In<NumberField>("E_Semitones");
+    QTest::keyClick(semitones, Qt::Key_Down);
+    QTest::keyClick(semitones, Qt::Key_Down);
+    EXPECT_EQ(Field("E_Semitones"), "-1");
+    for (int step = 0; step < 3; ++step) {
+        QTest::keyClick(semitones, Qt::Key_Up);
+    }
+    EXPECT_EQ(Field("E_Semitones"), "+2");
+    Figures();
+    EXPECT_EQ(Moves(0), "1|Electric Piano 2|2|C#3 – F3|→|D#3 – G3");
+    EXPECT_EQ(Moves(2), "10||2|drums||stay as they are");
     In<QRadioButton>("RB_OnlyOnChannel")->click();
     auto* list = In<QComboBox>("CB_OnlyOnChannel");
     EXPECT_EQ(list->count(), 15);
