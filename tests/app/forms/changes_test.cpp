@@ -2,8 +2,10 @@
 #include <iterator>
 
 #include "base/recording_message_host.h"
+#include <QAbstractSlider>
 #include <QComboBox>
 #include <QTest>
+#include <QToolButton>
 #include <QTreeView>
 
 #include "app/forms/changes/change_log.h"
@@ -125,6 +127,14 @@ TEST_F(ChangesFormTest, BeforeIsHeardAndNothingIsChanged) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return heard(62); })); // as the file has it
     Trigger("MMP_TransposeUp");
     EXPECT_NE(LabelText("Lbl_Notice").find("switch back"), std::string::npos);
+    for (const char* box : {"Transpose02", "TransposeSong"}) {
+        Find<QToolButton>("Btn_CloseNotice")->click();
+        auto* slider = Find<QAbstractSlider>(box);
+        const int before = slider->value();
+        slider->setValue(7);
+        EXPECT_EQ(slider->value(), before) << box;
+        EXPECT_NE(LabelText("Lbl_Notice").find("switch back"), std::string::npos) << box;
+    }
     EXPECT_EQ(Saved(), saved);
     QTest::keyClick(form_.get(), Qt::Key_B, Qt::ControlModifier); // in the main window, too
     EXPECT_FALSE(form_->Session().HearsOther());
@@ -139,6 +149,30 @@ TEST_F(ChangesFormTest, BeforeIsHeardAndNothingIsChanged) {
     EXPECT_EQ(Saved(), saved);
     Trigger("MMP_TransposeUp");
     EXPECT_NE(Saved(), saved);
+}
+
+TEST_F(ChangesFormTest, TheRowStaysChosenWhileTheSongIsEdited) {
+    OpenChanged();
+    const auto chosen = [this] {
+        EXPECT_EQ(tree_->selectionModel()->selectedRows().size(), 1);
+        return tree_->currentIndex().data().toString().toStdString();
+    };
+    const auto choose = [this](int group) {
+        tree_->setCurrentIndex(tree_->model()->index(0, 0, tree_->model()->index(group, 0)));
+    };
+    EXPECT_EQ(chosen(), "Tempo");
+    choose(1);
+    Trigger("MMP_TransposeUp");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Rows().find("+2 semitones") != std::string::npos; }));
+    EXPECT_EQ(chosen(), "Note");
+    Press("Btn_Notes"); // where it is gone the last one is chosen
+    EXPECT_EQ(chosen(), "Tempo");
+    Press("Btn_Notes");
+    Press("Btn_TempoKind");
+    EXPECT_EQ(chosen(), "Note");
+    Press("Btn_Notes");
+    EXPECT_EQ(tree_->model()->rowCount(), 0);
+    EXPECT_FALSE(Find<QPushButton>("Btn_ChangeGoThere")->isEnabled());
 }
 
 // What is heard as before ends with saving, which writes the song as it is.
