@@ -150,6 +150,68 @@ TEST_F(RevoicerFormTest, TablesAreReadAndWritten) {
         instruments::RevoicerTable::FromText(std::string(bytes.begin(), bytes.end()), badLine);
     ASSERT_TRUE(written);
     EXPECT_EQ(written->Applied(), Stored().Applied());
+    const auto told = [&](const char* button, const std::filesystem::path& file) {
+        chooser_->answer = file;
+        BoxAnswer box("Btn_Ok");
+        Press(button);
+        return box.text;
+    };
+    EXPECT_EQ(told("Btn_ExportTable", Path("no such folder") / "out.tsv"),
+              "The file cannot be written.");
+    EXPECT_EQ(told("Btn_ImportTable", Path("nothing.tsv")), "The file cannot be read.");
+    EXPECT_EQ(Stored().Rows().size(), 2U);
+    EXPECT_EQ(told("Btn_ExportTable", Path("again.tsv")), "");
+    EXPECT_EQ(chooser_->asked.filename(), "Yamaha Genos.tsv");
+    EXPECT_EQ(test::FileBytes(Path("again.tsv")), bytes);
+}
+
+// The second voice is selected behind the first one's bank select, the third has none.
+TEST_F(RevoicerFormTest, CountsWhatHasNoBankOfItsOwn) {
+    instruments::InstrumentSettings(*store_).WriteInstrument(kGenos);
+    OpenWindow();
+    form_->OpenMidiFile(Write("sharing.mid", test::MidiFileBuilder(0)
+                                                 .Track(test::TrackBuilder()
+                                                            .Short(0, 0xB2, 0, 0)
+                                                            .Short(0, 0xB2, 32, 0)
+                                                            .Program(0, 2, 24)
+                                                            .Note(480, 2, 60, 90)
+                                                            .NoteOff(480, 2, 60)
+                                                            .Program(0, 2, 25)
+                                                            .Note(0, 2, 60, 90)
+                                                            .NoteOff(480, 2, 60)
+                                                            .End())
+                                                 .Build()));
+    Trigger("MME_AutoRevoicer");
+    EXPECT_EQ(LabelText("Lbl_RevoicerCounts"),
+              "0 of 2 program changes will be replaced; 1 have an earlier one's bank select");
+    Press("Btn_AddBanks");
+    EXPECT_EQ(LabelText("Lbl_RevoicerCounts"), "0 of 2 program changes will be replaced");
+    EXPECT_FALSE(Find<QPushButton>("Btn_AddBanks")->isEnabled());
+    form_->ClearMidiMemory();
+    EXPECT_EQ(LabelText("Lbl_RevoicerCounts"), "No song is loaded");
+    EXPECT_FALSE(Find<QPushButton>("Btn_RevoicerPlay")->isEnabled());
+}
+
+TEST_F(RevoicerFormTest, KeysSwitchTheVoicesAndPlay) {
+    Open();
+    Press("Btn_Suggest");
+    auto* window = Find<QDialog>("Dlg_AutoRevoicer");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    const auto* fresh = Find<QPushButton>("Btn_NewVoices");
+    const auto* old = Find<QPushButton>("Btn_OldVoices");
+    QTest::keyClick(window, Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(fresh->isChecked() && !old->isChecked());
+    QTest::keyClick(window, Qt::Key_B, Qt::ControlModifier);
+    EXPECT_TRUE(!fresh->isChecked() && old->isChecked());
+    EXPECT_EQ(Find<QPushButton>("Btn_RevoicerPlay")->text().toStdString(), "&Play");
+    Press("Btn_RevoicerPlay");
+    EXPECT_TRUE(form_->Session().Controls().Playing());
+    EXPECT_EQ(Find<QPushButton>("Btn_RevoicerPlay")->text().toStdString(), "Sto&p");
+    Press("Btn_RevoicerPlay");
+    EXPECT_FALSE(form_->Session().Controls().Playing());
+    Press("Btn_Delete");
+    EXPECT_TRUE(Stored().Rows().empty());
+    EXPECT_FALSE(Find<QPushButton>("Btn_Delete")->isEnabled());
 }
 
 TEST_F(RevoicerFormTest, AFolderIsRevoicedBesideTheSongAndAnswersCount) {
