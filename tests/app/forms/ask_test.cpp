@@ -47,6 +47,7 @@ TEST_F(AskTest, WhatAnswersCanBeChosen) {
     ASSERT_TRUE(choose->isVisible());
     QTest::keyClick(choose, Qt::Key_Space);
     EXPECT_EQ(instruments::InstrumentSettings(*store_).ReadInstrument(), "Yamaha Genos");
+    EXPECT_FALSE(Find<QWidget>("NoticeBar")->isVisible()); // it is stored
     EXPECT_FALSE(choose->isVisible());
     Ask();
     ASSERT_TRUE(Becomes("Yamaha Genos answered on Loop 1"));

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPointer>
+#include <QSpinBox>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -45,6 +46,18 @@ TEST_F(InstrumentTest, IsFoundByTypingAndRemembered) {
     EXPECT_GT(tree->viewport()->height() / rowHeight, 20); // of 109
     QTest::keyClick(search, Qt::Key_Up);
     EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 4");
+    QTest::keyClick(search, Qt::Key_Down);
+    EXPECT_EQ(tree->currentItem()->text(0).toStdString(), "Yamaha Tyros 5");
+    const auto* choose = Find<QPushButton>("Btn_OK");
+    EXPECT_TRUE(choose->isEnabled());
+    search->setText(QStringLiteral("no such keyboard"));
+    EXPECT_FALSE(choose->isEnabled());
+    EXPECT_TRUE(tree->topLevelItem(0)->isHidden());
+    search->clear();
+    EXPECT_FALSE(tree->topLevelItem(0)->isHidden() || tree->topLevelItem(0)->child(0)->isHidden());
+    QTest::keyClick(search, Qt::Key_Down); // makers are stepped over
+    EXPECT_EQ(tree->currentItem(), tree->topLevelItem(0)->child(0));
+    EXPECT_TRUE(choose->isEnabled());
     QTest::keyClick(search, Qt::Key_Escape);
     EXPECT_EQ(Instrument(), "Yamaha Tyros 5");
     OpenWindow();
@@ -203,6 +216,10 @@ TEST_F(InstrumentTest, SettingsAreKeptForEachInstrument) {
         list->setCurrentItem(
             list->findItems(QLatin1String(name), Qt::MatchExactly | Qt::MatchRecursive).at(0));
     };
+    auto* track = Find<QSpinBox>("E_SysexTrack");
+    EXPECT_EQ(track->value(), instruments::InstrumentSettings(*store_).ReadSysexTrack() + 1);
+    track->setValue(3);
+    EXPECT_EQ(instruments::InstrumentSettings(*store_).ReadSysexTrack(), 2);
     auto* maps = Find<QComboBox>("CB_RolandSCDefaultMap");
     EXPECT_EQ(maps->currentText(), QStringLiteral("SC-88Pro"));
     maps->setCurrentIndex(0);
@@ -212,6 +229,7 @@ TEST_F(InstrumentTest, SettingsAreKeptForEachInstrument) {
     take("Roland SC-88Pro");
     EXPECT_EQ(maps->currentText(), QStringLiteral("SC-55"));
     EXPECT_TRUE(store_->ReadBoolFromUserRegistrySubdir("Korg Pa800", "KorgPartEQ", false));
+    EXPECT_EQ(track->value(), 3); // for all
     take("Yamaha Motif-Rack XS");
     Find<QPushButton>("Btn_AudioRouting")->click();
     auto* part = Find<QComboBox>("CB_Part15");
