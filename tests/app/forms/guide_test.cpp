@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextCursor>
 
 #include "app/forms/dialogs.h"
@@ -151,6 +152,10 @@ TEST_F(GuideTest, GoesBackAndForwardAndFollowsLinks) {
     EXPECT_EQ(Place(*guide), "Where files are");
     guide->findChild<QListWidget*>()->setCurrentRow(0);
     EXPECT_EQ(text->HeadingAtTop(), 0);
+    text->verticalScrollBar()->setValue(text->verticalScrollBar()->maximum() / 2);
+    EXPECT_EQ(guide->findChild<QListWidget*>()->currentRow(), text->HeadingAtTop());
+    EXPECT_GT(text->HeadingAtTop(), 0);
+    text->verticalScrollBar()->setValue(0);
     Trigger("MMF_German"); // stays where it is
     EXPECT_EQ(Place(*guide), "Tracksmith-Benutzerhandbuch");
     EXPECT_EQ(guide->windowTitle(), QStringLiteral("Benutzerhandbuch"));
