@@ -24,7 +24,8 @@ set(SOURCES
   screen_fit_test.cpp
   slow_medium.h
   song_display_test.cpp
-  start_page_test.cpp)
+  start_page_test.cpp
+  synth_settings_test.cpp)
 if(WIN32)
   # Wine's loop-back driver lies beside the test program already.
   list(APPEND SOURCES windows_program_test.cpp windows_window_test.cpp)
