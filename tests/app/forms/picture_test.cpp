@@ -1,7 +1,12 @@
 #include "form_fixture.h"
+#include <QAbstractSlider>
 #include <QDialog>
+#include <QDragEnterEvent>
 #include <QImage>
+#include <QLineEdit>
+#include <QMimeData>
 #include <QTest>
+#include <QUrl>
 
 #include "app/forms/dialogs.h"
 #include "app/forms/slow_medium.h"
@@ -132,6 +137,62 @@ TEST_F(PictureTest, FaultsAndLampsLookAsTheyDid) {
         findings->selectRow(row);
         ExpectPicture(*Find<QDialog>("Dlg_Health"), "finding" + std::to_string(row));
     }
+}
+
+// Lines of words with chords: one that fits, and a long one of which the sung part is seen.
+TEST_F(PictureTest, WordsAndChordsLookAsTheyDid) {
+    test::TrackBuilder words;
+    words.Text(0, 5, "Gr\xFC\xDF ").Text(480, 5, "dich Gott, ").Text(480, 5, "auch heut\r");
+    for (int beat = 0; beat < 24; ++beat) {
+        words.Text(480, 5, "immer weiter ");
+    }
+    words.Text(480, 5, "\rEnde").Note(0, 0, 60, 9).NoteOff(480, 0, 60);
+    form_->OpenMidiFile(
+        Write("sung.mid", test::MidiFileBuilder()
+                              .Track(words.End())
+                              .Track(test::TrackBuilder()
+                                         .Meta(480, 0x7F, {0x43, 0x7B, 1, 0x36, 10, 0x7F, 0x7F})
+                                         .Meta(480, 0x7F, {0x43, 0x7B, 1, 0x35, 19, 0x7F, 0x7F})
+                                         .Meta(960, 0x7F, {0x43, 0x7B, 1, 0x31, 0, 0x7F, 0x7F})
+                                         .End())
+                              .Build()));
+    Trigger("MMV_LyricsPage");
+    for (const auto& [name, tick] : {std::pair("begun", 500), std::pair("long", 7'300)}) {
+        form_->Session().Controls().MoveToTick(tick);
+        ExpectPicture(*Find<QWidget>("LyricsBand"), std::string("band_") + name);
+        ExpectPicture(*Find<QWidget>("LyricsPage"), std::string("page_") + name);
+    }
+}
+
+// With something to show: voices found, suggested and changed, a file over the window.
+TEST_F(PictureTest, WhatIsFoundLooksAsItDid) {
+    store_->WriteStrToUserRegistry("MidiInstrument00", "Yamaha Genos");
+    OpenWindow();
+    form_->resize(1280, 720);
+    OpenDemo();
+    form_->PickVoice(2);
+    auto* picker = Find<QDialog>("PickerForm");
+    Find<QLineEdit>("E_SelectSoundName")->setText(QStringLiteral("gui acou"));
+    QTest::keyClick(Find<QLineEdit>("E_SelectSoundName"), Qt::Key_Down);
+    Find<QPushButton>("Btn_Favourite")->click();
+    ExpectPicture(*picker, "picker_found");
+    delete picker;
+    Trigger("MME_AutoRevoicer");
+    Find<QPushButton>("Btn_Suggest")->click();
+    ExpectPicture(*Find<QDialog>("Dlg_AutoRevoicer"), "revoicer_found");
+    delete Find<QDialog>("Dlg_AutoRevoicer");
+    Trigger("MMP_TransposeUp");
+    Trigger("MMP_TempoUp");
+    Find<QAbstractSlider>("TB_Volume02")->setValue(33);
+    Trigger("MMF_WhatChanged");
+    ExpectPicture(*Find<QDialog>("Dlg_WhatChanged"), "changes_found");
+    delete Find<QDialog>("Dlg_WhatChanged");
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/songs/a.mid")),
+                  QUrl::fromLocalFile(QStringLiteral("/songs/b.mid"))});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(form_.get(), &enter);
+    ExpectPicture(*Find<QWidget>("DropHint"), "drop");
 }
 
 TEST_F(PictureTest, TheStartPageLooksAsItDid) {
