@@ -48,7 +48,7 @@ protected:
     }
     bool Silenced(int channel) {
         const Message notesOff{static_cast<std::uint8_t>(0xB0 | channel), 123, 0};
-        return std::ranges::count(Received(), notesOff) > 0;
+        return QTest::qWaitFor([&] { return std::ranges::count(Received(), notesOff) > 0; });
     }
     bool ReceivedOn(std::uint8_t status) {
         return std::ranges::any_of(Received(),

@@ -88,10 +88,12 @@ protected:
         return wish.from.measure + ":" + wish.from.beat + " " + wish.to.measure + ":" +
                wish.to.beat + " " + wish.destination.measure + ":" + wish.destination.beat;
     }
-    /// What the window says would happen, once it has looked.
     std::string Figures() const {
-        QTest::qWait(250);
         return In<QLabel>("Lbl_Figures")->accessibleName().toStdString();
+    }
+    /// What the window says would happen, once it has looked.
+    void ExpectFigures(const std::string& expected) const {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Figures() == expected; })) << Figures();
     }
     /// A row of what transposing moves.
     std::string Moves(int row) const {
@@ -119,9 +121,9 @@ TEST_F(RangeFormsTest, DeletingIsForeseenCarriedOutAndUndone) {
     Type("E_SourceFromMeasure", "3:1");
     Type("E_SourceToMeasure", "5");
     EXPECT_EQ(Positions(), "3:1 5:01 :");
-    EXPECT_EQ(Figures(),
-              "3 notes go\n1 note ends there\n1 note starts again\n"
-              "2 settings carried over\nChannel 1: Clavi, Volume 80\n");
+    ExpectFigures(
+        "3 notes go\n1 note ends there\n1 note starts again\n"
+        "2 settings carried over\nChannel 1: Clavi, Volume 80\n");
     EXPECT_EQ(In<QLabel>("Lbl_Length")->text().toStdString(), "2 measures · 0:04");
     EXPECT_EQ(Ok()->text().toStdString(), "Delete 2 &Measures");
     EXPECT_EQ(Encoded(), before_);
@@ -298,7 +300,9 @@ TEST_F(RangeFormsTest, EachSeamOfACopyIsHeardAndTheStateMayStay) {
     EXPECT_EQ(heard("Btn_BlockStart"), std::pair(kMeasure, 3 * kMeasure));
     EXPECT_EQ(heard("Btn_BlockEnd"), std::pair(3 * kMeasure, 5 * kMeasure));
     In<QCheckBox>("Chk_BringState")->click();
-    EXPECT_NE(Figures().find("0 settings carried over"), std::string::npos) << Figures();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return Figures().find("0 settings carried over") != std::string::npos;
+    })) << Figures();
 }
 
 TEST(CarriedWordsTest, SettingsAreSaidInAMusiciansWords) {
@@ -365,7 +369,7 @@ TEST_F(RangeFormsTest, PreviewPlaysTheSeamAndLeavesEverythingAsItWas) {
     QTest::qWait(700); // the ports are looked at meanwhile
     expectHeard(kMeasure, 3 * kMeasure);
     Type("E_SourceFromMeasure", "4:1"); // another seam, without stopping
-    QTest::qWait(250);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return controls.Loop()->startTick == 2 * kMeasure; }));
     expectHeard(2 * kMeasure, 4 * kMeasure);
     preview->click();
     expectAsBefore();
@@ -388,19 +392,19 @@ TEST_F(RangeFormsTest, CopyingAndTransposingNameWhatTheyDo) {
     Type("E_SourceFromMeasure", "7");
     Type("E_SourceToMeasure", "8");
     Type("E_DestMeasure", "3:01");
-    EXPECT_EQ(Figures(),
-              "2 notes come, the song grows by 0:02\n1 note ends there\n"
-              "1 note starts again\n4 settings carried over\n"
-              "Channel 1: Clavi, Volume 80, Electric Piano 2, Volume 100\n");
+    ExpectFigures(
+        "2 notes come, the song grows by 0:02\n1 note ends there\n"
+        "1 note starts again\n4 settings carried over\n"
+        "Channel 1: Clavi, Volume 80, Electric Piano 2, Volume 100\n");
     Ok()->click();
     EXPECT_EQ(Caption("MME_Undo"), "&Undo - copy range");
     Trigger("MME_RangeTranspose");
     Type("E_SourceFromMeasure", "2");
     Type("E_SourceToMeasure", "4");
     Type("E_Semitones", "-70");
-    EXPECT_EQ(Figures(),
-              "3 notes on 2 channels\n3 notes have to be folded by octaves\n"
-              "2 notes stay\n");
+    ExpectFigures(
+        "3 notes on 2 channels\n3 notes have to be folded by octaves\n"
+        "2 notes stay\n");
     EXPECT_EQ(In<QTableWidget>("Grid_Transpose")->rowCount(), 3);
     Type("E_Semitones", "1");
     auto* semitones = In<NumberField>("E_Semitones");
@@ -411,8 +415,9 @@ TEST_F(RangeFormsTest, CopyingAndTransposingNameWhatTheyDo) {
         QTest::keyClick(semitones, Qt::Key_Up);
     }
     EXPECT_EQ(Field("E_Semitones"), "+2");
-    Figures();
-    EXPECT_EQ(Moves(0), "1|Electric Piano 2|2|C#3 – F3|→|D#3 – G3");
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return Moves(0) == "1|Electric Piano 2|2|C#3 – F3|→|D#3 – G3";
+    })) << Moves(0);
     EXPECT_EQ(Moves(2), "10||2|drums||stay as they are");
     In<QRadioButton>("RB_OnlyOnChannel")->click();
     auto* list = In<QComboBox>("CB_OnlyOnChannel");
