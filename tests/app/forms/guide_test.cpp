@@ -144,6 +144,11 @@ TEST_F(GuideTest, GoesBackAndForwardAndFollowsLinks) {
     EXPECT_FALSE(Button(*guide, "Btn_GuideBack")->isEnabled());
     Button(*guide, "Btn_GuideForward")->click();
     EXPECT_EQ(Place(*guide), "Keys");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(guide));
+    QTest::keyClick(guide, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Place(*guide), "Mixer");
+    QTest::keyClick(guide, Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(Place(*guide), "Keys");
     Button(*guide, "Btn_GuideBack")->click();
     auto* text = guide->findChild<GuideText*>();
     emit text->anchorClicked(QUrl(QStringLiteral("#where-files-are")));
@@ -166,6 +171,7 @@ TEST_F(GuideTest, SearchGoesRoundInBothDirections) {
     guide.setAttribute(Qt::WA_DeleteOnClose, false);
     guide.show();
     guide.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&guide));
     const auto* text = guide.findChild<GuideText*>();
     auto* field = guide.findChild<QLineEdit*>();
     QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
@@ -175,16 +181,30 @@ TEST_F(GuideTest, SearchGoesRoundInBothDirections) {
     EXPECT_EQ(text->textCursor().selectedText(), QStringLiteral("Tracksmith Synth"));
     QTest::keyClick(field, Qt::Key_Return); // the only one
     EXPECT_EQ(text->textCursor().position(), first);
-    field->setText(QStringLiteral("fader"));
-    QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
-    const int last = text->textCursor().position();
-    QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
-    EXPECT_LE(text->textCursor().position(), last);
+    field->setText(QStringLiteral("overview"));
+    const auto next = [&](Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(field, Qt::Key_Return, modifiers);
+        return text->textCursor().position();
+    };
+    std::vector<int> places{next()};
+    for (int place = next(); place != places.front() && places.size() < 100; place = next()) {
+        places.push_back(place);
+    }
+    EXPECT_GT(places.size(), 1U);
+    EXPECT_EQ(next(Qt::ShiftModifier), places.back());
+    EXPECT_EQ(next(Qt::ShiftModifier), places[places.size() - 2]);
+    QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(field->selectedText(), QStringLiteral("overview"));
     const auto* found = guide.findChild<QLabel*>(QStringLiteral("Lbl_GuideFound"));
     EXPECT_EQ(found->text(), QString());
     field->setText(QStringLiteral("no such word"));
     QTest::keyClick(field, Qt::Key_Return);
     EXPECT_EQ(found->text(), QStringLiteral("not found"));
+    field->clear();
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_EQ(found->text(), QString());
+    QTest::keyClick(&guide, Qt::Key_Escape);
+    EXPECT_FALSE(guide.isVisible());
 }
 
 TEST_F(GuideTest, SaysThatItIsMissing) {
