@@ -3,6 +3,7 @@
 
 #include "base/recording_message_host.h"
 #include <QAbstractSlider>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QTest>
 #include <QToolButton>
@@ -173,6 +174,46 @@ TEST_F(ChangesFormTest, TheRowStaysChosenWhileTheSongIsEdited) {
     Press("Btn_Notes");
     EXPECT_EQ(tree_->model()->rowCount(), 0);
     EXPECT_FALSE(Find<QPushButton>("Btn_ChangeGoThere")->isEnabled());
+}
+
+TEST_F(ChangesFormTest, TheMeasuresOfAChangeLoopUntilTheWindowGoes) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    auto& controls = form_->Session().Controls();
+    controls.SetLoop(0, 2880);
+    OpenChanged();
+    controls.SetLoop(1440, 2880);
+    const auto loop = [&] { return std::pair(controls.Loop()->startTick, controls.Loop()->on); };
+    EXPECT_EQ(controls.Loop()->endTick, 2880);
+    auto* here = Find<QCheckBox>("Chk_LoopHere");
+    here->click();
+    EXPECT_EQ(loop(), std::pair(0, true));
+    EXPECT_EQ(controls.Loop()->endTick, 2880);
+    here->click();
+    EXPECT_EQ(loop(), std::pair(1440, true));
+    controls.SetLooping(false);
+    here->click();
+    Find<QDialog>("Dlg_WhatChanged")->close();
+    EXPECT_EQ(loop(), std::pair(1440, false));
+}
+
+TEST_F(ChangesFormTest, AMeasureOfTheOverviewLeadsToItsChange) {
+    OpenChanged();
+    tree_->setCurrentIndex(tree_->model()->index(0, 0, tree_->model()->index(1, 0)));
+    auto* overview = Find<QWidget>("ChangesOverview");
+    QTest::keyClick(overview, Qt::Key_Right);
+    EXPECT_EQ(Tick(), 1440);
+    EXPECT_EQ(tree_->currentIndex().data().toString(), QStringLiteral("Tempo"));
+    Press("Btn_TempoKind");
+    EXPECT_EQ(tree_->currentIndex().data().toString(), QStringLiteral("Note"));
+    QTest::keyClick(overview, Qt::Key_Right); // where nothing has changed
+    EXPECT_EQ(Tick(), 2880);
+    EXPECT_EQ(tree_->currentIndex().data().toString(), QStringLiteral("Note"));
+    EXPECT_EQ(LabelText("Lbl_ChangesPlace"), form_->SongPositionToMTC(2880));
+    Press("Btn_ChangesPlay");
+    EXPECT_TRUE(form_->Session().Controls().Playing());
+    EXPECT_EQ(Find<QPushButton>("Btn_ChangesPlay")->text().toStdString(), "Sto&p");
+    Press("Btn_ChangesPlay");
+    EXPECT_FALSE(form_->Session().Controls().Playing());
 }
 
 // What is heard as before ends with saving, which writes the song as it is.
