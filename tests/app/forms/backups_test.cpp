@@ -100,6 +100,40 @@ TEST_F(BackupsTest, TheListRestoresAStateAndLeavesTheFile) {
     EXPECT_FALSE(form_->Session().Controls().Playing());
 }
 
+TEST_F(BackupsTest, WhatCannotBeRestoredIsSaid) {
+    Trigger("MMF_RestoreEarlier");
+    EXPECT_EQ(LabelText("Lbl_RestoreState"), "There are no saved states yet.");
+    EXPECT_FALSE(Find<QPushButton>("Btn_Restore")->isEnabled());
+    delete Find<QDialog>("Dlg_Restore");
+    const auto write = [](const char* name, const test::Bytes& bytes) {
+        static_cast<void>(backups::BackupFolder(backups::UsualBackupFolder())
+                              .Write({name, "/songs/gone.mid", "20261120_101112"}, bytes));
+    };
+    write("Noise", test::Bytes(1'025));
+    write("Waltz", Waltz());
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    Trigger("MMP_TransposeUp");
+    Trigger("MMF_RestoreEarlier");
+    EXPECT_EQ(LabelText("Lbl_RestoreState"), "");
+    auto* table = Find<QTableWidget>("Table_Backups");
+    const auto choose = [&](const char* name) {
+        const int row = table->findItems(QLatin1String(name), Qt::MatchExactly).at(0)->row();
+        table->selectRow(row);
+        EXPECT_EQ(table->item(row, 0)->text(), QStringLiteral("Fri 20 Nov 2026  10:11:12"));
+        return table->item(row, 2)->text().toStdString();
+    };
+    const auto* listen = Find<QPushButton>("Btn_ListenToBackup");
+    EXPECT_EQ(choose("Waltz"), "1 KB");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return listen->isEnabled(); }));
+    EXPECT_EQ(LabelText("Lbl_Differs"), "Against the open song: Notes 3");
+    EXPECT_EQ(choose("Noise"), "2 KB");
+    EXPECT_FALSE(listen->isEnabled());
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return LabelText("Lbl_Differs") != "Comparing the song …"; }));
+    EXPECT_EQ(LabelText("Lbl_Differs").rfind("This cannot be compared: ", 0), 0U)
+        << LabelText("Lbl_Differs");
+}
+
 TEST_F(BackupsTest, TheIntervalIsChosenInTheMenuAndRemembered) {
     EXPECT_TRUE(Find<QAction>("MMS_AutoBackup5")->isChecked());
     for (const char* chosen : {"MMS_AutoBackup10", "MMS_AutoBackupOff"}) {
