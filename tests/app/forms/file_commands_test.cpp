@@ -1,4 +1,5 @@
 #include "base/system/file_io.h"
+#include "base/system/single_start.h"
 #include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
@@ -8,6 +9,7 @@
 #include <QUrl>
 
 #include "app/forms/form_fixture.h"
+#include "app/forms/settings/start_watch.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -188,6 +190,42 @@ TEST_F(FileCommandsTest, ChangesAreNotLostUnasked) {
     EXPECT_EQ(LabelText("Lbl_SongName"), "New Song");
     form_->ClearMidiMemory();
     EXPECT_TRUE(Find<QWidget>("Btn_OpenDemo")->isVisible());
+}
+
+TEST_F(FileCommandsTest, WhatIsNotSavedStaysOpen) {
+    Trigger("MMF_NewMidifile");
+    form_->Session().MarkModified();
+    {
+        const BoxAnswer save("Btn_Save"); // and no file is named
+        Trigger("MMF_NewMidifile");
+    }
+    EXPECT_TRUE(form_->Session().Modified());
+    const BoxAnswer save("Btn_Save");
+    chooser_->answer = Path("kept.mid");
+    Trigger("MMF_NewMidifile");
+    EXPECT_TRUE(std::filesystem::exists(Path("kept.mid")));
+    EXPECT_FALSE(form_->Session().Modified());
+    EXPECT_TRUE(form_->Session().Work().file.name.empty());
+}
+
+TEST_F(FileCommandsTest, ASecondStartHandsItsFilesToTheFirst) {
+    const QByteArray former = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("XDG_RUNTIME_DIR", folder_.path().toUtf8());
+    system::SingleStart first("first");
+    const StartWatch watch(*form_, first);
+    const system::SingleStart second("first");
+    Trigger("MMF_About");
+    EXPECT_TRUE(second.HandOver({Write("waltz.mid", Waltz())}));
+    QTest::qWait(250);
+    EXPECT_FALSE(form_->Session().HasSong()); // not under a dialog
+    Find<QDialog>("Dlg_About")->reject();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return form_->Session().HasSong(); }));
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    form_->showMinimized();
+    EXPECT_TRUE(second.HandOver({}));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !form_->isMinimized(); }));
+    EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
+    former.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", former);
 }
 
 TEST_F(FileCommandsTest, TheDemoSongIsNotOverwritten) {
