@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTest>
 #include <QToolTip>
@@ -118,6 +119,24 @@ TEST_F(OverviewTest, OnlyTheLeftButtonSeeksAndOnlyInTheSongThatItWasPressedIn) {
     form_->OpenMidiFile(Path("waltz.mid"));
     QTest::mouseRelease(overview_, Qt::LeftButton, {}, Cell(0, 2));
     EXPECT_EQ(overview_->CursorColumn(), 0);
+}
+
+// Only where the place was and is the overview is painted anew: the screen must look as if all of
+// it were.
+TEST_F(OverviewTest, ThePlaceLeavesNoTrace) {
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(form_.get()));
+    const OverviewGeometry geometry = overview_->Geometry();
+    const QRect inside = geometry.cells.united(geometry.measureRuler).toRect();
+    const QPoint corner = overview_->mapTo(form_.get(), inside.topLeft());
+    for (const int tick : {1439, 1440, 2100, 2879, 1500, 2950, 30}) {
+        form_->Session().Controls().MoveToTick(tick);
+        QApplication::processEvents();
+        const QPixmap seen = form_->screen()->grabWindow(form_->winId(), corner.x(), corner.y(),
+                                                         inside.width(), inside.height());
+        EXPECT_EQ(seen.toImage().convertToFormat(QImage::Format_RGB32),
+                  overview_->grab(inside).toImage().convertToFormat(QImage::Format_RGB32))
+            << tick;
+    }
 }
 
 TEST_F(OverviewTest, ToolTipNamesMeasureChannelAndNotes) {
