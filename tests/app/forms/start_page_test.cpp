@@ -105,6 +105,36 @@ TEST_F(StartPageTest, SkippingStoresNothingAndOtherWaysLeaveIt) {
     EXPECT_TRUE(Find<QLabel>("Lbl_FileName")->isVisible());
 }
 
+TEST_F(StartPageTest, KeysLeadToTheThreeQuestions) {
+    form_->OpenMidiFile(Write("waltz.mid", Waltz()));
+    Trigger("MMF_FirstSteps");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    const auto focus = [this](Qt::Key key) {
+        QTest::keyClick(form_.get(), key, Qt::AltModifier);
+        return QApplication::focusWidget()->objectName().toStdString();
+    };
+    EXPECT_EQ(focus(Qt::Key_3), "List_StartSongs");
+    EXPECT_EQ(focus(Qt::Key_2), "List_StartOutputs");
+    EXPECT_EQ(focus(Qt::Key_1), "E_SearchInstrument");
+    Choose("genos2");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // on to the next question
+    EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "List_StartOutputs");
+    auto* songs = Find<QListWidget>("List_StartSongs");
+    chooser_->answer = Path("waltz.mid"); // stands in the list already
+    Press("Btn_StartOpen");
+    EXPECT_EQ(songs->count(), 2);
+    EXPECT_EQ(songs->currentRow(), 1);
+    EXPECT_EQ(Find<QPushButton>("Btn_StartAccept")->text().remove(u'&').toStdString(),
+              "Open and Prepare");
+    chooser_->answer.reset();
+    Press("Btn_StartOpen");
+    EXPECT_EQ(songs->count(), 2);
+    emit songs->itemActivated(songs->item(1));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Page(), nullptr);
+    EXPECT_EQ(Instrument(), "Yamaha Genos2");
+}
+
 TEST_F(StartPageTest, TheDemoSongPlaysAtOnce) {
     Trigger("MMF_FirstSteps");
     Press("Btn_StartAccept");
