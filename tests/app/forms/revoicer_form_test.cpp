@@ -231,6 +231,23 @@ TEST_F(RevoicerFormTest, AFolderIsRevoicedBesideTheSongAndAnswersCount) {
     window->SetFolders(window->Source(), window->Source());
     Press("Btn_RevoiceFolderStart");
     EXPECT_NE(state->text().indexOf("need another folder"), -1) << state->text().toStdString();
+    std::filesystem::create_directories(Path("empty"));
+    const auto told = [&](const char* source, const char* target) {
+        window->SetFolders(PathToQString(Path(source)),
+                           *target == '\0' ? QString() : PathToQString(Path(target)));
+        Press("Btn_RevoiceFolderStart");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->Busy(); }));
+        return state->text().toStdString().substr(0, 40);
+    };
+    EXPECT_EQ(told("nowhere", "new"), "The folder of the songs is not there.");
+    EXPECT_EQ(told("songs", ""), "The results need a folder.");
+    EXPECT_EQ(told("songs", "songs/new"), "The folder for the results lies in that ");
+    EXPECT_EQ(told("empty", "new"), "There are no songs (.mid, .midi, .kar, .");
+    window->SetFolders(QString(), QString());
+    EXPECT_FALSE(Find<QPushButton>("Btn_RevoiceFolderStart")->isEnabled());
+    window->SetFolders(PathToQString(Path("songs")), QString());
+    EXPECT_TRUE(Find<QPushButton>("Btn_RevoiceFolderStart")->isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("Btn_RevoiceFolderCancel")->isEnabled());
     chooser_->answer = Path("new");
     Press("Btn_ChooseTarget");
     const auto run = [&] {
