@@ -170,6 +170,10 @@ TEST_F(PictureTest, WhatIsFoundLooksAsItDid) {
     OpenWindow();
     form_->resize(1280, 720);
     OpenDemo();
+    ExpectPicture(*Find<QWidget>("NoticeBar"), "notice");
+    Find<QPushButton>("Btn_Details")->click();
+    ExpectPicture(*Find<QDialog>("Dlg_Changes"), "Dlg_Changes");
+    delete Find<QDialog>("Dlg_Changes");
     form_->PickVoice(2);
     auto* picker = Find<QDialog>("PickerForm");
     Find<QLineEdit>("E_SelectSoundName")->setText(QStringLiteral("gui acou"));
@@ -180,6 +184,8 @@ TEST_F(PictureTest, WhatIsFoundLooksAsItDid) {
     Trigger("MME_AutoRevoicer");
     Find<QPushButton>("Btn_Suggest")->click();
     ExpectPicture(*Find<QDialog>("Dlg_AutoRevoicer"), "revoicer_found");
+    Find<QPushButton>("Btn_RevoiceFolder")->click();
+    ExpectPicture(*Find<QDialog>("Dlg_RevoiceFolder"), "Dlg_RevoiceFolder");
     delete Find<QDialog>("Dlg_AutoRevoicer");
     Trigger("MMP_TransposeUp");
     Trigger("MMP_TempoUp");
@@ -193,6 +199,24 @@ TEST_F(PictureTest, WhatIsFoundLooksAsItDid) {
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(form_.get(), &enter);
     ExpectPicture(*Find<QWidget>("DropHint"), "drop");
+}
+
+// A loop, on and off; a channel brought out, transposed, one that has the keyboard.
+TEST_F(PictureTest, WhatIsChosenLooksAsItDid) {
+    OpenDemo();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    form_->Session().Controls().LoopFromHere();
+    Find<QAbstractButton>("Btn_Channel02")->click();
+    Find<QWidget>("Overview")->setFocus();
+    ExpectPicture(*Find<QWidget>("Overview"), "overview_loop");
+    form_->Session().Controls().SetLooping(false);
+    ExpectPicture(*Find<QWidget>("Overview"), "overview_loop_off");
+    Find<QAbstractSlider>("Transpose02")->setValue(3);
+    Find<QAbstractSlider>("TransposeSong")->setValue(-2);
+    for (const char* focused : {"TB_Volume02", "TB_Panorama02", "Btn_Voice02", "Transpose02"}) {
+        Find<QWidget>(focused)->setFocus();
+        ExpectPicture(*Find<QWidget>("Strip_Channel02"), std::string("strip_") + focused);
+    }
 }
 
 TEST_F(PictureTest, TheStartPageLooksAsItDid) {
