@@ -1,5 +1,6 @@
 #include "mixer/mixer.h"
 
+#include "base/forms/theme.h"
 #include <QLineEdit>
 #include <QMenu>
 #include <QTabBar>
@@ -9,6 +10,7 @@
 #include "app/forms/form_fixture.h"
 #include "mixer/forms/control_slider.h"
 #include "mixer/forms/level_meter.h"
+#include "mixer/forms/strip_colours.h"
 #include "mixer/forms/texts.h"
 
 namespace tracksmith::forms {
@@ -358,6 +360,9 @@ TEST_F(MixerFormTest, MenuOfAControlTypesResetsAndSpreadsItsValue) {
     EXPECT_EQ(Value("TB_Volume04"), 45);
     choose("Strip_TypeValue");
     EXPECT_TRUE(Find<QLineEdit>("TB_Volume02_Edit")->isVisible());
+    emit Slider("TB_Volume04")->MenuWanted({}); // which the song sets once
+    EXPECT_EQ(MenuEntry("Strip_ScaleAll"), nullptr);
+    delete form_->findChild<QMenu*>(QStringLiteral("StripMenu"));
     emit Slider("TB_Panorama04")->MenuWanted({}); // which the song never sets
     EXPECT_EQ(MenuEntry("Strip_ScaleAll"), nullptr);
     EXPECT_TRUE(MenuEntry("Strip_InsertAtStart")->isEnabled());
@@ -501,6 +506,8 @@ TEST(LevelMeterTest, ThePeakStaysForAWhile) {
     EXPECT_EQ(at(100), empty);
     meter.ShowLevel(300);
     EXPECT_EQ(meter.Level(), 127U);
+    EXPECT_NEAR(at(1).hue(), Accent(meter.palette()).hue(), 4); // from soft to loud
+    EXPECT_NEAR(at(124).hue(), SoloColour(meter.palette()).hue(), 4);
     meter.Clear();
     EXPECT_EQ(at(19), empty);
     EXPECT_EQ(at(127), empty);

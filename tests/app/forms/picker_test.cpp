@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPointer>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -351,7 +352,12 @@ TEST_F(PickerTest, FavouritesAndSizeAreRemembered) {
     EXPECT_EQ(families->topLevelItem(1)->text(1), "0");
     QTest::keyClick(picker, Qt::Key_D, Qt::ControlModifier);
     EXPECT_EQ(families->topLevelItem(1)->text(1), "1");
+    const auto* voices = Find<QTableView>("LB_Sounds")->model();
+    QSignalSpy stars(voices, &QAbstractItemModel::dataChanged); // all of them are painted anew
     Find<QPushButton>("Btn_Favourite")->click();
+    ASSERT_EQ(stars.size(), 1);
+    EXPECT_EQ(stars.at(0).at(0).toModelIndex(), voices->index(0, 0));
+    EXPECT_EQ(stars.at(0).at(1).toModelIndex(), voices->index(voices->rowCount() - 1, 0));
     EXPECT_EQ(families->topLevelItem(1)->text(1), "0");
     Find<QPushButton>("Btn_Favourite")->click();
     EXPECT_EQ(families->topLevelItem(1)->text(1), "1");
