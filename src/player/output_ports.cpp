@@ -14,7 +14,7 @@ namespace {
 // and for their closing.
 constexpr std::chrono::milliseconds kClosePatience{80};
 constexpr std::chrono::milliseconds kLastSends{200};
-constexpr std::chrono::milliseconds kClosePatience{800};
+constexpr std::chrono::milliseconds kEndPatience{800};
 
 // See DeviceCapabilities::technology.
 constexpr std::uint16_t kSynthesizer = 2;
@@ -147,7 +147,7 @@ bool OutputPorts::Reopen(std::size_t port) {
 
 void OutputPorts::CloseAll() {
     WaitUntilSent(kLastSends);
-    const Deadline deadline = std::chrono::steady_clock::now() + kClosePatience;
+    const Deadline deadline = std::chrono::steady_clock::now() + kEndPatience;
     // All at once, then one after the other has ended.
     for (const bool wait : {false, true}) {
         for (std::size_t index = 0; index < Count(); ++index) {

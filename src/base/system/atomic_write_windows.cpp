@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLargestStep = std::size_t{1} << 26;
+constexpr std::size_t kLargestWrite = std::size_t{1} << 26;
 
 // No program needs so long between closing a temporary file and renaming it.
 constexpr std::chrono::minutes kAbandoned{1};
@@ -102,7 +102,7 @@ std::size_t WriteAll(HANDLE handle, std::span<const std::uint8_t> bytes) {
     std::size_t done = 0;
     while (done < bytes.size()) {
         DWORD put = 0;
-        const auto step = static_cast<DWORD>(std::min(bytes.size() - done, kLargestStep));
+        const auto step = static_cast<DWORD>(std::min(bytes.size() - done, kLargestWrite));
         if (WriteFile(handle, bytes.data() + done, step, &put, nullptr) == 0 || put == 0) {
             break;
         }

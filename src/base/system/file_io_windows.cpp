@@ -9,12 +9,12 @@
 namespace tracksmith::system {
 namespace {
 
-constexpr std::size_t kLargestStep = std::size_t{1} << 26;
+constexpr std::size_t kLargestRead = std::size_t{1} << 26;
 
 bool ReadAll(HANDLE handle, std::span<std::uint8_t> target) {
     while (!target.empty()) {
         DWORD got = 0;
-        const auto step = static_cast<DWORD>(std::min(target.size(), kLargestStep));
+        const auto step = static_cast<DWORD>(std::min(target.size(), kLargestRead));
         if (ReadFile(handle, target.data(), step, &got, nullptr) == 0 || got == 0) {
             return false;
         }

@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint32_t kMessageLimit = 4096;
 /// The system's own messages end here; numbers below would be taken for them.
 constexpr std::uint32_t kFirstFree = 0x3A0;
-constexpr wchar_t kClassName[] = L"TracksmithMessages";
+constexpr wchar_t kPosterClass[] = L"TracksmithMessages";
 
 UINT WindowMessage(std::uint32_t message) {
     return message < kFirstFree ? WM_APP + message : message;
@@ -52,12 +52,12 @@ HWND CreateHiddenWindow() {
         WNDCLASSW description{};
         description.lpfnWndProc = &WindowProcedure;
         description.hInstance = GetModuleHandleW(nullptr);
-        description.lpszClassName = kClassName;
+        description.lpszClassName = kPosterClass;
         return RegisterClassW(&description);
     }();
     HWND window = windowClass == 0
                       ? nullptr
-                      : CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                      : CreateWindowExW(0, kPosterClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                         GetModuleHandleW(nullptr), nullptr);
     if (window == nullptr) {
         // The system's window handles are used up

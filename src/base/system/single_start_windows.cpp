@@ -9,7 +9,7 @@
 namespace tracksmith::system {
 namespace {
 
-constexpr wchar_t kClassName[] = L"TracksmithStart";
+constexpr wchar_t kStartClass[] = L"TracksmithStart";
 // Tells the message from those of other programs.
 constexpr ULONG_PTR kFiles = 0x54534D46;
 // Files are told apart by a zero; so many units at most come from anybody.
@@ -105,7 +105,7 @@ bool SingleStart::HandOver(const std::vector<std::filesystem::path>& files) cons
         if (waited > 0) {
             Sleep(kStep);
         }
-        window = FindWindowExW(HWND_MESSAGE, nullptr, kClassName, place_->name.c_str());
+        window = FindWindowExW(HWND_MESSAGE, nullptr, kStartClass, place_->name.c_str());
     }
     DWORD process = 0;
     if (window == nullptr || GetWindowThreadProcessId(window, &process) == 0) {
@@ -129,9 +129,9 @@ void SingleStart::Receive(Handler handler) {
     WNDCLASSW description{};
     description.lpfnWndProc = &Place::Procedure;
     description.hInstance = GetModuleHandleW(nullptr);
-    description.lpszClassName = kClassName;
+    description.lpszClassName = kStartClass;
     RegisterClassW(&description);
-    place_->window = CreateWindowExW(0, kClassName, place_->name.c_str(), 0, 0, 0, 0, 0,
+    place_->window = CreateWindowExW(0, kStartClass, place_->name.c_str(), 0, 0, 0, 0, 0,
                                      HWND_MESSAGE, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (place_->window == nullptr) {
         throw std::bad_alloc(); // the system's window handles are used up

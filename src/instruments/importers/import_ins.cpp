@@ -17,7 +17,7 @@ namespace tracksmith::instruments {
 namespace {
 
 constexpr int kMostBases = 32;
-constexpr std::int32_t kLargestBank = 127;
+constexpr std::int32_t kLargestByte = 127;
 
 // Lists that every reader of such files knows: the numbers themselves, which are no names.
 constexpr std::array<std::string_view, 3> kNumberLists{"0..127", "1..128", "0..16383"};
@@ -35,7 +35,7 @@ VoiceNumbers BankNumbers(const InsBank& bank, BankSelMethod method) {
         case BankSelMethod::Msb:
             // Many files keep the number for both controllers here and only mean not to send the
             // LSB.
-            msb = number > kLargestBank && number % 128 == 0 ? number / 128 : number;
+            msb = number > kLargestByte && number % 128 == 0 ? number / 128 : number;
             break;
         case BankSelMethod::Lsb:
             lsb = number;
@@ -43,7 +43,7 @@ VoiceNumbers BankNumbers(const InsBank& bank, BankSelMethod method) {
         case BankSelMethod::None:
             break;
     }
-    if (msb > kLargestBank || lsb > kLargestBank) {
+    if (msb > kLargestByte || lsb > kLargestByte) {
         throw VoiceFileError(texts::kInsBank, bank.line);
     }
     return {static_cast<std::uint8_t>(msb), static_cast<std::uint8_t>(lsb), 0};
