@@ -28,6 +28,8 @@ namespace {
 namespace fs = std::filesystem;
 using backups::Backup;
 
+using Json = nlohmann::ordered_json;
+
 constexpr int kBackupsSchema = 1;
 
 struct BackupsArguments {
@@ -63,7 +65,6 @@ std::optional<std::vector<Backup>> ReadBackups(const CliContext& context) {
 }
 
 void WriteJson(const CliContext& context, std::size_t number, const Backup& backup) {
-    using Json = nlohmann::ordered_json;
     const Json json{
         {"schema", kBackupsSchema},
         {"number", number},

@@ -15,6 +15,8 @@
 namespace tracksmith::cli {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr int kPortsSchema = 1;
 
 /// Kinds of port by their number: as a name for programs and as a text.
@@ -34,7 +36,6 @@ const Technology& TechnologyOf(const PortDescription& port) {
 }
 
 std::string PortJson(const PortDescription& port) {
-    using Json = nlohmann::ordered_json;
     const Json json{{"schema", kPortsSchema},
                     {"direction", port.output ? "output" : "input"},
                     {"name", port.name},
