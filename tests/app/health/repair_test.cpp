@@ -201,6 +201,29 @@ TEST_F(RepairTest, FindingsNameWhereItBegan) {
     }
 }
 
+TEST_F(RepairTest, AsManyNotesAsInstrumentsHaveAreNotTooMany) {
+    TrackBuilder track;
+    for (int key = 0; key < 64; ++key) {
+        track.Note(0, 0, key, 9);
+    }
+    Open({track});
+    EXPECT_TRUE(Found(Rule::ManyNotes).empty());
+    Open({track.Note(0, 0, 64, 9)});
+    EXPECT_EQ(Found(Rule::ManyNotes).size(), 1U);
+}
+
+TEST_F(RepairTest, WhatAResetWipedIsToldOnce) {
+    TrackBuilder track;
+    track.Short(0, 0xB1, 7, 90);
+    for (int i = 0; i < 2; ++i) {
+        track.Sysex(5, kReset).Note(5, 1, 60, 9).NoteOff(30, 1, 60);
+    }
+    Open({track});
+    const std::vector<Finding> found = Found(Rule::SettingsBeforeReset);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].ticks, std::vector{10});
+}
+
 // About a measure around a fault, less around a short note, and only notes of its channel.
 TEST_F(RepairTest, TheFigureShowsWhatIsNear) {
     Open({TrackBuilder().TimeSignature(0, 3, 2), TrackBuilder()
