@@ -57,11 +57,13 @@ TEST_F(TransposingTest, WhatSoundsEndsAtItsOldPitch) {
     OpenParts();
     Play();
     Run(100);
+    EXPECT_TRUE(mixer.TransposeChannel(1, 1));
+    EXPECT_EQ(TakeAll(), (Messages{{0x81, 60, 64}})); // on no other channel
     EXPECT_TRUE(mixer.TransposeChannel(0, 2));
     EXPECT_EQ(TakeAll(), (Messages{{0x80, 60, 64}}));
     const Messages later = Run(450);
     EXPECT_TRUE(Has(later, {0x80, 62, 64})); // nothing hangs, whatever sounded meanwhile
-    EXPECT_TRUE(Has(later, {0x81, 60, 64}));
+    EXPECT_TRUE(Has(later, {0x81, 61, 64}));
 }
 
 TEST_F(TransposingTest, SavingKeepsItAndBeginsAnew) {
