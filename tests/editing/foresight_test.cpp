@@ -1,10 +1,12 @@
 #include "editing/foresight.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/session/session_fixture.h"
 #include "editing/chord_names.h"
+#include "editing/range_figures.h"
 #include "editing/range_tools.h"
 #include "editing/seam_picture.h"
 #include "song/midi_file_writer.h"
@@ -141,11 +143,30 @@ TEST_F(ForesightTest, RemovedNotesAreNotThere) {
         work.song.tracks[1].last->prev->prev->prev->length = 0; // the end of the second last note
     });
     EXPECT_EQ(FirstNoteTick(session.Song()), 2'000);
+    EXPECT_EQ(CountRange(session.Song(), {0, 4'000, 0}).notes, 2); // a drum and the long note
     const Foresight copy =
         ForeseeCopy(session.Song(), Wish(RangeTool::Copy, "6"), true, Language::English);
     const SeamPicture end =
         PictureSeam(session.Song(), *copy.after, RangeTool::Copy, copy.reading.range, true);
     EXPECT_EQ(Notes(end, 0), "13000-13999 14000-14500 ");
+}
+
+// Each in its own metre, and nothing outside the song.
+TEST_F(ForesightTest, AMeasureOnEitherSideOfASeamIsShown) {
+    DecodedSong decoded(
+        MidiFileBuilder(1, 500)
+            .Track(TrackBuilder().TimeSignature(2'000, 3, 2).TimeSignature(1'500, 5, 2).End())
+            .Track(TrackBuilder().Note(8'000, 0, 60, 90).End())
+            .Build());
+    const song::TimeMap& map = decoded.Timed().song;
+    const auto span = [&](std::int32_t seam) {
+        const SeamSpan shown = SpanAround(map, seam);
+        return std::pair(shown.from, shown.to);
+    };
+    EXPECT_EQ(span(3'500), std::pair(2'000, 6'000));
+    EXPECT_EQ(span(2'000), std::pair(0, 3'500));
+    EXPECT_EQ(span(0), std::pair(0, 2'000));
+    EXPECT_EQ(span(6'000), std::pair(3'500, 8'010));
 }
 
 TEST_F(ForesightTest, PicturesTheNotesAroundEachSeam) {
