@@ -196,6 +196,37 @@ TEST_F(ChangesFormTest, TheMeasuresOfAChangeLoopUntilTheWindowGoes) {
     EXPECT_EQ(loop(), std::pair(1440, false));
 }
 
+TEST_F(ChangesFormTest, TheLoopFollowsTheChosenChange) {
+    form_->OpenMidiFile(Write("long.mid", test::MidiFileBuilder()
+                                              .Track(test::TrackBuilder()
+                                                         .Short(0, 0xB2, 7, 90)
+                                                         .Note(0, 2, 60, 90)
+                                                         .NoteOff(3'840, 2, 60)
+                                                         .Short(0, 0xB2, 7, 80)
+                                                         .Note(0, 2, 62, 90)
+                                                         .NoteOff(6'000, 2, 62)
+                                                         .End())
+                                              .Build()));
+    Trigger("MMP_TransposeUp");
+    auto& controls = form_->Session().Controls();
+    controls.MoveToTick(3'900);
+    Find<QAbstractSlider>("TB_Volume02")->setValue(33);
+    Trigger("MMF_WhatChanged");
+    tree_ = Find<QTreeView>("Tree_Changes");
+    const auto* model = tree_->model();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return model->rowCount(model->index(0, 0)) == 2; }));
+    Find<QCheckBox>("Chk_LoopHere")->click();
+    const auto choose = [&](int row) {
+        tree_->setCurrentIndex(model->index(row, 0, model->index(0, 0)));
+        return std::pair(tree_->currentIndex().data().toString().toStdString(),
+                         std::pair(controls.Loop()->startTick, controls.Loop()->endTick));
+    };
+    for (int row : {0, 1, 0}) {
+        const auto [kind, loop] = choose(row);
+        EXPECT_EQ(loop, kind == "Note" ? std::pair(0, 3'840) : std::pair(3'840, 7'680)) << kind;
+    }
+}
+
 TEST_F(ChangesFormTest, AMeasureOfTheOverviewLeadsToItsChange) {
     OpenChanged();
     tree_->setCurrentIndex(tree_->model()->index(0, 0, tree_->model()->index(1, 0)));
