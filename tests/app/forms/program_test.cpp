@@ -1,5 +1,6 @@
 #include <csignal>
 
+#include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
@@ -62,6 +63,37 @@ TEST_F(ProgramTest, PlaysNothingWhenTheFileIsRefused) {
     EXPECT_TRUE(std::filesystem::exists(Path("window.png")));
 }
 
+TEST_F(ProgramTest, PaintsTheWindowOrWhatACommandOpensOverIt) {
+    const auto sizeOf = [this](const QStringList& wishes) {
+        Start(wishes + QStringList{QStringLiteral("--size"), QStringLiteral("1100x760"),
+                                   QStringLiteral("--screenshot"),
+                                   PathToQString(Path("window.png")),
+                                   PathToQString(Write("waltz.mid", Waltz()))});
+        ExpectOrderlyEnd();
+        return QImage(PathToQString(Path("window.png"))).size();
+    };
+    EXPECT_EQ(sizeOf({}), QSize(1100, 760));
+    const QSize about = sizeOf({QStringLiteral("--show"), QStringLiteral("MMF_About")});
+    EXPECT_FALSE(about.isEmpty());
+    EXPECT_LT(about.width(), 1100);
+}
+
+TEST_F(ProgramTest, ASecondStartGivesItsSongToTheFirst) {
+    QProcessEnvironment environment = program_.processEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
+    program_.setProcessEnvironment(environment);
+    Start({PathToQString(Write("waltz.mid", Waltz()))});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Stored("waltz.mid"); }, 20'000));
+    QProcess second;
+    second.setProcessEnvironment(environment);
+    second.start(QStringLiteral(TRACKSMITH_PROGRAM), {PathToQString(Write("other.mid", Waltz()))});
+    ASSERT_TRUE(second.waitForFinished());
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Stored("other.mid"); }, 20'000));
+    ::kill(static_cast<pid_t>(program_.processId()), SIGTERM);
+    ExpectOrderlyEnd();
+}
+
 TEST_F(ProgramTest, TellsItsVersionLicencesAndOptionsWithoutAScreen) {
     QProcessEnvironment environment = program_.processEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
@@ -79,6 +111,8 @@ TEST_F(ProgramTest, TellsItsVersionLicencesAndOptionsWithoutAScreen) {
     EXPECT_TRUE(version.contains(QStringLiteral("\n  Qt: LGPL 3\n"))) << version.toStdString();
     const QString help = told(QStringLiteral("--help"));
     EXPECT_TRUE(help.contains(QStringLiteral("--play <measure>"))) << help.toStdString();
+    EXPECT_EQ(told(QStringLiteral("-v")), version);
+    EXPECT_EQ(told(QStringLiteral("-h")), help);
 }
 
 } // namespace
