@@ -4,11 +4,13 @@
 #include <QDragEnterEvent>
 #include <QImage>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
 
 #include "app/forms/dialogs.h"
+#include "app/forms/guide/guide_form.h"
 #include "app/forms/slow_medium.h"
 
 // Whether the windows still look as they did when somebody looked at them. With
@@ -201,6 +203,26 @@ TEST_F(PictureTest, WhatIsFoundLooksAsItDid) {
     ExpectPicture(*Find<QWidget>("DropHint"), "drop");
 }
 
+// Not the guide itself, whose words change.
+TEST_F(PictureTest, ThePagesOfAGuideLookAsTheyDid) {
+    QImage wide(1'500, 300, QImage::Format_RGB32); // painted no wider than the lines
+    wide.fill(Qt::darkCyan);
+    ASSERT_TRUE(wide.save(PathToQString(Path("wide.png"))));
+    const auto file = Write(
+        "guide.md", test::BytesOf("# A Guide\n\nIts first words, *some* of them **heavy**.\n\n"
+                                  "## A Table\n\n| key | does |\n|---|---|\n| Space | plays |\n"
+                                  "| Esc | leaves |\n\n### A Picture\n\n![wide](wide.png)\n\n"
+                                  "- a link to the [table](#a-table)\n- `code`\n"));
+    GuideForm guide([file](Language) { return file; }, Language::English, nullptr);
+    guide.setAttribute(Qt::WA_DeleteOnClose, false);
+    guide.show();
+    guide.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&guide));
+    guide.findChild<QListWidget*>()->setFocus();
+    guide.findChild<QListWidget*>()->setCurrentRow(1);
+    ExpectPicture(guide, "guide");
+}
+
 // A loop, on and off; a channel brought out, transposed, one that has the keyboard.
 TEST_F(PictureTest, WhatIsChosenLooksAsItDid) {
     OpenDemo();
@@ -217,6 +239,8 @@ TEST_F(PictureTest, WhatIsChosenLooksAsItDid) {
         Find<QWidget>(focused)->setFocus();
         ExpectPicture(*Find<QWidget>("Strip_Channel02"), std::string("strip_") + focused);
     }
+    Trigger("MME_RangeDelete"); // what is in the loop
+    ExpectPicture(*Find<QDialog>("Dlg_DeleteRange"), "delete_loop");
 }
 
 TEST_F(PictureTest, TheStartPageLooksAsItDid) {
