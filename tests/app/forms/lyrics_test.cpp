@@ -5,6 +5,7 @@
 #include "app/forms/lyrics/lyrics_band.h"
 #include "app/forms/lyrics/lyrics_model.h"
 #include "app/forms/lyrics/lyrics_page.h"
+#include "app/forms/menu/menu_areas.h"
 
 namespace tracksmith::forms {
 namespace {
@@ -71,6 +72,14 @@ TEST_F(LyricsFormTest, EncodingIsChosenForTheSong) {
     form_->OpenMidiFile(Path("sung.mid"));
     EXPECT_EQ(Shown(), " Gr³▀ dich");
     EXPECT_TRUE(Find<QAction>("MMV_LyricsDos")->isChecked());
+    const auto known = static_cast<int>(kLyricsEncodingMenu.rows.size());
+    for (const int wrong : {-1, known}) { // as another version may leave it
+        store_->WriteIntToUserRegistrySubdir("LyricsEncodings", "sung.mid", wrong);
+        OpenWindow();
+        form_->OpenMidiFile(Path("sung.mid"));
+        EXPECT_TRUE(Find<QAction>("MMV_LyricsAutomatic")->isChecked()) << wrong;
+        EXPECT_EQ(Shown(), " Grüß dich") << wrong;
+    }
 }
 
 TEST_F(LyricsFormTest, PageCoversTheScreenUntilEscape) {
