@@ -249,7 +249,17 @@ TEST_F(PlayingTest, InputIsPassedOnWhenWanted) {
     Controls().OpenOutput();
     loop_->Deliver(1, std::vector<std::uint8_t>{0x90, 72, 100});
     EXPECT_TRUE(Heard(72));
-    dialog->close();
+    auto* output = dialog->findChild<QComboBox*>(QStringLiteral("CB_DialogOutput"));
+    EXPECT_EQ(output->currentIndex(), 0);
+    output->setCurrentIndex(1);
+    emit output->activated(1);
+    EXPECT_EQ(Controls().Outputs().Output(), "Loop 2");
+    EXPECT_EQ(Find<QComboBox>("CB_Output")->currentIndex(), 1);
+    delete dialog;
+    Trigger("MMS_MidiPorts");
+    EXPECT_EQ(Find<QComboBox>("CB_Input")->currentIndex(), 2);
+    EXPECT_EQ(Find<QComboBox>("CB_DialogOutput")->currentIndex(), 1);
+    EXPECT_TRUE(Find<QCheckBox>("CB_Thru")->isChecked());
 }
 
 } // namespace

@@ -69,6 +69,8 @@ TEST_F(SynthSettingsTest, LoudnessAndVoicesAreHeardAtOnceAndRemembered) {
     EXPECT_EQ(synth_->volume, 100);
     OpenDialog();
     auto* volume = Find<QSlider>("TB_SynthVolume");
+    EXPECT_EQ(volume->accessibleName(), QStringLiteral("Volume"));
+    EXPECT_FALSE(Find<QSpinBox>("E_Polyphony")->accessibleName().isEmpty());
     volume->setValue(40);
     EXPECT_EQ(synth_->volume, 40);
     EXPECT_EQ(StoredVolume(), 40);
