@@ -36,8 +36,11 @@ TEST_F(BackupsTest, WhatASignalEndsIsOfferedAtTheNextStart) {
     const auto dirty = test::TrackBuilder().Raw(0, {0xF7, 0x01, 0x55}).End();
     form_->OpenMidiFile(Write("other.mid", test::MidiFileBuilder(0).Track(dirty).Build()));
     // The offer waits below what there is to say about that song.
+    EXPECT_EQ(LabelText("Lbl_NoticesWaiting"), "and 1 more");
+    EXPECT_TRUE(Find<QLabel>("Lbl_NoticesWaiting")->isVisible());
     QTest::mouseClick(Find<QToolButton>("Btn_CloseNotice"), Qt::LeftButton);
     ASSERT_TRUE(IsOffered());
+    EXPECT_FALSE(Find<QLabel>("Lbl_NoticesWaiting")->isVisible());
     QTest::mouseClick(Find<QPushButton>("Btn_RestoreBackup"), Qt::LeftButton);
     EXPECT_FALSE(IsOffered());
     EXPECT_TRUE(form_->Session().Modified());

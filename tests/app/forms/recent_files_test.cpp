@@ -47,6 +47,13 @@ TEST_F(RecentFilesTest, EmptyPageOffersTheFiles) {
     auto* list = Find<QListWidget>("List_Recent");
     ASSERT_TRUE(list->isVisible());
     ASSERT_EQ(list->count(), 2);
+    EXPECT_TRUE(list->item(0)->text().endsWith(QStringLiteral("waltz.mid")));
+    std::filesystem::remove(Path("other.mid"));
+    OpenWindow();
+    list = Find<QListWidget>("List_Recent");
+    EXPECT_TRUE(list->item(1)->text().endsWith(QStringLiteral("other.mid – not found")));
+    emit list->itemClicked(list->item(1));
+    EXPECT_FALSE(form_->Session().HasSong());
     emit list->itemActivated(list->item(0));
     EXPECT_EQ(LabelText("Lbl_FileName"), "waltz.mid");
 }
