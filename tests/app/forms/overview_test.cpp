@@ -119,6 +119,9 @@ TEST_F(OverviewTest, OnlyTheLeftButtonSeeksAndOnlyInTheSongThatItWasPressedIn) {
     form_->OpenMidiFile(Path("waltz.mid"));
     QTest::mouseRelease(overview_, Qt::LeftButton, {}, Cell(0, 2));
     EXPECT_EQ(overview_->CursorColumn(), 0);
+    overview_->SetCursorColumn(2);
+    QTest::mouseClick(overview_, Qt::LeftButton, {}, Cell(0, 0));
+    EXPECT_EQ(overview_->CursorColumn(), 0);
 }
 
 // Only where the place was and is the overview is painted anew: the screen must look as if all of
