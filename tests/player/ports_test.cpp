@@ -43,6 +43,14 @@ TEST_F(PortsTest, AFailingPortIsLostSaidOnceAndSkipped) {
         Run(500);
     }
     EXPECT_EQ(host.messages.size(), 1U);
+    // Once it has worked again, its next failure is told.
+    driver.SetFailing("Keyboard", false);
+    player->CheckPorts();
+    Run(1);
+    driver.SetFailing("Keyboard", true);
+    EXPECT_TRUE(player->SendChannel(1, 0xB0, 7, 1));
+    Run(1);
+    EXPECT_EQ(host.messages.size(), 2U);
     EXPECT_TRUE(player->Stop());
 }
 
