@@ -1,9 +1,11 @@
 #!/bin/sh
 # Paints the pictures of the documents: the main window playing the demo song in both themes, the
 # windows that the guides tell of, the first start, and what is shown when a file is refused.
-# usage: tools/make_screenshots.sh PROGRAM [FOLDER]
+# usage: tools/make_screenshots.sh PROGRAM [FOLDER [--sizes]]
 # PROGRAM is the built tracksmith; no screen is needed. FOLDER takes the pictures instead of docs.
-# The German ones go to the folder de in it. QT_SCALE_FACTOR=1.5 makes larger ones.
+# The German ones go to the folder de in it. QT_SCALE_FACTOR=1.5 makes larger ones. With --sizes the
+# main window, the first start and a refused file are painted instead, in windows of three sizes and
+# with large letters, in both themes: to look at, not for documents.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 program=${1:?usage: make_screenshots.sh path/to/tracksmith}
@@ -34,13 +36,26 @@ picture() {
         out=$folder/$name.png
         [ "$language" = en ] || out=$folder/$language/$name.png
         # Settings of its own, so that neither the user's theme nor the recent files come in.
-        printf '{"SOFTWARE\\\\Orlavo\\\\Tracksmith 12": {"Theme": "%s", "Language": "%s", %s}}\n' \
-            "$theme" "$language" '"MidiInstrument00": "Yamaha Genos"' \
+        printf '{"SOFTWARE\\\\Orlavo\\\\Tracksmith 12": {"Theme": "%s", "Language": "%s", %s, %s}}\n' \
+            "$theme" "$language" '"MidiInstrument00": "Yamaha Genos"' "\"TextSize\": $text" \
             >"$scratch/tracksmith/settings.json"
         XDG_CONFIG_HOME=$scratch XDG_DATA_HOME=$scratch QT_QPA_PLATFORM=offscreen \
             SDL_AUDIODRIVER=dummy "$program" "$@" --screenshot "$out" "$song"
     done
 }
+
+text=100
+if [ "${3:-}" = --sizes ]; then
+    for theme in dark light; do
+        for size in 1024x700-100 1280x720-100 1280x720-200 3840x2160-100 3840x2160-200; do
+            text=${size#*-}
+            picture "$demo" "main-$theme-$size" "$theme" --play 23 --size "${size%-*}"
+            picture "$demo" "first-start-$theme-$size" "$theme" --show MMF_FirstSteps --size "${size%-*}"
+            picture "$cut" "refused-$theme-$size" "$theme" --size "${size%-*}"
+        done
+    done
+    exit
+fi
 
 picture "$demo" main-window-dark dark --play 23
 picture "$demo" main-window-light light --play 23
