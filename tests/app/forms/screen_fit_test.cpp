@@ -57,6 +57,26 @@ TEST_F(ScreenFitTest, EveryDialogStaysOnTheScreenAtTheLargestText) {
     }
 }
 
+// The three questions stand side by side, or below each other where large letters leave no room.
+TEST_F(ScreenFitTest, TheStartPageMakesTheWindowNoLarger) {
+    const auto below = [this] {
+        return Find<QWidget>("List_StartOutputs")->mapTo(form_.get(), QPoint()).y() >
+               Find<QWidget>("List_StartInstruments")->mapTo(form_.get(), QPoint()).y() + 100;
+    };
+    for (const int percent : {kSmallestText, 200}) {
+        OpenWithText(percent);
+        form_->resize(1280, 720);
+        Trigger("MMF_FirstSteps");
+        QTest::qWait(20);
+        EXPECT_EQ(form_->size(), QSize(1280, 720)) << percent;
+        EXPECT_EQ(below(), percent > kSmallestText);
+        EXPECT_TRUE(Find<QWidget>("Btn_StartSkip")->isVisible());
+    }
+    form_->resize(2600, 1400);
+    QTest::qWait(20);
+    EXPECT_FALSE(below());
+}
+
 TEST_F(ScreenFitTest, WhatFitsDoesNotScroll) {
     OpenWithText(kSmallestText);
     Trigger("MMF_About");

@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -64,14 +65,16 @@ StartPage::StartPage(StartAround around, const StartAnswers& answers, Language l
     AddColumn(*this);
     auto& column = static_cast<QVBoxLayout&>(*layout());
     BuildHeader(column);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(Gap() * 2);
-    BuildInstrument(*NewColumn(*row, 1, start_texts::kInstrument, start_texts::kInstrumentHint),
+    auto* questions = new QWidget;
+    columns_ = new QBoxLayout(QBoxLayout::LeftToRight, questions);
+    columns_->setContentsMargins(0, 0, 0, 0);
+    columns_->setSpacing(Gap() * 2);
+    BuildInstrument(*NewColumn(1, start_texts::kInstrument, start_texts::kInstrumentHint),
                     answers.instrument);
-    BuildConnection(*NewColumn(*row, 2, start_texts::kConnection, start_texts::kConnectionHint),
+    BuildConnection(*NewColumn(2, start_texts::kConnection, start_texts::kConnectionHint),
                     answers.output);
-    BuildSong(*NewColumn(*row, 3, start_texts::kSong, start_texts::kSongHint), answers.song);
-    column.addLayout(row, 1);
+    BuildSong(*NewColumn(3, start_texts::kSong, start_texts::kSongHint), answers.song);
+    column.addWidget(NewScrollArea(questions), 1);
     BuildFooter(column, answers.again);
     const std::initializer_list<QWidget*> places{instruments_, outputs_, songs_};
     int number = 0;
@@ -112,8 +115,19 @@ void StartPage::BuildHeader(QVBoxLayout& column) {
     column.addLayout(row);
 }
 
-QVBoxLayout* StartPage::NewColumn(QHBoxLayout& row, int number, const Text& title,
-                                  const Text& purpose) {
+// Large letters have no room side by side.
+void StartPage::resizeEvent(QResizeEvent* event) {
+    const QMargins margins = layout()->contentsMargins();
+    const int room = width() - margins.left() - margins.right();
+    int needed = (columns_->count() - 1) * columns_->spacing();
+    for (int i = 0; i < columns_->count(); ++i) {
+        needed += columns_->itemAt(i)->widget()->minimumSizeHint().width();
+    }
+    columns_->setDirection(needed <= room ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    QWidget::resizeEvent(event);
+}
+
+QVBoxLayout* StartPage::NewColumn(int number, const Text& title, const Text& purpose) {
     auto* panel = new Panel(QPalette::Button);
     auto* column = new QVBoxLayout(panel);
     column->setContentsMargins(Gap() * 2, Gap() * 3 / 2, Gap() * 2, Gap() * 3 / 2);
@@ -124,7 +138,7 @@ QVBoxLayout* StartPage::NewColumn(QHBoxLayout& row, int number, const Text& titl
     heading->setText(QStringLiteral("%1  ").arg(number) + Say(title));
     column->addWidget(heading);
     column->addWidget(NewHint("", Say(purpose), panel));
-    row.addWidget(panel, 1);
+    columns_->addWidget(panel, 1);
     return column;
 }
 

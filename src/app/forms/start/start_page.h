@@ -12,8 +12,8 @@
 #include "instruments/forms/instrument_list.h"
 #include "player/output_ports.h"
 
+class QBoxLayout;
 class QCheckBox;
-class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QPushButton;
@@ -66,9 +66,12 @@ signals:
     void Skipped();
     void LanguageChosen(Language language);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void BuildHeader(QVBoxLayout& column);
-    QVBoxLayout* NewColumn(QHBoxLayout& row, int number, const Text& title, const Text& purpose);
+    QVBoxLayout* NewColumn(int number, const Text& title, const Text& purpose);
     void BuildInstrument(QVBoxLayout& column, const std::string& chosen);
     void BuildConnection(QVBoxLayout& column, const std::string& chosen);
     void BuildSong(QVBoxLayout& column, const std::filesystem::path& chosen);
@@ -80,6 +83,7 @@ private:
 
     StartAround around_;
     Language language_;
+    QBoxLayout* columns_ = nullptr;
     InstrumentList* instruments_ = nullptr;
     QListWidget* outputs_ = nullptr;
     AskPanel* asking_ = nullptr;
