@@ -252,7 +252,7 @@ TEST_F(PictureTest, TheStartPageLooksAsItDid) {
 // letters.
 TEST_F(PictureTest, LoadingAndRefusalLookAsTheyDid) {
     SlowMedium medium;
-    OpenDemo();
+    Trigger("MMF_OpenDemoSong"); // which no list of files has, whose folders differ
     form_->Loader().SetTimes(
         {std::chrono::milliseconds(0), std::chrono::milliseconds(0), std::chrono::milliseconds(0)});
     form_->Loader().SetReader(medium.Reader());
