@@ -11,6 +11,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=${2:-}
 if [ -z "$root" ]; then
     root=$(mktemp -d)
+    chmod 755 "$root" # a user starts the programs
     trap 'rm -rf --one-file-system "$root"' EXIT
 fi
 
