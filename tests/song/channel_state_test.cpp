@@ -192,7 +192,8 @@ TEST(ModeMessage, NothingElseIsTakenForOne) {
         SCOPED_TRACE(Hex(message));
         EXPECT_TRUE(fits(message));
         const bool roland = message[0] == 0x41;
-        const bool part = RhythmPartOf(message).has_value() || message[5] == 0x1F;
+        const bool part =
+            RhythmPartOf(message).has_value() || (message.size() > 5 && message[5] == 0x1F);
         for (std::size_t i = 0; i < message.size() - (roland ? 1 : 0); ++i) {
             Bytes other = message;
             other[i] ^= 0x24;
