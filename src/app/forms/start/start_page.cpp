@@ -222,11 +222,11 @@ void StartPage::BuildSong(QVBoxLayout& column, const std::filesystem::path& chos
     connect(songs_, &QListWidget::itemActivated, this, &StartPage::Accepted);
 }
 
-// Chosen from now on; each file stands in the list once.
+// Chosen from now on; each file stands in the list once, with whatever separators it is named.
 void StartPage::AddSong(const std::filesystem::path& file) {
     const QString path = PathToQString(file);
     for (int row = 0; row < songs_->count(); ++row) {
-        if (songs_->item(row)->data(Qt::UserRole).toString() == path) {
+        if (PathFromQString(songs_->item(row)->data(Qt::UserRole).toString()) == file) {
             songs_->setCurrentRow(row);
             return;
         }
