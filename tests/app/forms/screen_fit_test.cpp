@@ -66,10 +66,10 @@ TEST_F(ScreenFitTest, TheStartPageMakesTheWindowNoLarger) {
     for (const int percent : {kSmallestText, 200}) {
         OpenWithText(percent);
         form_->resize(1280, 720);
-        const QSize size = form_->size(); // a screen may be smaller
         Trigger("MMF_FirstSteps");
         QTest::qWait(20);
-        EXPECT_EQ(form_->size(), size) << percent;
+        EXPECT_LE(form_->width(), 1280) << percent;
+        EXPECT_LE(form_->height(), 720) << percent;
         EXPECT_EQ(below(), percent > kSmallestText);
         EXPECT_TRUE(Find<QWidget>("Btn_StartSkip")->isVisible());
     }
