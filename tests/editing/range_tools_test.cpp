@@ -178,6 +178,8 @@ TEST_F(RangeToolsTest, ChangesCanBeUndone) {
     const RangeFigures figures = CountRange(session.Song(), {2'000, 9'900, 0});
     EXPECT_EQ(figures.notes, 16);
     EXPECT_EQ(figures.measures, 4);
+    EXPECT_EQ(CountRange(session.Song(), {0, 2'000, 0}).lengthMs + figures.lengthMs,
+              CountRange(session.Song(), {0, 9'900, 0}).lengthMs);
     EXPECT_EQ(CountRange(session.Song(), {2'500, 8'000, 0}).measures, 3);
     EXPECT_EQ(CountRange(session.Song(), {2'500, 8'001, 0}).measures, 4);
     const RangeFigures messages = CountRange(session.Song(), {9'000, 9'100, 0});
