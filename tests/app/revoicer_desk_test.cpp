@@ -15,30 +15,27 @@ namespace {
 
 using namespace test;
 
+/// A guitar with its bank on `channel`, behind it another program that shares the bank.
+TrackBuilder GuitarTrack(std::uint8_t channel, std::uint8_t second) {
+    const auto control = static_cast<std::uint8_t>(0xB0 | channel);
+    return TrackBuilder()
+        .Short(0, control, 0, 0)
+        .Short(0, control, 32, 0)
+        .Program(0, channel, 24)
+        .Note(480, channel, 60, 90)
+        .NoteOff(480, channel, 60)
+        .Program(0, channel, second)
+        .Note(0, channel, 60, 90)
+        .NoteOff(480, channel, 60)
+        .End();
+}
+
 /// A guitar on channels 3 and 4, twice on the first, a piano, and drums.
 Bytes Band() {
     return MidiFileBuilder()
         .Track(TrackBuilder().Tempo(0, 500'000).End())
-        .Track(TrackBuilder()
-                   .Short(0, 0xB2, 0, 0)
-                   .Short(0, 0xB2, 32, 0)
-                   .Program(0, 2, 24)
-                   .Note(480, 2, 60, 90)
-                   .NoteOff(480, 2, 60)
-                   .Program(0, 2, 24)
-                   .Note(0, 2, 60, 90)
-                   .NoteOff(480, 2, 60)
-                   .End())
-        .Track(TrackBuilder()
-                   .Short(0, 0xB3, 0, 0)
-                   .Short(0, 0xB3, 32, 0)
-                   .Program(0, 3, 24)
-                   .Note(480, 3, 60, 90)
-                   .NoteOff(480, 3, 60)
-                   .Program(0, 3, 0)
-                   .Note(0, 3, 60, 90)
-                   .NoteOff(480, 3, 60)
-                   .End())
+        .Track(GuitarTrack(2, 24))
+        .Track(GuitarTrack(3, 0))
         .Track(TrackBuilder().Program(0, 9, 8).Note(480, 9, 36, 90).NoteOff(9, 9, 36).End())
         .Build();
 }
